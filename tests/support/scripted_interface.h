@@ -1,0 +1,58 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "shared/prompts.h"
+
+namespace welvane::test {
+
+/// Answers from a list and remembers what it was asked; an unexpected prompt fails the test.
+class ScriptedInterface : public UserInterface {
+  public:
+    void willAnswer(Answer answer) { answers_.push_back(answer); }
+    void willType(std::string text) { texts_.push_back(std::move(text)); }
+    const std::vector<Prompt>& asked() const { return asked_; }
+    const std::vector<std::string>& askedForText() const { return askedForText_; }
+
+    Answer ask(const Prompt& prompt) override {
+        asked_.push_back(prompt);
+        if (answers_.empty()) {
+            ADD_FAILURE() << "unexpected prompt \"" << prompt.title << "\": " << prompt.text;
+            return prompt.safe();
+        }
+        const Answer answer = answers_.front();
+        answers_.pop_front();
+        return answer;
+    }
+    std::string askText(const TextPrompt& prompt) override { return nextText(prompt.title); }
+    std::string askFile(const FilePrompt& prompt) override { return nextText(prompt.title); }
+    std::string askFolder(const std::string& title, const std::string&) override { return nextText(title); }
+
+    ~ScriptedInterface() override {
+        EXPECT_TRUE(answers_.empty()) << answers_.size() << " expected prompts did not appear";
+        EXPECT_TRUE(texts_.empty()) << texts_.size() << " expected text prompts did not appear";
+    }
+
+  private:
+    std::string nextText(const std::string& title) {
+        askedForText_.push_back(title);
+        if (texts_.empty()) {
+            ADD_FAILURE() << "unexpected text prompt \"" << title << "\"";
+            return {};
+        }
+        std::string text = texts_.front();
+        texts_.pop_front();
+        return text;
+    }
+    std::deque<Answer> answers_;
+    std::deque<std::string> texts_;
+    std::vector<Prompt> asked_;
+    std::vector<std::string> askedForText_;
+};
+
+}  // namespace welvane::test
