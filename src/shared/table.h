@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// The table type of a session: cells with text, check, hidden data and a colour.
+namespace welvane {
+
+enum class Check : std::uint8_t { None = 0, Checked = 1, Unchecked = 2 };
+
+struct SessionCell {
+    std::string text;
+    std::string data;  ///< invisible; keeps a value that edits must not lose
+    Check check = Check::None;
+    std::uint32_t backColour = 0;  ///< a marking only; 0 is the table's normal colour
+};
+
+/// Rows and columns count from 0. Reading or writing outside raises RunTimeFailure("subscript out of range").
+/// Held by columns, so that moving a column moves no text.
+class Table {
+  public:
+    Table() = default;
+    Table(int rows, int columns) { resize(rows, columns); }
+
+    int rows() const { return rows_; }
+    int columns() const { return static_cast<int>(columns_.size()); }
+    /// Cells inside both the old and the new size keep their content; new ones are empty.
+    void resize(int rows, int columns);
+    void clear() { resize(0, 0); }
+
+    SessionCell& cell(int row, int column);
+    const SessionCell& cell(int row, int column) const;
+    std::string& text(int row, int column) { return cell(row, column).text; }
+    const std::string& text(int row, int column) const { return cell(row, column).text; }
+    std::string& data(int row, int column) { return cell(row, column).data; }
+    const std::string& data(int row, int column) const { return cell(row, column).data; }
+    Check check(int row, int column) const { return cell(row, column).check; }
+    void setCheck(int row, int column, Check check) { cell(row, column).check = check; }
+    bool checked(int row, int column) const { return cell(row, column).check == Check::Checked; }
+    std::uint32_t backColour(int row, int column) const { return cell(row, column).backColour; }
+    void setBackColour(int row, int column, std::uint32_t colour) { cell(row, column).backColour = colour; }
+
+    /// A row at the end with these texts from column 0; the table is widened when there are more. Returns its number.
+    int addRow(const std::vector<std::string>& texts);
+    void removeRow(int row);
+    /// A column is taken out and put at place `to`; those in between shift by one.
+    void moveColumn(int from, int to);
+
+    bool rowHidden(int row) const;
+    void setRowHidden(int row, bool hidden);
+    bool visible() const { return visible_; }
+    void setVisible(bool visible) { visible_ = visible; }
+    const std::string& caption() const { return caption_; }
+    void setCaption(std::string caption) { caption_ = std::move(caption); }
+
+  private:
+    std::vector<std::vector<SessionCell>> columns_;
+    std::vector<bool> hiddenRows_;
+    int rows_ = 0;
+    bool visible_ = true;
+    std::string caption_;
+};
+
+}  // namespace welvane
