@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "shared/failure.h"
+
+namespace welvane {
+
+/// A file that cannot be opened, written or renamed: which, and the system's reason. Its text is "PATH: reason".
+class FileFailure : public RunTimeFailure {
+  public:
+    FileFailure(const std::string& path, const std::string& reason) : RunTimeFailure(path + ": " + reason) {}
+};
+
+/// A file written in large blocks. Either in place (what is written so far is on disk as it goes) or beside its name:
+/// then the bytes go to a temporary name in the same folder and take the name at commit(), so that a run that fails or
+/// is killed leaves the old file whole.
+class OutputFile {
+  public:
+    enum class Mode {
+        InPlace,  ///< an existing file is replaced at once
+        Beside    ///< renamed to its name at commit()
+    };
+
+    /// Opens for writing; FileFailure where that cannot be done, also for a name that is a folder, a pipe or a device.
+    /// Of a link the file behind it is replaced. A replaced file's mode bits are kept.
+    OutputFile(std::string_view path, Mode mode);
+    OutputFile(OutputFile&&) noexcept;
+    OutputFile& operator=(OutputFile&&) noexcept;
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+    /// Closes; without commit() a file written beside is removed.
+    ~OutputFile();
+
+    /// Adds bytes behind what is there. FileFailure when the disk is full or fails.
+    void write(std::string_view text);
+    /// The text and CR LF.
+    void writeLine(std::string_view text);
+    /// Room for at least `size` bytes in the block in hand; write there, then call advance with what was used. For hot
+    /// loops.
+    char* reserve(std::size_t size);
+    void advance(std::size_t used);
+
+    /// Path under which the bytes are found before commit(): for closing edits on the file.
+    const std::string& writtenPath() const;
+    /// Everything given so far is handed to the system and the file closed; no more writes. FileFailure on failure.
+    void close();
+    /// close(); then, written beside: synced and renamed to its name.
+    void commit();
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace welvane

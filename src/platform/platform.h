@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the operating system gives, behind plain interfaces; its headers stand in this room's .cpp files alone.
+namespace welvane {
+
+/// Texts by key in the section "Startup"; keys are compared without regard to case.
+struct SettingsStore {
+    virtual ~SettingsStore() = default;
+    virtual std::string get(std::string_view key, std::string_view defaultText) const = 0;
+    /// Stored at once; a value that did not change writes nothing. False when it could not be kept.
+    virtual bool put(std::string_view key, std::string_view value) = 0;
+};
+
+/// For tests, and for runs that must leave no trace.
+class MemorySettings : public SettingsStore {
+  public:
+    std::string get(std::string_view key, std::string_view defaultText) const override;
+    bool put(std::string_view key, std::string_view value) override;
+
+  private:
+    std::map<std::string, std::string> values_;  ///< by upper-cased key
+};
+
+/// One text file with a "[Startup]" section of key=value lines; written whole to a new file and renamed, under a lock,
+/// so that many processes can run at once. A file that cannot be read counts as empty.
+class FileSettings : public SettingsStore {
+  public:
+    explicit FileSettings(std::string path);
+    std::string get(std::string_view key, std::string_view defaultText) const override;
+    bool put(std::string_view key, std::string_view value) override;
+
+  private:
+    std::string path_;
+};
+
+/// How an outside program ended.
+struct ProcessResult {
+    bool started = false;
+    bool timedOut = false;
+    int exitCode = -1;  ///< -1 when ended by a signal
+    int signal = 0;
+    std::string why;  ///< the system's reason when it did not start
+};
+
+/// The system as the program sees it.
+struct Platform {
+    virtual ~Platform() = default;
+    virtual SettingsStore& settings() = 0;
+    /// Folder of the reference files, with a separator at its end.
+    virtual std::string programFolder() const = 0;
+    /// Private folder of this process for scratch files, with a separator at its end; made at the first call.
+    virtual std::string scratchFolder() = 0;
+    /// Opens a file in its associated program; false when that could not be started.
+    virtual bool openWithShell(const std::string& path) = 0;
+    /// Starts the named program on a file and does not wait for it; without a name as openWithShell.
+    virtual bool openWith(const std::string& program, const std::string& path) {
+        static_cast<void>(program);
+        return openWithShell(path);
+    }
+    /// Starts a program with its arguments (no shell), waits for its end and gives `turn` a call about twenty times a
+    /// second; a turn that returns false ends the child. `timeoutSeconds` 0 waits for ever.
+    virtual ProcessResult runAndWait(const std::vector<std::string>& arguments, double timeoutSeconds,
+                                     const std::function<bool()>& turn) = 0;
+    /// Bytes of memory that can still be taken without hurting others; 0 when unknown.
+    virtual std::uint64_t freeMemory() const = 0;
+};
+
+/// Folder of the running executable, with a separator at its end; "" when the system does not tell.
+std::string executableFolder();
+
+/// The real one: settings in $XDG_CONFIG_HOME/welvane/settings.ini, the program's folder by WELVANE_HOME, the
+/// executable's folder or the installed share folder.
+std::unique_ptr<Platform> makeSystemPlatform();
+
+}  // namespace welvane
