@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string_view>
+
+#include "las/wrap.h"
+#include "shared/prompts.h"
+#include "shared/run_state.h"
+
+/// Repairs of a file's text. Every target is written beside its name and renamed when whole; source and target may be
+/// the same file.
+namespace welvane {
+
+/// The last two ~Well lines and the curve title stand on one line.
+bool hasCurveTitleFault(std::string_view path);
+/// Writes "~Curve" in place of each such line of the header; what else stood on it is dropped. False when there is none
+/// or the file cannot be written.
+bool fixCurveTitle(std::string_view path, std::string_view target);
+/// Asks, then repairs the file itself; true when it was repaired. Nobody to ask: not repaired.
+bool repairCurveTitle(std::string_view path, UserInterface& user);
+
+/// Every occurrence of `find` (case ignored, from the start, none overlapping) replaced, all other bytes kept. Works on
+/// a file of any size.
+StepResult replaceInFile(std::string_view source, std::string_view target, std::string_view find,
+                         std::string_view replacement, RunState& run, UserInterface& user);
+
+/// Each LF without a CR before it becomes CR LF; CR LF stays.
+StepResult repairLineEnds(std::string_view source, std::string_view target, RunState& run, UserInterface& user);
+
+}  // namespace welvane
