@@ -1,0 +1,313 @@
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <optional>
+
+#include "platform/mapped_file.h"
+#include "platform/output_file.h"
+#include "session/tvd.h"
+#include "shared/any_line_reader.h"
+#include "shared/field_splitter.h"
+#include "shared/files.h"
+#include "shared/numbers.h"
+#include "shared/text.h"
+
+/// Survey files, as read and as written, and the clipboard.
+namespace welvane {
+
+namespace {
+
+constexpr const char* separators = "\t ,";
+constexpr int tieRow = static_cast<int>(TrdRow::Tie);
+constexpr int firstSurveyRow = static_cast<int>(TrdRow::FirstSurvey);
+/// The last row that the inclinometry table can take.
+constexpr int lastRow = tieRow + static_cast<int>(InclinometryTable::capacity) - 1;
+/// A survey has a few columns and short lines; what is longer is cut, so that no file can widen the table without end.
+constexpr std::size_t longestLine = 4000;
+constexpr int mostColumns = 60;
+
+constexpr const char* tooManyTitle = "Too Many Lines!";
+constexpr const char* tooManyText =
+    "There are more lines in the inclinometry data file than the TVD table can handle. Reduce the file to a max of 450 "
+    "lines and try again. ";
+constexpr const char* detectedTitle = "Tavir TVD Data File Detected!";
+constexpr const char* detectedText =
+    "\r\nFile was detected as a TAVIR inclinometry data file. Compute TVD depths now?\r\n"
+    "(If you select No, review the data, then click 'Compute TVD' button before leaving the window)";
+constexpr const char* openTitle = "Find ASCII file To Load";
+constexpr const char* saveTitle = "Save Inclinometry Data";
+constexpr const char* tvdFileKey = "tvdFile";
+
+int column(TrdColumn which) {
+    return static_cast<int>(which);
+}
+std::string& text(Table& trd, int row, TrdColumn which) {
+    return trd.text(row, column(which));
+}
+
+/// The lines of a survey that are not blank, each cut into fields.
+class SurveyLines {
+  public:
+    explicit SurveyLines(std::string_view bytes) : lines_(bytes), fields_(separators) {}
+
+    bool next() {
+        for (std::string_view line; lines_.next(line);) {
+            if (trimBreaks(line).empty()) continue;
+            line_ = trim(line.substr(0, longestLine));
+            fields_.setText(line_);
+            return true;
+        }
+        return false;
+    }
+    std::string_view line() const { return line_; }
+    std::size_t count() const { return fields_.count(); }
+    std::string_view field(std::size_t place) const { return fields_.field(place); }
+    bool allNumbers() const {
+        for (std::size_t place = 1; place <= count(); ++place)
+            if (!isNumeric(field(place))) return false;
+        return count() > 0;
+    }
+    /// The end mark: -1 in every field.
+    bool isEnd() const {
+        if (line_.find("-1") == npos || !allNumbers()) return false;
+        for (std::size_t place = 1; place <= count(); ++place)
+            if (val(field(place)) != -1) return false;
+        return true;
+    }
+
+  private:
+    AnyLineReader lines_;
+    FieldSplitter fields_;
+    std::string_view line_;
+};
+
+bool isTavirText(std::string_view bytes) {
+    SurveyLines lines(bytes);
+    if (!lines.next() || lines.count() != 3) return false;
+    const char letter = upperChar(lines.line().front());
+    if (letter != 'M' && letter != 'F') return false;
+    bool ends = false;
+    while (lines.next()) ends = lines.isEnd();
+    return ends;
+}
+
+std::string twoDecimals(std::string_view number) {
+    return formatMask(val(number), 2);
+}
+
+/// Makes sure that the row is there.
+void reachRow(Table& trd, int row) {
+    if (row >= trd.rows()) trd.resize(std::min(std::max(row + 1, 2 * trd.rows()), lastRow + 1), trd.columns());
+}
+
+void readTavir(std::string_view bytes, Session& session, UserInterface& user) {
+    Table& trd = session.tables.trd;
+    SurveyLines lines(bytes);
+    lines.next();
+    trd.data(0, 0) = lines.field(1);
+    setSurveyUnit(trd, sameText(lines.field(1).substr(0, 1), "F") ? SurveyUnit::Feet : SurveyUnit::Metres);
+    text(trd, tieRow, TrdColumn::Md) = twoDecimals(lines.field(2));
+    text(trd, tieRow, TrdColumn::Tvd) = twoDecimals(lines.field(3));
+    int row = firstSurveyRow;
+    while (lines.next() && !lines.isEnd()) {
+        if (lines.count() != 3 || !lines.allNumbers()) continue;
+        if (row > lastRow) {
+            user.ask({tooManyTitle, tooManyText, Buttons::Ok, Icon::None, Answer::Ok});
+            break;
+        }
+        reachRow(trd, row);
+        text(trd, row, TrdColumn::Md) = twoDecimals(lines.field(1));
+        text(trd, row, TrdColumn::Deviation) = lines.field(2);
+        text(trd, row, TrdColumn::Azimuth) = lines.field(3);
+        ++row;
+    }
+    if (row > firstSurveyRow)
+        for (const TrdColumn which : {TrdColumn::Deviation, TrdColumn::Azimuth})
+            text(trd, tieRow, which) = text(trd, firstSurveyRow, which);
+    markTrdChanged(trd);
+    // Without anybody to ask it is computed: a survey without its TVD column maps nothing.
+    if (user.ask({detectedTitle, detectedText, Buttons::YesNo, Icon::Question, Answer::Yes}) == Answer::Yes)
+        buildTVDTable(session, user);
+}
+
+void readPlainTable(std::string_view bytes, Table& trd) {
+    SurveyLines lines(bytes);
+    for (int row = tieRow; row <= lastRow && lines.next(); ++row) {
+        reachRow(trd, row);
+        const int count = std::min(static_cast<int>(lines.count()), mostColumns);
+        if (count >= trd.columns()) trd.resize(trd.rows(), count + 1);
+        for (int place = 1; place <= count; ++place)
+            trd.text(row, place) = lines.field(static_cast<std::size_t>(place));
+    }
+    markTrdChanged(trd);
+}
+
+/// Opens the file and hands its bytes to `body`; false when it cannot be read.
+template <class Body>
+bool withFile(std::string_view path, Body body) {
+    try {
+        const std::optional<MappedFile> file = MappedFile::open(path);
+        if (!file) return false;
+        body(file->bytes());
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+/// Fields (from 1) of MD, TVD, deviation and azimuth in the lines of a people's file; 0 where there is none.
+struct SurveyColumns {
+    std::size_t md = 0, tvd = 0, deviation = 0, azimuth = 0;
+};
+
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
+    return std::any_of(names.begin(), names.end(), [&](std::string_view one) { return sameText(one, name); });
+}
+
+/// A line of heads names at least the measured depth and the deviation.
+std::optional<SurveyColumns> headsOf(const SurveyLines& lines) {
+    SurveyColumns columns;
+    for (std::size_t place = 1; place <= lines.count(); ++place) {
+        const std::string_view name = lines.field(place);
+        const auto take = [&](std::size_t& slot) {
+            if (slot == 0) slot = place;
+        };
+        if (isOneOf(name, {"MD", "DEPTH", "DEPT", "MDEPTH"})) take(columns.md);
+        if (isOneOf(name, {"TVD"})) take(columns.tvd);
+        if (isOneOf(name, {"INC", "INCL", "DEV", "DEVI", "DEVIATION", "INCLINATION", "DRIFT"})) take(columns.deviation);
+        if (isOneOf(name, {"AZI", "AZIM", "AZIMUTH", "AZ", "HAZI", "AZIM_TN", "AZIM_GN"})) take(columns.azimuth);
+    }
+    if (columns.md == 0 || columns.deviation == 0) return std::nullopt;
+    return columns;
+}
+
+SurveyColumns usualColumns(std::size_t count) {
+    return count >= 4 ? SurveyColumns{1, 2, 3, 4} : SurveyColumns{1, 0, 2, count == 3 ? 3U : 0U};
+}
+
+bool readStations(std::string_view bytes, Table& trd, UserInterface& user) {
+    SurveyLines lines(bytes);
+    std::optional<SurveyColumns> columns;
+    int row = tieRow;
+    while (lines.next()) {
+        if (lines.line().front() == '#' || lines.isEnd()) continue;
+        if (const auto heads = headsOf(lines)) {
+            columns = heads;
+            continue;
+        }
+        const SurveyColumns use = columns ? *columns : usualColumns(lines.count());
+        if (!isNumeric(lines.field(use.md)) || !isNumeric(lines.field(use.deviation))) continue;
+        if (row > lastRow) {
+            user.ask({tooManyTitle, tooManyText, Buttons::Ok, Icon::None, Answer::Ok});
+            break;
+        }
+        reachRow(trd, row);
+        text(trd, row, TrdColumn::Md) = lines.field(use.md);
+        text(trd, row, TrdColumn::Deviation) = lines.field(use.deviation);
+        text(trd, row, TrdColumn::Azimuth) = lines.field(use.azimuth);
+        if (row == tieRow)
+            text(trd, row, TrdColumn::Tvd) =
+                isNumeric(lines.field(use.tvd)) ? lines.field(use.tvd) : lines.field(use.md);
+        ++row;
+    }
+    return row > tieRow;
+}
+
+}  // namespace
+
+bool isTavirTVD(std::string_view path, bool& isSurvey) {
+    isSurvey = false;
+    withFile(path, [&](std::string_view bytes) { isSurvey = isTavirText(bytes); });
+    return isSurvey;
+}
+
+bool readTVDFile(std::string_view path, Session& session, UserInterface& user) {
+    setupTVD(session.tables.trd);
+    markTrdChanged(session.tables.trd);
+    return withFile(path, [&](std::string_view bytes) {
+        if (isTavirText(bytes))
+            readTavir(bytes, session, user);
+        else
+            readPlainTable(bytes, session.tables.trd);
+    });
+}
+
+bool readSurvey(std::string_view path, Session& session, UserInterface& user) {
+    setupTVD(session.tables.trd);
+    markTrdChanged(session.tables.trd);
+    bool found = false;
+    withFile(path, [&](std::string_view bytes) {
+        if (isTavirText(bytes)) {
+            SilentInterface computeAtOnce;
+            readTavir(bytes, session, computeAtOnce);
+            found = true;
+        } else {
+            found = readStations(bytes, session.tables.trd, user) && buildTVDTable(session, user);
+        }
+    });
+    return found;
+}
+
+bool saveTVDFile(std::string_view path, const Session& session) {
+    const Table& trd = session.tables.trd;
+    const auto isEmpty = [&](int row) {
+        for (int place = 1; place < trd.columns(); ++place)
+            if (!trim(trd.text(row, place)).empty()) return false;
+        return true;
+    };
+    try {
+        OutputFile file(path, OutputFile::Mode::Beside);
+        for (int row = tieRow; row < trd.rows(); ++row) {
+            if (isEmpty(row)) continue;
+            std::string line;
+            int last = trd.columns() - 1;
+            while (trim(trd.text(row, last)).empty()) --last;
+            for (int place = 1; place <= last; ++place) {
+                // An empty cell between filled ones would be swallowed by the run of separators around it.
+                const std::string_view cell = trim(trd.text(row, place));
+                line.append(place > 1 ? "\t" : "").append(cell.empty() ? "0.00" : cell);
+            }
+            file.writeLine(line);
+        }
+        file.commit();
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+bool openTVDFile(App& app, Session& session) {
+    const std::string path =
+        app.user.askFile({openTitle, "txt", dirOf(session.tvdFile), fileNameOf(session.tvdFile), false});
+    if (path.empty()) return false;
+    session.tvdFile = path;
+    app.platform.settings().put(tvdFileKey, path);
+    return readTVDFile(path, session, app.user);
+}
+
+bool saveInclinometryData(App& app, Session& session) {
+    const std::string path = app.user.askFile({saveTitle, "txt", dirOf(session.tvdFile), "", true});
+    return !path.empty() && saveTVDFile(path, session);
+}
+
+void recallTVDFile(App& app, Session& session) {
+    session.tvdFile = app.platform.settings().get(tvdFileKey, "");
+}
+
+void pasteIntoTrd(Table& trd, int row, int columnPlace, std::string_view clipboard) {
+    AnyLineReader lines(clipboard);
+    for (std::string_view line; row >= tieRow && row <= lastRow && lines.next(line); ++row) {
+        if (trd.columns() == 0) setupTVD(trd);
+        reachRow(trd, row);
+        int place = columnPlace;
+        for (const std::string& cell : split(line.substr(0, longestLine), '\t')) {
+            if (place >= mostColumns) break;
+            if (place >= trd.columns()) trd.resize(trd.rows(), place + 1);
+            if (place >= 1) trd.text(row, place) = trim(cell);
+            ++place;
+        }
+    }
+    markTrdChanged(trd);
+}
+
+}  // namespace welvane
