@@ -1,0 +1,207 @@
+#include "engine/data_reader.h"
+
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/mapped_file.h"
+#include "shared/files.h"
+#include "shared/line_reader.h"
+#include "shared/numbers.h"
+#include "shared/numbers_fast.h"
+#include "shared/text.h"
+
+namespace welvane {
+
+namespace {
+
+constexpr std::size_t wrappedLineLength = 80;
+
+constexpr bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
+bool isBlankText(std::string_view text) {
+    for (const char c : text)
+        if (!isBlank(c)) return false;
+    return true;
+}
+
+/// One reading of one file: where it stands and where its samples go.
+class Reading {
+  public:
+    Reading(PassContext& context, const InputSlot& slot, std::string_view bytes, int firstColumn, int lastColumn)
+        : context_(context), slot_(slot), lines_(bytes, slot.dataStart > 0 ? static_cast<std::size_t>(slot.dataStart) - 1 : bytes.size()),
+          start_(context.grid.start), step_(context.grid.step), samples_(context.inputMatrix.samples()), fixedWidth_(static_cast<std::size_t>(context.fixedColumnWidth)) {
+        for (int column = firstColumn; column <= lastColumn; ++column) columns_.push_back(context.inputMatrix.column(column).data());
+    }
+
+    ReadResult run() { return sameText(slot_.wrap, "YES") ? readWrapped() : readLines(); }
+
+  private:
+    PassContext& context_;
+    const InputSlot& slot_;
+    LineReader lines_;
+    double start_, step_;
+    std::int32_t samples_;
+    std::size_t fixedWidth_;
+    std::vector<double*> columns_;  ///< sample i of a column at index i - 1
+    std::size_t recordPlace_ = 0;   ///< byte at which the record in hand begins
+
+    // Fields of a wrapped record come from several lines; these two carry the place in the record from line to line.
+    std::size_t field_ = 0;
+    std::int32_t index_ = 0;
+
+    /// Once per record: progress, the user's cancel, a turn for events. False when cancelled.
+    bool nextRecord() {
+        RunState& run = context_.app.run;
+        run.progressFraction = static_cast<float>(static_cast<double>(lines_.position()) / static_cast<double>(lines_.bytes().size()));
+        if (context_.cancelled()) return false;
+        if (!run.commandMode) context_.app.user.pumpEvents();
+        return true;
+    }
+
+    /// Grid index of a depth, 0 when it falls outside. RunTimeFailure when it leaves 32 bits.
+    std::int32_t indexOf(double depth) const {
+        const double place = (depth - start_) / step_ + 1;
+        if (!(std::abs(place) < 2147483647.0)) throw RunTimeFailure("depth " + plainNumber(depth) + " is beyond the grid's 32 bits");
+        const auto index = static_cast<std::int32_t>(std::lrint(place));
+        return index <= 0 || index > samples_ ? 0 : index;
+    }
+
+    std::int32_t indexOfField(std::string_view field) const {
+        const ParsedNumber number = parseNumber(field);
+        if (number.length != field.size() || field.empty())
+            throw RunTimeFailure("depth \"" + std::string(field.substr(0, 40)) + "\" is not a number");
+        return indexOf(number.value);
+    }
+
+    /// Stores the values of a text that begins at field_ of the record. Bytes up to `limit` may be looked at: what stands behind the text
+    /// begins with a line end, which continues no number. False when the record falls outside the grid.
+    bool storeFields(const char* at, const char* end, const char* limit) {
+        while (true) {
+            while (at != end && isBlank(*at)) ++at;
+            if (at == end) return true;
+            if (field_ == 0) {
+                const char* const begin = at;
+                while (at != end && !isBlank(*at)) ++at;
+                index_ = indexOfField({begin, static_cast<std::size_t>(at - begin)});
+                if (index_ == 0) return false;
+            } else {
+                if (field_ > columns_.size()) return true;
+                at = parseNumberFast(at, limit, columns_[field_ - 1][index_ - 1]);
+                while (at != end && !isBlank(*at)) ++at;
+            }
+            ++field_;
+        }
+    }
+
+    void fillMissingFields() {
+        if (index_ == 0) return;
+        for (std::size_t field = field_ == 0 ? 1 : field_; field <= columns_.size(); ++field) columns_[field - 1][index_ - 1] = 0;
+    }
+
+    void storeFixedWidth(std::string_view record) {
+        const std::int32_t index = indexOf(val(record.substr(0, fixedWidth_)));
+        if (index == 0) return;
+        std::size_t place = fixedWidth_;
+        for (double* column : columns_) {
+            column[index - 1] = place < record.size() ? val(record.substr(place, fixedWidth_)) : lasNull;
+            place += fixedWidth_;
+        }
+    }
+
+    void storeRecord(std::string_view record) {
+        if (fixedWidth_ > 0) {
+            storeFixedWidth(record);
+            return;
+        }
+        field_ = 0;
+        index_ = 0;
+        const char* const limit = lines_.bytes().data() + lines_.bytes().size();
+        if (storeFields(record.data(), record.data() + record.size(), limit)) fillMissingFields();
+    }
+
+    ReadResult readLines() {
+        while (!lines_.atEnd()) {
+            recordPlace_ = lines_.position();
+            std::string_view line;
+            lines_.next(line);
+            if (isBlankText(line)) continue;
+            if (!nextRecord()) return ReadResult::Cancelled;
+            storeRecord(line);
+        }
+        return ReadResult::ToTheEnd;
+    }
+
+    /// Lays `line` behind what the record's buffer of `capacity` characters holds; text beyond it is lost. Returns the part that fits.
+    static std::string_view fitIntoRecord(std::string_view line, bool first, std::size_t capacity, std::size_t& used) {
+        if (!first && !line.empty() && line.front() != ' ') ++used;
+        const std::size_t room = used < capacity ? capacity - used : 0;
+        used += line.size();
+        return line.substr(0, room);
+    }
+
+    ReadResult readWrapped() {
+        const int linesPerRecord = slot_.linesPerStep;
+        const std::size_t capacity = (static_cast<std::size_t>(linesPerRecord) + 1) * wrappedLineLength;
+        std::string buffer;
+        while (!lines_.atEnd()) {
+            field_ = 0;
+            index_ = 0;
+            bool inside = true;
+            std::size_t used = 0;
+            buffer.clear();
+            recordPlace_ = lines_.position();
+            for (int count = 0; count < linesPerRecord && !lines_.atEnd();) {
+                std::string_view line;
+                lines_.next(line);
+                if (isBlankText(line)) continue;  // a blank line inside a record is passed over
+                if (count == 0 && !nextRecord()) return ReadResult::Cancelled;
+                const std::size_t before = used;
+                const std::string_view part = fitIntoRecord(line, count == 0, capacity, used);
+                if (fixedWidth_ > 0) {
+                    buffer.append(used - line.size() - before, ' ').append(part);
+                } else if (inside) {
+                    // A part that lost its end must not be read on behind it.
+                    const char* const end = part.data() + part.size();
+                    inside = storeFields(part.data(), end, part.size() == line.size() ? lines_.bytes().data() + lines_.bytes().size() : end);
+                }
+                ++count;
+            }
+            if (used == 0) continue;
+            if (fixedWidth_ > 0) storeFixedWidth(buffer);
+            if (fixedWidth_ == 0 && inside) fillMissingFields();
+        }
+        return ReadResult::ToTheEnd;
+    }
+
+  public:
+    std::size_t recordPlace() const { return recordPlace_; }
+};
+
+}  // namespace
+
+ReadResult readDataIntoMatrix(PassContext& context, const InputSlot& slot, int firstColumn, int lastColumn) {
+    std::string why;
+    const auto file = MappedFile::open(slot.path, &why);
+    const std::string name = fileNameOf(slot.path);
+    if (!file) {
+        context.report.failures.add(name, why);
+        return ReadResult::NotDone;
+    }
+    file->willReadAll();
+    context.app.run.statusText = "Reading " + name + " into array...";
+    Reading reading(context, slot, file->bytes(), firstColumn, lastColumn);
+    try {
+        const ReadResult result = reading.run();
+        if (file->damaged()) throw RunTimeFailure("the file was cut while it was read");
+        return result;
+    } catch (const RunTimeFailure& failure) {
+        context.report.failures.add(name + ": line " + std::to_string(lineNumberAt(file->bytes(), reading.recordPlace())),
+                                    std::string(failure.what()) + ", reading ended");
+        return ReadResult::NotDone;
+    }
+}
+
+}  // namespace welvane

@@ -1,0 +1,191 @@
+#include "engine/grid.h"
+
+#include <cmath>
+
+#include "shared/files.h"
+#include "shared/numbers.h"
+#include "shared/text.h"
+
+namespace welvane {
+
+namespace {
+
+constexpr int wrapLineLength = 78;
+
+const char* const stepZeroText =
+    "Please enter a STEP that is not zero. Welvane can only produce LAS files with a non-zero step.";
+const char* const stepZeroTitle = "Invalid STEP Value";
+const char* const narrowTitle = "Format Too Narrow!";
+
+std::string_view between(std::string_view text, char from, std::string_view to) {
+    const std::size_t first = text.find(from);
+    if (first == npos) return text;
+    const std::size_t last = findText(text, to, first + 1);
+    return last == npos ? text.substr(first + 1) : text.substr(first + 1, last - first - 1);
+}
+
+bool stop(PassContext& context, std::string why) {
+    context.report.refusal = std::move(why);
+    return false;
+}
+
+bool stepIsZero(PassContext& context) {
+    if (!context.app.run.commandMode) context.app.user.ask({stepZeroTitle, stepZeroText, Buttons::Ok, Icon::Stop, Answer::Ok});
+    context.tables().setting(PrdRow::SampleRate).clear();
+    context.app.run.cancelRequested = true;
+    return stop(context, "the step is zero: name one other than 0");
+}
+
+/// False when the question was answered with Cancel.
+bool acceptFormatChange(PassContext& context, const std::string& text) {
+    if (context.app.run.commandMode) return true;
+    if (context.app.user.ask({narrowTitle, text, Buttons::OkCancel, Icon::Stop, Answer::Ok}) == Answer::Ok) return true;
+    context.app.run.cancelRequested = true;
+    return stop(context, "the data format is too narrow for the step, and widening it was declined");
+}
+
+bool checkFormat(PassContext& context) {
+    PassGrid& grid = context.grid;
+    // Kept: a grid that ends at or above zero skips the whole check and so writes its depths without decimals.
+    if (grid.stop <= 0) return true;
+    const std::string digits = stripZeros(formatMask(grid.step, 9));
+    const std::size_t dot = digits.find('.');
+    grid.stepDecimals = dot == npos ? 0 : static_cast<int>(digits.size() - dot - 1);
+    // Kept: it is the step that is measured here, not the depth, so a deep log in a narrow column passes.
+    const int neededWidth = grid.stepDecimals + 1 + static_cast<int>(formatMask(grid.step, 1).find('.')) + 1;
+
+    FormatDefaults& format = context.format();
+    if (format.dataDecimals < grid.stepDecimals) {
+        const std::string text = "The specified number of decimal places (" + std::to_string(format.dataDecimals) +
+                                 "), cannot display the full precision of the specified STEP (" + plainNumber(grid.step) +
+                                 ").  Press OK to make this change and continue.";
+        if (!acceptFormatChange(context, text)) return false;
+        format.dataDecimals = toInt16(grid.stepDecimals);
+        context.tables().setting(PrdRow::DataDecimals) = std::to_string(format.dataDecimals);
+    }
+    if (format.dataWidth < neededWidth) {
+        const std::string text =
+            "The format specified for the channels is not wide enough to contain the depth numbers. Please increase the Total Width to "
+            "accomodate the depth range and precision of the STEP to at least " +
+            std::to_string(neededWidth) + " total width and " + std::to_string(grid.stepDecimals) +
+            " decimals. Press OK to make this change and continue.";
+        if (!acceptFormatChange(context, text)) return false;
+        // Kept: the box promises a wider column, dataWidth does not change. Test: PassGridTest.narrowFormatKeepsDataWidth
+        context.tables().setting(PrdRow::DataWidth) = std::to_string(format.dataWidth);
+        context.tables().setting(PrdRow::DataDecimals) = std::to_string(format.dataDecimals);
+    }
+    return true;
+}
+
+int findHeaderSlot(const PassContext& context) {
+    const std::string& wanted = context.session.tables.setting(PrdRow::HeaderFile);
+    for (int slot = 0; slot < slotCount; ++slot)
+        if (sameText(context.session.slots[static_cast<std::size_t>(slot)].path, wanted)) return slot;
+    return 0;
+}
+
+std::int16_t columnWidth(PassContext& context) {
+    if (sameText(context.tables().setting(PrdRow::ParsingOptions), "Auto (Preferred)")) return 0;
+    std::int16_t width = 0;
+    attempt(context.report.failures, "column width", [&] { width = toInt16(val(context.tables().option(PrdRow::ParsingOptions))); });
+    return width;
+}
+
+NullFill fillMode(const std::string& text) {
+    if (sameText(text, "Linear")) return NullFill::Linear;
+    if (sameText(text, "Flat Top")) return NullFill::FlatTop;
+    return NullFill::None;
+}
+
+void readOptions(PassContext& context) {
+    SessionTables& tables = context.tables();
+    context.grid.depthOffset = val(tables.setting(PrdRow::DepthOffset));
+    const std::int16_t width = context.format().dataWidth;
+    context.wrapPerLine = 0;
+    if (sameText(tables.setting(PrdRow::Wrap), "Yes") && width > 0) context.wrapPerLine = static_cast<std::int16_t>(wrapLineLength / width);
+    attempt(context.report.failures, "null value", [&] { context.nullValue = toSingle(val(tables.setting(PrdRow::Null))); });
+    context.nullFillMode = fillMode(tables.setting(PrdRow::NullFill));
+}
+
+/// Bounds memory before it is taken.
+bool boundGrid(PassContext& context) {
+    PassGrid& grid = context.grid;
+    const double steps = std::abs((grid.start - grid.stop) / grid.step);
+    if (!(steps < 2147483647.0 - 1))
+        return stop(context, "the grid from " + plainNumber(grid.start) + " to " + plainNumber(grid.stop) + " by " + plainNumber(grid.step) +
+                                 " has more samples than 32 bits can count");
+    grid.sampleCount = std::abs(roundToEven((grid.start - grid.stop) / grid.step)) + 1;
+    const std::uint64_t needed = matrixBytes(context);
+    const std::uint64_t available = context.app.platform.freeMemory();
+    if (available != 0 && needed > available)
+        return stop(context, "the grid of " + std::to_string(grid.sampleCount) + " samples needs " + std::to_string(needed >> 20) +
+                                 " MB of memory, " + std::to_string(available >> 20) + " MB are free");
+    return true;
+}
+
+}  // namespace
+
+double depthLimit(std::string_view text, double header) {
+    if (text.find_first_of("<>=") == npos) return val(text);
+    std::string number;
+    for (const char c : text)
+        if (c != '<' && c != '>' && c != '=') number += c;
+    const double value = val(number);
+    if (holdsText(text, "=>") || holdsText(text, ">=")) return value > header ? value : header;
+    if (holdsText(text, "=<") || holdsText(text, "<=")) return value < header ? value : header;
+    if (holdsText(text, ">")) return value >= header ? value : header;
+    if (holdsText(text, "<")) return value <= header ? value : header;
+    return value;
+}
+
+double stepOfText(std::string_view text, std::string_view depthUnit) {
+    const bool listItem = holdsText(text, "\"") && holdsText(text, "f") && holdsText(text, "m");
+    std::string_view number = text;
+    if (listItem || isNumeric(text)) {
+        const bool feet = sameText(depthUnit, "F") || sameText(depthUnit, "FT");
+        if (holdsText(text, "(")) number = feet ? between(text, '"', "f") : between(text, '(', "m");
+    }
+    return val(formatMask(std::abs(val(number)), 4));
+}
+
+int countOutputChannels(const SessionTables& tables) {
+    int count = 0;
+    for (int column = 1; column < tables.outputs().columns(); ++column)
+        if (!tables.output(SrdRow::Mnem, column).empty()) ++count;
+    return count;
+}
+
+std::uint64_t matrixBytes(const PassContext& context) {
+    const auto inputs = static_cast<std::uint64_t>(context.session.columnBase(slotCount));
+    const auto outputs = static_cast<std::uint64_t>(countOutputChannels(context.session.tables));
+    return (inputs + outputs) * static_cast<std::uint64_t>(context.grid.sampleCount) * sizeof(double);
+}
+
+bool deriveGrid(PassContext& context) {
+    SessionTables& tables = context.tables();
+    PassGrid& grid = context.grid;
+    context.applyTvd = tables.checked(PrdRow::ApplyTvd) && !context.session.inclinometry.rows.empty();
+    context.tvdUnitFactor = sameText(tables.setting(PrdRow::DepthUnits), "M") ? metresPerFoot : 1.0F;
+    context.headerSlot = findHeaderSlot(context);
+
+    const InputSlot& first = context.session.slots[0];
+    grid.start = depthLimit(tables.setting(PrdRow::From), first.start);
+    grid.stop = depthLimit(tables.setting(PrdRow::To), first.stop);
+    context.fixedColumnWidth = columnWidth(context);
+    grid.step = stepOfText(tables.setting(PrdRow::SampleRate), tables.setting(PrdRow::DepthUnits));
+    if (grid.step == 0) return stepIsZero(context);
+    if (grid.start > grid.stop) std::swap(grid.start, grid.stop);
+    if (!checkFormat(context)) return false;
+    readOptions(context);
+    if (!boundGrid(context)) return false;
+
+    grid.firstIndex = 1;
+    grid.lastIndex = grid.sampleCount;
+    if (sameText(tables.setting(PrdRow::Direction), "Deep to Shallow")) {
+        grid.direction = -1;
+        std::swap(grid.firstIndex, grid.lastIndex);
+    }
+    return true;
+}
+
+}  // namespace welvane

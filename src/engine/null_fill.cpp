@@ -1,0 +1,46 @@
+#include "engine/null_fill.h"
+
+namespace welvane {
+
+namespace {
+
+void fillLinear(std::span<double> samples) {
+    const std::size_t count = samples.size();
+    std::size_t place = 0;
+    while (true) {
+        // The last data sample before a gap; a gap without one is never filled.
+        while (place + 1 < count && !(samples[place] != lasNull && samples[place + 1] == lasNull)) ++place;
+        if (place + 1 >= count) return;
+        const std::size_t above = place;
+        std::size_t below = above + 1;
+        while (below < count && samples[below] == lasNull) ++below;
+        if (below >= count) return;
+        const double span = static_cast<double>(below - above);
+        for (std::size_t index = above + 1; index < below; ++index)
+            samples[index] = (static_cast<double>(index - above) / span) * (samples[below] - samples[above]) + samples[above];
+        place = below;
+    }
+}
+
+void fillFlatTop(std::span<double> samples) {
+    double last = lasNull;
+    for (double& sample : samples) {
+        if (sample != lasNull) last = sample;
+        if (sample == lasNull) sample = last;
+    }
+}
+
+}  // namespace
+
+void fillColumn(std::span<double> samples, NullFill mode) {
+    if (mode == NullFill::Linear) fillLinear(samples);
+    if (mode == NullFill::FlatTop) fillFlatTop(samples);
+}
+
+void applyNullFill(PassContext& context, NullFill mode, int firstColumn, int lastColumn) {
+    context.app.run.statusText = "Doing Null Filling ...";
+    for (int column = firstColumn; column <= lastColumn; ++column)
+        attempt(context.report.failures, "null fill", [&] { fillColumn(context.inputMatrix.column(column), mode); });
+}
+
+}  // namespace welvane
