@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "las/statistics.h"
+#include "listing/listing_options.h"
+#include "platform/output_file.h"
+
+/// The listing of one file: its facts as values, then as text.
+namespace welvane {
+
+/// What a listing is to hold, taken from ord.
+struct ListingOptions {
+    bool curveList = false, footageStats = false, intervals = false, minMaxStats = false, mnemonicsList = false, includePrice = false;
+    std::string topName, comment, pricingComment;
+    std::vector<std::string> mnemonics;
+    PriceInput price;
+
+    /// The statistics of the data are needed.
+    bool needsStatistics() const { return footageStats || minMaxStats || includePrice; }
+};
+/// RunTimeFailure for a price beyond a single.
+ListingOptions readListingOptions(const Table& ord);
+
+/// A header line that was asked for by its mnemonic.
+struct ListedField {
+    std::string mnem, value, desc;
+};
+
+/// One file of a listing. Depths and lengths are in its own unit.
+struct FileListing {
+    std::string path;
+    std::string well;  ///< VALUE of WELL
+    std::vector<ListedField> fields;
+    LasStatistics statistics;  ///< element 0 of its channels is the index
+    bool hasStatistics = false;
+    double depthFactor = 1;  ///< feet in one of its unit
+    double curveTotal = 0;   ///< non-null length of all channels
+    double fullTotal = 0;    ///< number of channels x length of the interval
+    float price = 0;
+};
+
+/// Reads a file; Failed when it cannot be read. Boxes tell of gaps in its header.
+StepResult readFileListing(App& app, std::string_view path, const ListingOptions& options, FileListing& listing);
+/// Writes its part of the listing.
+void writeFileListing(const FileListing& listing, const ListingOptions& options, OutputFile& output);
+
+}  // namespace welvane
