@@ -1,0 +1,108 @@
+#include "cli/las_check.h"
+
+#include <cstring>
+#include <optional>
+
+#include "las/data_access.h"
+#include "las/header_line.h"
+#include "las/sections.h"
+#include "platform/mapped_file.h"
+#include "shared/failure.h"
+#include "shared/files.h"
+#include "shared/line_reader.h"
+#include "shared/text.h"
+
+namespace welvane {
+
+namespace {
+
+/// A line of 32767 columns of 30 characters has less than a million; one this long is no LAS line.
+constexpr std::size_t longestLine = std::size_t{4} << 20;
+constexpr std::size_t mostColumns = 32767;
+/// Data lines that are looked at.
+constexpr int linesLookedAt = 200;
+constexpr std::size_t firstBlock = 4096;
+
+/// What a walk over the header and the first data lines finds.
+struct Walk {
+    bool curveSection = false, dataSection = false, dataLine = false;
+    std::size_t curveLines = 0;
+    std::size_t longLine = 0;  ///< 1-based number of a line that is too long; 0 when there is none
+};
+
+/// A title of this letter, however it goes on.
+bool isTitle(std::string_view line, char letter) {
+    return line.size() > 1 && line[0] == '~' && upperChar(line[1]) == letter;
+}
+
+Walk walkOver(std::string_view bytes) {
+    Walk walk;
+    LineReader lines(bytes);
+    bool inCurves = false;
+    int dataLines = 0;
+    std::size_t number = 0;
+    for (std::string_view line; dataLines < linesLookedAt && lines.next(line);) {
+        ++number;
+        if (line.size() > longestLine) {
+            walk.longLine = number;
+            return walk;
+        }
+        if (walk.dataSection) {
+            ++dataLines;
+            walk.dataLine = walk.dataLine || !trimBreaks(line).empty();
+            continue;
+        }
+        const std::string_view text = trimBreaks(line);
+        if (isTitle(text, 'A')) walk.dataSection = true;
+        if (!text.empty() && text.front() == '~') inCurves = isTitle(text, 'C');
+        walk.curveSection = walk.curveSection || inCurves;
+        if (inCurves && lineKind(text) == LineKind::Data) ++walk.curveLines;
+    }
+    return walk;
+}
+
+std::string numberText(std::size_t number) { return std::to_string(number); }
+
+}  // namespace
+
+std::string whyUnreadable(std::string_view path) {
+    std::string why;
+    const std::optional<MappedFile> file = MappedFile::open(path, &why);
+    if (!file) return why;
+    if (file->bytes().empty()) return "the file is empty";
+    const std::size_t nul = file->bytes().substr(0, firstBlock).find('\0');
+    if (nul != npos) return "not a text file: byte " + numberText(nul + 1) + " is NUL";
+    return {};
+}
+
+std::string whyNoLas(std::string_view path, bool loose) {
+    const std::optional<MappedFile> file = MappedFile::open(path);
+    if (!file) return whyUnreadable(path);
+    const Walk walk = walkOver(file->bytes());
+    if (walk.longLine != 0) return "line " + numberText(walk.longLine) + " is longer than " + numberText(longestLine >> 20) + " MB";
+    if (!walk.curveSection && !walk.dataSection) return "no LAS file: it has neither ~Curve nor ~A";
+    if (!walk.curveSection) return "no ~Curve section";
+    if (!walk.dataSection) return "no ~A section: nothing but a header";
+    if (walk.curveLines == 0) return "its ~Curve section names no channel";
+    if (walk.curveLines > mostColumns)
+        return numberText(walk.curveLines) + " channels, more than the " + numberText(mostColumns) + " that can be held";
+    if (!walk.dataLine) return "no data behind its ~A line";
+    if (trim(getDepthHeader(path).step().value).empty()) return "no STEP in its ~Well section";
+    const DataShape shape = detectDataLayout(path);
+    if (shape.layout != DataLayout::Undecided || loose) return {};
+    if (shape.differingLineNumber == 0) return "its data have no regular shape (--loose reads them line by line)";
+    return "its data have no regular shape: lines " + numberText(shape.firstLineNumber) + " and " +
+           numberText(shape.differingLineNumber) + " differ in their number of values (--loose reads them line by line)";
+}
+
+bool hasLoneLineFeed(std::string_view path) {
+    const std::optional<MappedFile> file = MappedFile::open(path);
+    if (!file) return false;
+    const std::string_view bytes = file->bytes();
+    for (std::size_t place = bytes.find('\n'); place != npos; place = bytes.find('\n', place + 1)) {
+        if (place == 0 || bytes[place - 1] != '\r') return true;
+    }
+    return false;
+}
+
+}  // namespace welvane

@@ -1,0 +1,74 @@
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/command_line.h"
+#include "app/headless.h"
+#include "app/startup.h"
+#include "cli/shown_text.h"
+#include "cli/verbs.h"
+#include "platform/process.h"
+#include "platform/terminal.h"
+
+namespace welvane {
+namespace {
+
+constexpr std::string_view desktopProgram = "welvane-desktop";
+
+bool namesVerbs(std::string_view argument) {
+    for (const std::string_view known : {"help", "--help", "-h", "--version"}) {
+        if (argument == known) return true;
+    }
+    return findVerb(argument) != nullptr;
+}
+
+bool tracing() {
+    const char* const wanted = std::getenv("WELVANE_TRACE");
+    return isTerminal(Stream::Error) || (wanted != nullptr && std::string_view(wanted) == "1");
+}
+
+/// The exit status is 0 whatever happened: success is told by the output file alone.
+void runHeadlessLine(const std::string& text) {
+    SilentInterface silent;
+    const std::unique_ptr<Platform> platform = makeSystemPlatform();
+    App app(silent, *platform);
+    app.run.commandMode = true;
+    cancelOnInterrupt(&app.run.cancelRequested);
+    loadProcess(app);
+    const HeadlessReport report = runHeadless(app, readCommandLine(text));
+    cancelOnInterrupt(nullptr);
+    if (!tracing()) return;
+    if (!report.written) std::fputs("welvane: nothing was written\n", stderr);
+    for (const std::string& note : report.notes) std::fputs(("welvane: " + shownText(note) + "\n").c_str(), stderr);
+}
+
+/// Becomes the desktop program beside this one or on PATH; where there is none, the help is all that can be given.
+ExitCode openDesktop() {
+    const std::string folder = executableFolder();
+    if (!folder.empty()) becomeProgram({folder + std::string(desktopProgram)});
+    becomeProgram({std::string(desktopProgram)});
+    std::fputs(overviewText().c_str(), stderr);
+    return ExitCode::Usage;
+}
+
+ExitCode start(const std::vector<std::string>& arguments) {
+    if (!arguments.empty() && namesVerbs(arguments.front())) return runVerb(arguments);
+    const std::string text = commandText(arguments);
+    if (text.empty()) return openDesktop();
+    try {
+        runHeadlessLine(text);
+    } catch (const std::exception& error) {
+        if (tracing()) std::fputs(("welvane: " + shownText(error.what()) + "\n").c_str(), stderr);
+    }
+    return ExitCode::Done;
+}
+
+}  // namespace
+}  // namespace welvane
+
+int main(int count, char** values) {
+    return static_cast<int>(welvane::start(std::vector<std::string>(values + (count > 0 ? 1 : 0), values + count)));
+}

@@ -1,0 +1,145 @@
+#include "cli/verbs.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+
+#include "app/command_line.h"
+#include "cli/shown_text.h"
+#include "platform/terminal.h"
+#include "shared/text.h"
+
+namespace welvane {
+
+namespace {
+
+constexpr std::string_view usageLines =
+    "Usage: welvane VERB [FILE...] [options]      see 'welvane VERB --help'\n"
+    "       welvane FILE /Switch=value ...        the headless line: silent, exit status 0\n"
+    "       welvane                               opens the desktop\n";
+
+void declareCommon(CLI::App& command, const Verb& verb, CommonOptions& common) {
+    const char* const group = "Common options";
+    command.set_help_flag("-h,--help", "Print this help")->group(group);
+    command.add_flag("-q,--quiet", common.quiet, "Say nothing but errors")->group(group);
+    command.add_option("--progress", common.progress, "Show a progress bar: auto, always or never")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->type_name("WHEN")
+        ->group(group);
+    CLI::Option* const yes = command.add_flag("-y,--yes", common.yes, "Answer every question with Yes or OK")->group(group);
+    command.add_flag("-n,--no", common.no, "Answer every question with No or Cancel")->excludes(yes)->group(group);
+    command.add_flag("-f,--force", common.force, "Replace an output that exists")->group(group);
+    command.add_flag("--strict", common.strict, "Refuse an input whose lines end in LF only")->group(group);
+    if (verb.json) command.add_flag("--json", common.json, "Print one JSON document on stdout")->group(group);
+}
+
+ExitCode usageFault(const std::string& message, const Verb* verb) {
+    std::string line = "welvane: " + message + "\n";
+    line += verb == nullptr ? "See 'welvane --help'.\n" : "See 'welvane " + std::string(verb->name) + " --help'.\n";
+    std::fputs(shownText(line).c_str(), stderr);
+    return ExitCode::Usage;
+}
+
+/// Results are worth nothing when they did not get out.
+ExitCode flushOutput(ExitCode code) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
+    std::fputs("welvane: the results could not be written to standard output\n", stderr);
+    return code == ExitCode::Done ? ExitCode::Negative : code;
+}
+
+ExitCode perform(const VerbRun& run, const CommonOptions& common, const Verb& verb) {
+    ExitCode code = ExitCode::Done;
+    try {
+        Workbench bench(common);
+        try {
+            code = run(bench);
+        } catch (const UsageFault& fault) {
+            code = usageFault(fault.what(), &verb);
+        } catch (const std::bad_alloc&) {
+            bench.user().say("out of memory");
+            code = ExitCode::Negative;
+        } catch (const std::exception& error) {
+            // Somebody who stopped the run knows why it ended.
+            if (!wasInterrupted()) bench.user().say(error.what());
+            code = ExitCode::Negative;
+        }
+        if (wasInterrupted()) {
+            bench.user().say("stopped");
+            code = ExitCode::Interrupted;
+        }
+        cancelOnInterrupt(nullptr);
+    } catch (const std::exception& error) {
+        std::fputs(shownText(std::string("welvane: ") + error.what() + "\n").c_str(), stderr);
+        code = ExitCode::Negative;
+    }
+    return flushOutput(code);
+}
+
+}  // namespace
+
+const std::vector<Verb>& verbTable() {
+    static const std::vector<Verb> table = {
+        {"run", "Make one LAS file of one to four inputs", declareRun},
+        {"info", "Tell what stands in a LAS file: depths, data, sections, channels", declareInfo, true},
+        {"settings", "List, get and set the preferences", declareSettings, true},
+    };
+    return table;
+}
+
+const Verb* findVerb(std::string_view name) {
+    const auto found = std::find_if(verbTable().begin(), verbTable().end(), [&](const Verb& verb) { return verb.name == name; });
+    return found == verbTable().end() ? nullptr : &*found;
+}
+
+std::string overviewText() {
+    std::string text = "Welvane reads, joins, repairs and writes well logs in LAS files.\n\n";
+    text += usageLines;
+    text += "\nVerbs:\n";
+    std::size_t width = 0;
+    for (const Verb& verb : verbTable()) width = std::max(width, verb.name.size());
+    for (const Verb& verb : verbTable()) text += "  " + padded(verb.name, width + 3) + std::string(verb.summary) + "\n";
+    text += "\nSwitches of the headless line (their case does not matter):\n";
+    for (const CommandSwitch& known : commandSwitches()) text += "  " + padded("/" + std::string(known.name), 12) + std::string(known.help) + "\n";
+    text += "\nExamples:\n"
+            "  welvane info well.las\n"
+            "  welvane run run1.las run2.las --splice -o joined.las\n"
+            "  welvane /File1=run1.las /File2=run2.las /Dowhat=splice /Output=joined.las\n"
+            "\nExit status of the verbs: 0 done; 1 refused, failed, or a negative verdict; 2 wrong usage; 130 stopped.\n";
+    return text;
+}
+
+ExitCode runVerb(const std::vector<std::string>& arguments) {
+    const std::string& first = arguments.front();
+    const bool wantsHelp = first == "help" || first == "--help" || first == "-h";
+    if (first == "--version") {
+        std::fputs("welvane " WELVANE_VERSION "\n", stdout);
+        return flushOutput(ExitCode::Done);
+    }
+    if (wantsHelp && arguments.size() == 1) {
+        std::fputs(overviewText().c_str(), stdout);
+        return flushOutput(ExitCode::Done);
+    }
+    const std::string& name = wantsHelp ? arguments[1] : first;
+    const Verb* const verb = findVerb(name);
+    if (verb == nullptr) return usageFault("there is no verb '" + name + "'", nullptr);
+
+    CommonOptions common;
+    CLI::App command(std::string(verb->summary) + ".", "welvane " + std::string(verb->name));
+    const VerbRun run = verb->declare(command);
+    declareCommon(command, *verb, common);
+    command.get_formatter()->column_width(34);
+    // The library takes the arguments from the back.
+    std::vector<std::string> rest(arguments.rbegin(), arguments.rend() - 1);
+    if (wantsHelp) rest = {"--help"};
+    try {
+        command.parse(rest);
+    } catch (const CLI::CallForHelp&) {
+        std::fputs(command.help().c_str(), stdout);
+        return flushOutput(ExitCode::Done);
+    } catch (const CLI::ParseError& error) {
+        return usageFault(error.what(), verb);
+    }
+    return perform(run, common, *verb);
+}
+
+}  // namespace welvane
