@@ -1,0 +1,24 @@
+#!/bin/sh
+# Prints how the pass stands against the floor (a bare loop that reads, parses, prints and writes the same file), on 50 MB of 20 channels,
+# unwrapped and wrapped, then the micro benchmarks. Usage: bench/run.sh BUILD_FOLDER [MEGABYTES]
+set -eu
+build=$1
+size=${2:-50}
+folder=$(mktemp -d "${TMPDIR:-/tmp}/welvane-bench.XXXXXX")
+trap 'rm -rf "$folder"' EXIT INT TERM
+"$build/bin/welvane_make_las" "$folder/plain.las" "$size" 20
+"$build/bin/welvane_make_las" "$folder/wrapped.las" "$size" 20 wrapped
+ratio() {
+    label=$1
+    input=$2
+    shift 2
+    printf '%-42s ' "$label"
+    "$build/bin/welvane_ratio" 7 "$build/bin/welvane_floor" "$input" "$folder/floor.out" -- "$@"
+}
+echo "The pass against the floor, $size MB, 20 channels:"
+ratio "verb, unwrapped in and out" "$folder/plain.las" "$build/welvane" run "$folder/plain.las" -o "$folder/out.las" --force --yes --quiet
+ratio "headless line, unwrapped in" "$folder/plain.las" "$build/welvane" "/File1=$folder/plain.las" "/Output=$folder/out.las"
+ratio "headless line, wrapped in and out" "$folder/wrapped.las" "$build/welvane" "/File1=$folder/wrapped.las" "/Output=$folder/out.las"
+for program in "$build"/bin/*_bench; do
+    [ -x "$program" ] && "$program" --benchmark_min_time=0.2
+done
