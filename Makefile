@@ -1,0 +1,39 @@
+# Short names for what one does all day. Everything here is a line or two of cmake; `scripts/setup` installs what it needs.
+PREFIX ?= /usr/local
+DESTDIR ?=
+
+.PHONY: build demo test sanitize bench lint format install clean
+
+build:
+	scripts/setup
+	cmake --preset release
+	cmake --build --preset release
+
+demo:
+	scripts/demo
+
+test:
+	scripts/test
+
+sanitize:
+	scripts/test asan
+
+bench:
+	scripts/setup
+	cmake --preset bench
+	cmake --build --preset bench
+	bench/run.sh build/bench
+
+lint:
+	scripts/lint
+
+format:
+	scripts/lint --fix
+
+# Builds nothing when build/release is up to date, so `sudo make install` after `make` leaves no files of root behind.
+install:
+	@test -x build/release/welvane || { echo "nothing to install yet: run make first" >&2; exit 1; }
+	DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)"
+
+clean:
+	rm -rf build out
