@@ -16,7 +16,9 @@ constexpr std::string_view printTitle = "Print Certify Results";
 constexpr std::string_view printText = "Do you want to print the certify results of all";
 constexpr std::string_view printEnd = " files (Yes), or the currently selected file (No) ?";
 
-int rowOf(std::size_t file) { return static_cast<int>(file) + 1; }
+int rowOf(std::size_t file) {
+    return static_cast<int>(file) + 1;
+}
 
 void clearVerdicts(BatchCertification& batch) {
     for (std::size_t file = 0; file < batch.files.size(); ++file) {
@@ -43,16 +45,18 @@ void showVerdict(BatchCertification& batch, std::size_t file) {
 }
 
 std::string printedRow(const CertifyRow& row) {
-    std::string text = row.path + ": " + (row.ran ? std::string(verdictText(verdictOf(row.log))) : std::string()) + "\r\n";
+    std::string text =
+        row.path + ": " + (row.ran ? std::string(verdictText(verdictOf(row.log))) : std::string()) + "\r\n";
     if (!row.log.empty()) text.append(row.log).append("\r\n");
     return text;
 }
 
 }  // namespace
 
-void fillCr(BatchCertification& batch, const std::optional<BrowserSelection>& browser, std::string_view lasFile) {
+void fillCr(BatchCertification& batch, const std::optional<CertifySelection>& browser, std::string_view lasFile) {
     std::vector<std::string> paths;
-    if (!browser) paths.emplace_back(lasFile);
+    if (!browser)
+        paths.emplace_back(lasFile);
     else
         for (const std::string& name : browser->names) paths.push_back(withBackslash(browser->folder) + name);
     fillCr(batch, paths);
@@ -69,7 +73,8 @@ void setUpCrd(BatchCertification& batch) {
     batch.crd.resize(rowOf(batch.files.size()), 2);
     batch.crd.text(0, fileColumn) = "File Names";
     chooseCheck(batch, batch.kind);
-    for (std::size_t file = 0; file < batch.files.size(); ++file) batch.crd.text(rowOf(file), fileColumn) = batch.files[file].path;
+    for (std::size_t file = 0; file < batch.files.size(); ++file)
+        batch.crd.text(rowOf(file), fileColumn) = batch.files[file].path;
 }
 
 void chooseCheck(BatchCertification& batch, CheckKind kind) {
@@ -106,7 +111,8 @@ void clickRow(BatchCertification& batch, int row) {
     if (row < 1 || row > static_cast<int>(batch.files.size())) return;
     const CertifyRow& file = batch.files[static_cast<std::size_t>(row - 1)];
     if (file.log.empty()) return;
-    // Kept: only "Failed:" makes the text red, a log whose fault is called "Error:" is shown in green. Test: clickShowsTheLog
+    // Kept: only "Failed:" makes the text red, a log whose fault is called "Error:" is shown in green. Test:
+    // clickShowsTheLog
     batch.details = {.label = "Detailed Results for :" + file.path,
                      .text = file.log,
                      .colour = holdsText(file.log, "Failed:") ? failedColour : passedColour,
@@ -114,11 +120,12 @@ void clickRow(BatchCertification& batch, int row) {
 }
 
 std::string printCertify(App& app, const BatchCertification& batch, int current) {
-    const Prompt question{.title = std::string(printTitle),
-                          .text = std::string(printText).append(strNumber(static_cast<double>(batch.files.size()))).append(printEnd),
-                          .buttons = Buttons::YesNo,
-                          .icon = Icon::Question,
-                          .whenHeadless = Answer::No};
+    const Prompt question{
+        .title = std::string(printTitle),
+        .text = std::string(printText).append(strNumber(static_cast<double>(batch.files.size()))).append(printEnd),
+        .buttons = Buttons::YesNo,
+        .icon = Icon::Question,
+        .whenHeadless = Answer::No};
     std::string text;
     if (app.user.ask(question) == Answer::Yes) {
         for (const CertifyRow& row : batch.files) text += printedRow(row);

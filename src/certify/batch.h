@@ -19,7 +19,7 @@ struct CertifyRow {
 using CertifyTable = std::vector<CertifyRow>;
 
 /// The selected entries of the file browser.
-struct BrowserSelection {
+struct CertifySelection {
     std::string folder{};
     std::vector<std::string> names{};
 };
@@ -29,7 +29,8 @@ enum class CrdColumn { File = 0, Verdict };
 
 struct BatchCertification {
     CertifyTable files;
-    /// crd: row 0 the heads ("File Names", the caption of the chosen option), a row per file under it. Lives as long as the window.
+    /// crd: row 0 the heads ("File Names", the caption of the chosen option), a row per file under it. Lives as long as
+    /// the window.
     Table crd;
     CheckKind kind = CheckKind::Basic;  ///< cOpt
     bool attemptRepair = false;         ///< fixChk
@@ -46,7 +47,7 @@ struct BatchCertification {
 };
 
 /// Fills the list of files: the browser's selection when it is open, otherwise the current input alone; then setUpCrd.
-void fillCr(BatchCertification& batch, const std::optional<BrowserSelection>& browser, std::string_view lasFile);
+void fillCr(BatchCertification& batch, const std::optional<CertifySelection>& browser, std::string_view lasFile);
 /// The same from a list of paths.
 void fillCr(BatchCertification& batch, const std::vector<std::string>& paths);
 /// Sizes crd and fills its heads and its first column.
@@ -54,14 +55,16 @@ void setUpCrd(BatchCertification& batch);
 /// A click on an option: the head of column 1 takes its caption.
 void chooseCheck(BatchCertification& batch, CheckKind kind);
 
-/// Runs the checker over all files in order. A log left by an earlier run is deleted first, so that a checker that crashes gives no old verdict.
-/// True when all were run; a cancel leaves the rows that were done, the others stay empty and white.
+/// Runs the checker over all files in order. A log left by an earlier run is deleted first, so that a checker that
+/// crashes gives no old verdict. True when all were run; a cancel leaves the rows that were done, the others stay empty
+/// and white.
 bool doBatchChecks(App& app, BatchCertification& batch);
 
 /// A click on a row of crd: shows that file's log; nothing happens on the head, outside, or where there is no log.
 void clickRow(BatchCertification& batch, int row);
 
-/// The question of ID_Print, then the text to print: every file with its verdict and log, or the row `current` (of crd) alone.
+/// The question of ID_Print, then the text to print: every file with its verdict and log, or the row `current` (of crd)
+/// alone.
 std::string printCertify(App& app, const BatchCertification& batch, int current);
 
 }  // namespace welvane

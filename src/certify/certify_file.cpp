@@ -11,7 +11,8 @@ namespace {
 
 constexpr std::string_view notLocatedTitle = "Unable to Run Corvant";
 constexpr std::string_view notLocatedText =
-    "Unable to locate Corvant.exe. Path to Corvant Not Set, or path is incorrect. Please check Preferences and try again";
+    "Unable to locate Corvant.exe. Path to Corvant Not Set, or path is incorrect. Please check Preferences and try "
+    "again";
 constexpr std::string_view notPossibleTitle = "Certify Not Possible";
 constexpr std::string_view notPossibleText = "Error while running, or unable to run Corvant. No results for ";
 constexpr std::string_view notPossibleEnd = "  are available.";
@@ -35,7 +36,9 @@ void cutArguments(std::string_view text, std::vector<std::string>& arguments) {
     if (begun) arguments.push_back(std::move(current));
 }
 
-bool holdsSeparator(std::string_view path) { return path.find_first_of("/\\") != npos; }
+bool holdsSeparator(std::string_view path) {
+    return path.find_first_of("/\\") != npos;
+}
 
 /// How a run ended, in the terms of the two boxes.
 enum class RunEnd { Ended, Unfinished, NotFound, NotRun };
@@ -65,7 +68,8 @@ std::string_view checkCaption(CheckKind kind) {
 }
 
 bool CertifyOptions::legal() const {
-    return (wrapChecks.empty() || sameText(wrapChecks, " /W")) && (attemptRepair.empty() || sameText(attemptRepair, " /R")) &&
+    return (wrapChecks.empty() || sameText(wrapChecks, " /W")) &&
+           (attemptRepair.empty() || sameText(attemptRepair, " /R")) &&
            (sameText(region, " /C") || sameText(region, " /U"));
 }
 

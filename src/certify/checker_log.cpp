@@ -14,11 +14,13 @@ constexpr std::array<std::string_view, 2> keywords = {"Failed:", "Error:"};
 constexpr std::size_t longestKeyword = 7;
 constexpr std::string_view lineEnds = "\r\n";
 
-/// Place of the colon of the first keyword at or behind `from`; npos when there is none. Both words end at a colon, which is rare.
+/// Place of the colon of the first keyword at or behind `from`; npos when there is none. Both words end at a colon,
+/// which is rare.
 std::size_t findKeyword(std::string_view text, std::size_t from) {
     for (std::size_t colon = text.find(':', from); colon != npos; colon = text.find(':', colon + 1))
         for (const std::string_view word : keywords)
-            if (colon + 1 >= word.size() && sameText(text.substr(colon + 1 - word.size(), word.size()), word)) return colon;
+            if (colon + 1 >= word.size() && sameText(text.substr(colon + 1 - word.size(), word.size()), word))
+                return colon;
     return npos;
 }
 
@@ -43,7 +45,8 @@ std::string shortened(std::string_view bytes) {
     text.append("\r\n... ").append(std::to_string(rest.size())).append(" further bytes; their lines with a fault:\r\n");
     const std::size_t limit = longestLog + longestLog / 4;
     forEachFailureLine(rest, [&](std::string_view line) {
-        // A line without an end may be as long as the flood itself: its keyword is at hand, the rest of it is not worth keeping.
+        // A line without an end may be as long as the flood itself: its keyword is at hand, the rest of it is not worth
+        // keeping.
         if (line.size() > longestLog / 8) {
             const std::size_t colon = findKeyword(line, 0);
             line = line.substr(colon < longestKeyword ? 0 : colon + 1 - longestKeyword, 1000);
@@ -63,7 +66,9 @@ std::string readWholeFile(std::string_view path) {
     return shortened(file->bytes());
 }
 
-bool holdsFailure(std::string_view text) { return findKeyword(text, 0) != npos; }
+bool holdsFailure(std::string_view text) {
+    return findKeyword(text, 0) != npos;
+}
 
 std::vector<std::string> failureLines(std::string_view text) {
     std::vector<std::string> lines;
@@ -84,6 +89,8 @@ std::string_view verdictText(Verdict verdict) {
     return texts[static_cast<std::size_t>(verdict)];
 }
 
-std::uint32_t verdictColour(Verdict verdict) { return verdict == Verdict::Passed ? passedColour : failedColour; }
+std::uint32_t verdictColour(Verdict verdict) {
+    return verdict == Verdict::Passed ? passedColour : failedColour;
+}
 
 }  // namespace welvane

@@ -9,11 +9,13 @@
 /// The log that the external checker leaves, and how it is judged: by two keywords, and by being there at all.
 namespace welvane {
 
-/// A log longer than this is cut; its later lines are kept only where they hold a keyword, and these up to a quarter of it.
+/// A log longer than this is cut; its later lines are kept only where they hold a keyword, and these up to a quarter of
+/// it.
 inline constexpr std::size_t longestLog = std::size_t{4} << 20;
 
-/// A file's text in one string; "" when it cannot be read. Of a text beyond longestLog: its beginning, a line that tells how much was left out,
-/// and the lines behind it that hold a keyword, so that a checker which floods its log changes no verdict and fills no memory.
+/// A file's text in one string; "" when it cannot be read. Of a text beyond longestLog: its beginning, a line that
+/// tells how much was left out, and the lines behind it that hold a keyword, so that a checker which floods its log
+/// changes no verdict and fills no memory.
 std::string readWholeFile(std::string_view path);
 
 /// True when the text holds "Failed:" or "Error:", case ignored.

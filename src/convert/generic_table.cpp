@@ -12,17 +12,26 @@ namespace {
 constexpr std::string_view cleanedNull = "-999.25";
 constexpr std::string_view depthName = "DEPT";
 
-[[noreturn]] void outside() { throw RunTimeFailure("subscript out of range"); }
+[[noreturn]] void outside() {
+    throw RunTimeFailure("subscript out of range");
+}
 
-std::string cleaned(std::string_view cell) { return std::string(isNoNumberText(cell) ? cleanedNull : cell); }
+std::string cleaned(std::string_view cell) {
+    return std::string(isNoNumberText(cell) ? cleanedNull : cell);
+}
 
 std::string label(std::int64_t row) {
     switch (static_cast<GrdRow>(row)) {
-        case GrdRow::Channels: return "Channels-->";
-        case GrdRow::Name: return "Name";
-        case GrdRow::Unit: return "Unit";
-        case GrdRow::Use: return "Use?";
-        default: return {};
+        case GrdRow::Channels:
+            return "Channels-->";
+        case GrdRow::Name:
+            return "Name";
+        case GrdRow::Unit:
+            return "Unit";
+        case GrdRow::Use:
+            return "Use?";
+        default:
+            return {};
     }
 }
 
@@ -55,11 +64,16 @@ std::string GenericTable::cell(std::int64_t row, int column) const {
     if (row < 0 || row >= rows() || column < 0 || column >= columns()) outside();
     if (column == 0) return label(row);
     switch (static_cast<GrdRow>(std::min(row, grdHeadRows))) {
-        case GrdRow::Channels: return "Chan #" + std::to_string(column);
-        case GrdRow::Name: return name(column);
-        case GrdRow::Unit: return unit(column);
-        case GrdRow::Use: return used(column) ? "1" : "0";
-        case GrdRow::FirstData: break;
+        case GrdRow::Channels:
+            return "Chan #" + std::to_string(column);
+        case GrdRow::Name:
+            return name(column);
+        case GrdRow::Unit:
+            return unit(column);
+        case GrdRow::Use:
+            return used(column) ? "1" : "0";
+        case GrdRow::FirstData:
+            break;
     }
     return cleaned(RowReader(*this).cell(row - grdHeadRows, column));
 }
@@ -67,14 +81,23 @@ std::string GenericTable::cell(std::int64_t row, int column) const {
 void GenericTable::setCell(std::int64_t row, int column, std::string_view text) {
     Column& changed = head(column);
     switch (row < 0 ? GrdRow::Channels : static_cast<GrdRow>(std::min(row, grdHeadRows))) {
-        case GrdRow::Channels: outside();
-        case GrdRow::Name: changed.name = std::string(text); return;
-        case GrdRow::Unit: changed.unit = normalUnit(text); return;
-        case GrdRow::Use: changed.use = text == "1"; return;
-        case GrdRow::FirstData: break;
+        case GrdRow::Channels:
+            outside();
+        case GrdRow::Name:
+            changed.name = std::string(text);
+            return;
+        case GrdRow::Unit:
+            changed.unit = normalUnit(text);
+            return;
+        case GrdRow::Use:
+            changed.use = text == "1";
+            return;
+        case GrdRow::FirstData:
+            break;
     }
     auto& edits = edits_[place(row)];
-    const auto found = std::find_if(edits.begin(), edits.end(), [&changed](const auto& edit) { return edit.first == changed.source; });
+    const auto found =
+        std::find_if(edits.begin(), edits.end(), [&changed](const auto& edit) { return edit.first == changed.source; });
     if (found == edits.end())
         edits.emplace_back(changed.source, trimSpace(text));
     else

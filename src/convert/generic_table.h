@@ -22,11 +22,11 @@ inline constexpr std::int64_t grdHeadRows = 4;
 inline constexpr std::uint32_t grdHeadColour = 0x80FFFF;
 inline constexpr int grdColumnWidth = 200;
 
-/// grd: a generic table on its way to a LAS file. Row 0 the column numbers, 1 mnemonics, 2 units, 3 whether the column is used, then one data row per
-/// text line; column 0 labels, column 1 the depth. Lives as long as the session window.
+/// grd: a generic table on its way to a LAS file. Row 0 the column numbers, 1 mnemonics, 2 units, 3 whether the column
+/// is used, then one data row per text line; column 0 labels, column 1 the depth. Lives as long as the session window.
 ///
-/// A loaded table keeps the bytes of its file (mapped, so that they need no memory of their own) and one place per row; a cell is cut out when it is
-/// asked for. Cells that were edited stand in a store beside.
+/// A loaded table keeps the bytes of its file (mapped, so that they need no memory of their own) and one place per row;
+/// a cell is cut out when it is asked for. Cells that were edited stand in a store beside.
 class GenericTable {
   public:
     /// Columns with the labels, rows with the four heading rows; an empty table has 0 of both.
@@ -34,7 +34,8 @@ class GenericTable {
     std::int64_t rows() const { return columns_.empty() ? 0 : static_cast<std::int64_t>(rows_.size()) + grdHeadRows; }
     std::int64_t dataRows() const { return static_cast<std::int64_t>(rows_.size()); }
 
-    /// Text of a cell, cleaned ("inf" and "NaN" are "-999.25"); row 3 holds "1" or "0". RunTimeFailure outside the table.
+    /// Text of a cell, cleaned ("inf" and "NaN" are "-999.25"); row 3 holds "1" or "0". RunTimeFailure outside the
+    /// table.
     std::string cell(std::int64_t row, int column) const;
     void setCell(std::int64_t row, int column, std::string_view text);
     const std::string& name(int column) const { return head(column).name; }
@@ -42,8 +43,8 @@ class GenericTable {
     bool used(int column) const { return head(column).use; }
     void setUsed(int column, bool use) { head(column).use = use; }
 
-    /// Raises the size to what is wanted (labels and heading rows counted); never lowers it. New cells are empty, new columns used. A table that
-    /// was empty gets "DEPT" and the given unit in column 1.
+    /// Raises the size to what is wanted (labels and heading rows counted); never lowers it. New cells are empty, new
+    /// columns used. A table that was empty gets "DEPT" and the given unit in column 1.
     void setUp(std::int64_t rows, int columns, std::string_view depthUnit);
     /// Takes a column out for good; those behind it move up.
     void dropColumn(int column);
@@ -91,7 +92,8 @@ class RowReader {
   public:
     explicit RowReader(const GenericTable& table);
 
-    /// Cells of a data row (from 0), raw: "inf" and "NaN" as they stand. Element 0 is column 1. Valid until the next call.
+    /// Cells of a data row (from 0), raw: "inf" and "NaN" as they stand. Element 0 is column 1. Valid until the next
+    /// call.
     const std::vector<std::string_view>& read(std::int64_t dataRow);
     /// One raw cell of a data row, columns from 1.
     std::string_view cell(std::int64_t dataRow, int column) const;

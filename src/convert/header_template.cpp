@@ -30,11 +30,16 @@ std::string laidOut(const TemplateLine& line) {
 
 std::string* sectionOf(HeaderTexts& texts, std::string_view title) {
     switch (title.size() > 1 ? upperChar(title[1]) : '\0') {
-        case 'V': return &texts.version;
-        case 'W': return &texts.well;
-        case 'P': return &texts.parameter;
-        case 'O': return &texts.other;
-        default: return nullptr;
+        case 'V':
+            return &texts.version;
+        case 'W':
+            return &texts.well;
+        case 'P':
+            return &texts.parameter;
+        case 'O':
+            return &texts.other;
+        default:
+            return nullptr;
     }
 }
 
@@ -58,14 +63,14 @@ std::vector<std::string> headerTemplate(std::string_view country, std::string_vi
                                                      {" WELL .", "", ":Well"},
                                                      {" FLD  .", "", ":Field"},
                                                      {" LOC  .", "", ":Location"}}};
-    constexpr std::array<TemplateLine, 3> canada = {{{" PROV .", "", ":Province"},
-                                                     {" UWI  .", "", ":Unique Well ID"},
-                                                     {" LIC  .", "", ":License Number"}}};
+    constexpr std::array<TemplateLine, 3> canada = {
+        {{" PROV .", "", ":Province"}, {" UWI  .", "", ":Unique Well ID"}, {" LIC  .", "", ":License Number"}}};
     constexpr std::array<TemplateLine, 4> elsewhere = {{{" STAT .", "", ":State"},
                                                         {" CNTY .", "", ":County"},
                                                         {" CTRY .", "", ":Country"},
                                                         {" API  .", "", ":API Number"}}};
-    constexpr std::array<TemplateLine, 2> last = {{{" DATE .", "", ":Run Date"}, {" SRVC .", "Ostrandmeyer Verdaine", ":SERVICE COMPANY"}}};
+    constexpr std::array<TemplateLine, 2> last = {
+        {{" DATE .", "", ":Run Date"}, {" SRVC .", "Ostrandmeyer Verdaine", ":SERVICE COMPANY"}}};
     const auto append = [&lines](const auto& block) {
         for (const TemplateLine& line : block) lines.push_back(laidOut(line));
     };

@@ -13,7 +13,8 @@ namespace {
 constexpr std::string_view skippedTitle = "Lines Skipped!";
 constexpr std::string_view skippedText = "A total of";
 constexpr std::string_view skippedEnd =
-    " lines were skipped because the number of columns was different from the one specified as the starting line. Do not trust this file!";
+    " lines were skipped because the number of columns was different from the one specified as the starting line. Do "
+    "not trust this file!";
 /// Bytes at the start of a file in which a NUL tells that it is no text.
 constexpr std::size_t binarySample = 4096;
 /// Lines between two looks at cancelRequested.
@@ -28,17 +29,22 @@ void tellSkipped(App& app, std::int64_t skipped) {
 }
 
 /// A depth unit as LAS headers show it: the bare letters as capitals.
-std::string depthUnit(const std::string& unit) { return unit.size() == 1 && (unit == "m" || unit == "f") ? upper(unit) : unit; }
+std::string depthUnit(const std::string& unit) {
+    return unit.size() == 1 && (unit == "m" || unit == "f") ? upper(unit) : unit;
+}
 
 }  // namespace
 
 /// Builds a table from its bytes, which the table already holds.
 class TableLoader {
   public:
-    TableLoader(App& app, const LoadOptions& options, GenericTable& table) : app_(app), options_(options), table_(table) {}
+    TableLoader(App& app, const LoadOptions& options, GenericTable& table)
+        : app_(app), options_(options), table_(table) {}
 
     static void hold(GenericTable& table, MappedFile file) { table.file_.emplace(std::move(file)); }
-    static void hold(GenericTable& table, std::string text) { table.text_ = std::make_shared<const std::string>(std::move(text)); }
+    static void hold(GenericTable& table, std::string text) {
+        table.text_ = std::make_shared<const std::string>(std::move(text));
+    }
 
     LoadResult load() {
         std::string_view bytes = table_.bytes();

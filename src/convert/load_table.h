@@ -24,10 +24,11 @@ struct LoadResult {
     std::string why;                          ///< of a failure
 };
 
-/// Loads a file in place of what the table held. The number of fields of the first data line is the number of columns; later lines with another number are
-/// skipped, counted, and told once in a box; blank lines and the headings of further blocks of a report are passed over. Column 1 is
-/// named "DEPT", its unit is the one found, otherwise that of the region. Not done, with the table as it was, for a file that cannot be read, holds
-/// NUL bytes or more columns than 16 bits count. A file without data gives a table without rows.
+/// Loads a file in place of what the table held. The number of fields of the first data line is the number of columns;
+/// later lines with another number are skipped, counted, and told once in a box; blank lines and the headings of
+/// further blocks of a report are passed over. Column 1 is named "DEPT", its unit is the one found, otherwise that of
+/// the region. Not done, with the table as it was, for a file that cannot be read, holds NUL bytes or more columns than
+/// 16 bits count. A file without data gives a table without rows.
 LoadResult loadTable(App& app, std::string_view path, const LoadOptions& options, GenericTable& grd);
 /// The same from a text, such as the clipboard's.
 LoadResult loadTableText(App& app, std::string text, const LoadOptions& options, GenericTable& grd);

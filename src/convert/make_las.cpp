@@ -20,15 +20,18 @@ struct Box {
     Icon icon;
 };
 constexpr Box insufficient{"Insufficient Data to Convert",
-                           "You must have at least 2 columns and one row of data to create a new LAS file. ", Icon::Stop};
+                           "You must have at least 2 columns and one row of data to create a new LAS file. ",
+                           Icon::Stop};
 constexpr Box emptyDepth{"Empty Depth Sample",
-                         "One or more of the depth entries (column 1) are empty. All Depths must have numeric values. Remove empty rows, and "
+                         "One or more of the depth entries (column 1) are empty. All Depths must have numeric values. "
+                         "Remove empty rows, and "
                          "fill in missing depths, then try again.",
                          Icon::Stop};
-constexpr Box varyingStep{"STEP Not Constant!",
-                          "The depth interval between depths is not constant. If you don't expect this, try sorting the depth. The STEP will "
-                          "be written as 0 (= variable STEP) for now. ",
-                          Icon::Warning};
+constexpr Box varyingStep{
+    "STEP Not Constant!",
+    "The depth interval between depths is not constant. If you don't expect this, try sorting the depth. The STEP will "
+    "be written as 0 (= variable STEP) for now. ",
+    Icon::Warning};
 constexpr std::string_view badDepthTitle = "Depth Is No Number";
 
 constexpr int depthDecimals = 4;
@@ -38,7 +41,9 @@ constexpr std::int64_t turnRows = 1024;
 constexpr std::size_t editableLength = 20;
 constexpr std::string_view dataTitleStart = "~Ascii";
 
-void tell(App& app, const Box& box) { app.user.ask({.title = std::string(box.title), .text = std::string(box.text), .icon = box.icon}); }
+void tell(App& app, const Box& box) {
+    app.user.ask({.title = std::string(box.title), .text = std::string(box.text), .icon = box.icon});
+}
 
 bool goesOn(App& app, std::string_view status, std::int64_t row, std::int64_t rows) {
     app.run.progressFraction = static_cast<float>(static_cast<double>(row) / static_cast<double>(rows));
@@ -121,13 +126,15 @@ bool depthsAreGood(App& app, const GenericTable& grd, const DepthScan& scan, Las
     if (scan.emptyRow >= 0) {
         tell(app, emptyDepth);
         result.why = emptyDepth.text;
-        if (const std::size_t line = grd.lineNumber(scan.emptyRow); line > 0) result.why += " (line " + std::to_string(line) + ")";
+        if (const std::size_t line = grd.lineNumber(scan.emptyRow); line > 0)
+            result.why += " (line " + std::to_string(line) + ")";
         return false;
     }
     if (scan.textRow < 0) return true;
     const std::size_t line = grd.lineNumber(scan.textRow);
     std::string cell(RowReader(grd).cell(scan.textRow, 1).substr(0, 60));
-    result.why = "The depth \"" + cell + "\"" + (line > 0 ? " in line " + std::to_string(line) : std::string()) + " is not a number.";
+    result.why = "The depth \"" + cell + "\"" + (line > 0 ? " in line " + std::to_string(line) : std::string()) +
+                 " is not a number.";
     app.user.ask({.title = std::string(badDepthTitle), .text = result.why, .icon = Icon::Stop});
     return false;
 }
@@ -141,12 +148,14 @@ std::string columnName(const GenericTable& grd, int column) {
 std::string withEditableLines(const std::string& section, const FormatDefaults& format, int extraColon) {
     std::string result;
     for (const std::string& piece : split(section, '\n')) {
-        const std::string_view line = piece.ends_with('\r') ? std::string_view(piece).substr(0, piece.size() - 1) : std::string_view(piece);
+        const std::string_view line =
+            piece.ends_with('\r') ? std::string_view(piece).substr(0, piece.size() - 1) : std::string_view(piece);
         HeaderField field;
         if (!result.empty()) result += "\r\n";
-        const bool edited = line.size() < editableLength && lineKind(line) == LineKind::Data && parseHeaderLine(line, field) &&
-                            (sameText(field.mnem, "STRT") || sameText(field.mnem, "STOP") || sameText(field.mnem, "STEP") ||
-                             sameText(field.mnem, "NULL") || sameText(field.mnem, "WRAP"));
+        const bool edited =
+            line.size() < editableLength && lineKind(line) == LineKind::Data && parseHeaderLine(line, field) &&
+            (sameText(field.mnem, "STRT") || sameText(field.mnem, "STOP") || sameText(field.mnem, "STEP") ||
+             sameText(field.mnem, "NULL") || sameText(field.mnem, "WRAP"));
         if (edited)
             result += formatHeaderLine(field, format.dotColumn, format.colonColumn + extraColon, format.valueColumn);
         else
@@ -159,11 +168,14 @@ std::string withEditableLines(const std::string& section, const FormatDefaults& 
 HeaderField fieldOf(const std::string& section, std::string_view mnem) {
     HeaderField field;
     for (const std::string& line : split(section, '\n'))
-        if (lineKind(line) == LineKind::Data && parseHeaderLine(std::string_view(line), field) && sameText(field.mnem, mnem)) return field;
+        if (lineKind(line) == LineKind::Data && parseHeaderLine(std::string_view(line), field) &&
+            sameText(field.mnem, mnem))
+            return field;
     return {};
 }
 
-bool findHeader(const App& app, const GenericTable& grd, const LasRequest& request, HeaderTexts& texts, std::string& why) {
+bool findHeader(const App& app, const GenericTable& grd, const LasRequest& request, HeaderTexts& texts,
+                std::string& why) {
     if (fileExists(request.headerFile)) {
         const auto read = readHeaderTexts(request.headerFile, why);
         if (!read) return false;
@@ -183,7 +195,8 @@ bool findHeader(const App& app, const GenericTable& grd, const LasRequest& reque
 /// Prints the data rows.
 class RowWriter {
   public:
-    RowWriter(std::int16_t width, std::string nullText) : width_(static_cast<std::size_t>(std::max<std::int16_t>(width, 1))), null_(std::move(nullText)) {}
+    RowWriter(std::int16_t width, std::string nullText)
+        : width_(static_cast<std::size_t>(std::max<std::int16_t>(width, 1))), null_(std::move(nullText)) {}
 
     void write(const std::vector<std::string_view>& cells, OutputFile& output) {
         std::size_t room = 2;
@@ -230,8 +243,8 @@ bool writeRows(App& app, const GenericTable& grd, const std::string& nullText, O
 }
 
 /// Corrects the depth lines, NULL and, where the header came from elsewhere, the units and WRAP.
-void correctHeader(App& app, const std::string& path, const GenericTable& grd, const HeaderTexts& texts, const std::string& nullText,
-                   const LasResult& result) {
+void correctHeader(App& app, const std::string& path, const GenericTable& grd, const HeaderTexts& texts,
+                   const std::string& nullText, const LasResult& result) {
     const auto edit = [&](std::string_view mnem, EditPart part, std::string_view text, char section) {
         editHeaderField(path, mnem, part, text, section, app.user);
     };
@@ -251,10 +264,12 @@ void correctHeader(App& app, const std::string& path, const GenericTable& grd, c
 void writeFile(App& app, const GenericTable& grd, const LasRequest& request, LasResult& result) {
     HeaderTexts texts;
     if (!findHeader(app, grd, request, texts, result.why)) return;
-    const std::string nullText = trim(request.nullText).empty() ? std::string("-999.25") : std::string(trim(request.nullText));
+    const std::string nullText =
+        trim(request.nullText).empty() ? std::string("-999.25") : std::string(trim(request.nullText));
     const CurveTexts curves = curveTexts(app, grd);
     OutputFile output(request.targetPath, request.mode);
-    for (const std::string_view text : std::initializer_list<std::string_view>{texts.version, texts.well, curves.curves, texts.parameter, texts.other})
+    for (const std::string_view text : std::initializer_list<std::string_view>{texts.version, texts.well, curves.curves,
+                                                                               texts.parameter, texts.other})
         if (!text.empty()) output.writeLine(text);
     output.writeLine(curves.dataTitle);
     if (!writeRows(app, grd, nullText, output, result)) return;
@@ -289,7 +304,8 @@ CurveTexts curveTexts(const App& app, const GenericTable& grd) {
         field.unit = grd.unit(column);
         field.value = apiCodeForMnem(app.reference, field.mnem);
         field.desc = descriptionForMnem(app.reference, field.mnem);
-        texts.curves.append("\r\n").append(formatHeaderLine(field, format.dotColumn, format.colonColumn, format.valueColumn));
+        texts.curves.append("\r\n").append(
+            formatHeaderLine(field, format.dotColumn, format.colonColumn, format.valueColumn));
         texts.dataTitle += rightAligned(std::string_view(field.mnem).substr(0, width), width);
     }
     if (texts.dataTitle.size() < dataTitleStart.size()) texts.dataTitle.resize(dataTitleStart.size(), ' ');
@@ -308,7 +324,8 @@ LasResult makeLas(App& app, GenericTable& grd, const LasRequest& request) {
         if (grd.columns() - 1 < 2 || grd.dataRows() < 1) return refuse(insufficient);
         DepthScan scan = scanDepths(app, grd);
         const bool depthStays = grd.used(1);
-        // A depth column that is dropped below must be filled all the same; only what will be the depth must be numbers.
+        // A depth column that is dropped below must be filled all the same; only what will be the depth must be
+        // numbers.
         if (!depthStays) scan.textRow = -1;
         if (!depthsAreGood(app, grd, scan, result)) return result;
         dropUnused(grd);
@@ -330,7 +347,8 @@ LasResult makeLas(App& app, GenericTable& grd, const LasRequest& request) {
     return result;
 }
 
-LasResult tableToLas(App& app, std::string_view sourcePath, const LoadOptions& options, const LasRequest& request, LoadResult* loaded) {
+LasResult tableToLas(App& app, std::string_view sourcePath, const LoadOptions& options, const LasRequest& request,
+                     LoadResult* loaded) {
     LasResult result;
     GenericTable grd;
     if (samePath(sourcePath, request.targetPath)) {

@@ -12,7 +12,8 @@ namespace welvane {
 
 struct LasRequest {
     std::string targetPath{};
-    std::string headerFile{};  ///< hTxt: a file to take the header from; "" or one that does not exist: headerText, otherwise the template
+    std::string headerFile{};  ///< hTxt: a file to take the header from; "" or one that does not exist: headerText,
+                               ///< otherwise the template
     std::string headerText{};  ///< the template as the user edited it
     std::string nullText{};    ///< the null value's text; "" is -999.25
     OutputFile::Mode mode = OutputFile::Mode::InPlace;
@@ -32,14 +33,16 @@ struct LasResult {
 
 /// The ~Curve line and data title of the table's columns, as makeLas writes them.
 struct CurveTexts {
-    std::string curves;     ///< the section with its title, lines parted by CR LF
-    std::string dataTitle;  ///< "~Ascii" over the first six characters of the mnemonics, each right-aligned in its column
+    std::string curves;  ///< the section with its title, lines parted by CR LF
+    std::string
+        dataTitle;  ///< "~Ascii" over the first six characters of the mnemonics, each right-aligned in its column
 };
 CurveTexts curveTexts(const App& app, const GenericTable& grd);
 
-/// Writes the table as a LAS file. Columns whose "Use?" is off are dropped from the table for good. Refused, with a box and nothing written: a
-/// table of fewer than two columns or without data, an empty depth, a depth that is no number. A step that is not constant is told in a box and written as
-/// 0. The format settings give the widths; a cell as wide as its column or wider keeps a blank in front of it and all its characters.
+/// Writes the table as a LAS file. Columns whose "Use?" is off are dropped from the table for good. Refused, with a box
+/// and nothing written: a table of fewer than two columns or without data, an empty depth, a depth that is no number. A
+/// step that is not constant is told in a box and written as 0. The format settings give the widths; a cell as wide as
+/// its column or wider keeps a blank in front of it and all its characters.
 LasResult makeLas(App& app, GenericTable& grd, const LasRequest& request);
 
 /// Loads a table and writes it: one item of a many-file run.

@@ -16,7 +16,9 @@ constexpr std::size_t previewBytes = std::size_t{4} << 20;
 /// Lines in front of the data among which names and units are looked for.
 constexpr std::size_t linesRemembered = 4;
 
-bool isNumberCell(std::string_view cell) { return cell.empty() || isNoNumberText(cell) || isNumeric(cell); }
+bool isNumberCell(std::string_view cell) {
+    return cell.empty() || isNoNumberText(cell) || isNumeric(cell);
+}
 
 /// How much a line looks like a row of data.
 enum class RowKind { Blank, Text, DepthFirst, Numbers };
@@ -33,8 +35,9 @@ RowKind rowKind(std::string_view line, Delimiter delimiter, std::size_t& count) 
     return !depthFirst ? RowKind::Text : numbers ? RowKind::Numbers : RowKind::DepthFirst;
 }
 
-/// Place of the first row of this kind that has another one with as many fields right behind it; without such a pair, of the first row of
-/// this kind; npos without one. Rows right in front of it that begin with a number and have as many fields are data as well.
+/// Place of the first row of this kind that has another one with as many fields right behind it; without such a pair,
+/// of the first row of this kind; npos without one. Rows right in front of it that begin with a number and have as many
+/// fields are data as well.
 std::size_t findData(std::string_view bytes, Delimiter delimiter, RowKind wanted) {
     TableLines lines(bytes);
     std::size_t run = npos;  // where the lines that begin with a number and have `columns` fields began
@@ -96,7 +99,8 @@ NameAndUnit nameAndUnit(std::string_view text) {
     const std::size_t open = text.find('(');
     const std::size_t close = open == npos ? npos : text.find(')', open);
     if (close == npos) return {std::string(trimSpace(text)), ""};
-    return {std::string(trimSpace(text.substr(0, open))), std::string(trimSpace(text.substr(open + 1, close - open - 1)))};
+    return {std::string(trimSpace(text.substr(0, open))),
+            std::string(trimSpace(text.substr(open + 1, close - open - 1)))};
 }
 
 /// Names that stand over the runs of a rule line, each from its run's start to the next one's.
@@ -105,7 +109,8 @@ std::vector<NameAndUnit> namesOverRules(std::string_view line, std::string_view 
     for (std::size_t start = rules.find('='); start != npos;) {
         const std::size_t next = rules.find('=', std::min(rules.find_first_not_of('=', start), rules.size()));
         const std::size_t from = names.empty() ? 0 : start;
-        names.push_back(nameAndUnit(from < line.size() ? line.substr(from, next == npos ? npos : next - from) : std::string_view()));
+        names.push_back(nameAndUnit(from < line.size() ? line.substr(from, next == npos ? npos : next - from)
+                                                       : std::string_view()));
         start = next;
     }
     return names;
@@ -154,7 +159,8 @@ void readNames(TableLayout& layout, std::string_view bytes) {
     if (upper.size() != layout.columns || !holdsNoNumber(upper)) return;
     takeNames(layout, upper);
     for (std::size_t column = 0; column < last.size(); ++column)
-        if (layout.units[column].empty()) layout.units[column] = last[column].name.empty() ? last[column].unit : last[column].name;
+        if (layout.units[column].empty())
+            layout.units[column] = last[column].name.empty() ? last[column].unit : last[column].name;
 }
 
 }  // namespace
@@ -185,7 +191,8 @@ std::vector<NameAndUnit> namesWithUnits(std::string_view line, Delimiter delimit
 }
 
 Delimiter guessDelimiter(std::string_view bytes) {
-    constexpr std::array<Delimiter, 4> candidates = {Delimiter::Tab, Delimiter::Semicolon, Delimiter::Comma, Delimiter::Blanks};
+    constexpr std::array<Delimiter, 4> candidates = {Delimiter::Tab, Delimiter::Semicolon, Delimiter::Comma,
+                                                     Delimiter::Blanks};
     std::array<std::size_t, candidates.size()> rows{}, fields{};
     TableLines lines(bytes);
     std::string_view line;

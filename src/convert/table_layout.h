@@ -14,7 +14,8 @@ struct TableLayout {
     Delimiter delimiter = Delimiter::Blanks;
     std::size_t dataPosition = 0;  ///< first byte of the first data line; the text's length when there is none
     std::size_t columns = 0;       ///< fields of that line
-    /// Per column, "" where not told. A unit is what stands in "(" and ")" behind a name, or in the line under the names.
+    /// Per column, "" where not told. A unit is what stands in "(" and ")" behind a name, or in the line under the
+    /// names.
     std::vector<std::string> names, units;
 };
 
@@ -30,8 +31,8 @@ std::vector<NameAndUnit> namesWithUnits(std::string_view line, Delimiter delimit
 /// The delimiter under which most of the first lines are rows of numbers.
 Delimiter guessDelimiter(std::string_view bytes);
 
-/// Looks at the text. `dataLine` is the 1-based number of the line marked "Data Starts Here"; 0 looks for the first row of numbers that has another like
-/// it behind it. A line beyond the text gives a layout without columns.
+/// Looks at the text. `dataLine` is the 1-based number of the line marked "Data Starts Here"; 0 looks for the first row
+/// of numbers that has another like it behind it. A line beyond the text gives a layout without columns.
 TableLayout findTableLayout(std::string_view bytes, Delimiter delimiter, std::size_t dataLine);
 
 /// A unit as a LAS file has it: "OHM.M" is "OHMM", "FT3/FT3" and "M3/M3" are "V/V"; others as they stand.

@@ -9,10 +9,34 @@ namespace welvane {
 
 namespace {
 
-/// Bytes looked at to tell how lines end.
+/// Bytes, and line ends in them, looked at to tell how lines end.
 constexpr std::size_t lineEndSample = std::size_t{1} << 20;
+constexpr int lineEndsCounted = 16;
 
-bool isSpace(char c) { return (c == ' ') | (c == '\t'); }
+bool isSpace(char c) {
+    return (c == ' ') | (c == '\t');
+}
+
+/// A lone CR where most of the first lines end in one: a stray LF behind them does not make one line of them all.
+char lineEndOf(std::string_view bytes) {
+    const std::string_view sample = bytes.substr(0, lineEndSample);
+    int lone = 0, feeds = 0;
+    std::size_t place = 0;
+    while (lone + feeds < lineEndsCounted && (place = sample.find_first_of("\r\n", place)) != npos) {
+        const bool pair = sample[place] == '\r' && sample.substr(place + 1, 1) == "\n";
+        ++(pair || sample[place] == '\n' ? feeds : lone);
+        place += pair ? 2 : 1;
+    }
+    return lone > feeds ? '\r' : '\n';
+}
+
+/// Where lines end in CR, an LF at an edge of one belongs to its end.
+std::string_view withoutFeed(std::string_view line, char end) {
+    if (end != '\r') return line;
+    if (line.starts_with('\n')) line.remove_prefix(1);
+    if (line.ends_with('\n')) line.remove_suffix(1);
+    return line;
+}
 
 }  // namespace
 
@@ -23,9 +47,7 @@ std::string_view trimSpace(std::string_view text) {
 }
 
 TableLines::TableLines(std::string_view bytes, std::size_t position)
-    : bytes_(bytes), position_(position), end_(bytes.substr(0, lineEndSample).find('\n') == npos ? '\r' : '\n') {
-    if (end_ == '\r' && bytes.substr(0, lineEndSample).find('\r') == npos) end_ = '\n';
-}
+    : bytes_(bytes), position_(position), end_(lineEndOf(bytes)) {}
 
 std::string_view TableLines::lineAt(std::size_t position) const {
     const char* const start = bytes_.data() + position;
@@ -33,7 +55,7 @@ std::string_view TableLines::lineAt(std::size_t position) const {
     const void* const end = left == 0 ? nullptr : std::memchr(start, end_, left);
     std::size_t length = end == nullptr ? left : static_cast<std::size_t>(static_cast<const char*>(end) - start);
     if (length > 0 && end_ == '\n' && start[length - 1] == '\r') --length;
-    return {start, length};
+    return withoutFeed({start, length}, end_);
 }
 
 bool TableLines::next(std::string_view& line) {
@@ -42,16 +64,22 @@ bool TableLines::next(std::string_view& line) {
     const std::size_t stop = end == npos ? bytes_.size() : end;
     line = bytes_.substr(position_, stop - position_);
     if (!line.empty() && end_ == '\n' && line.back() == '\r') line.remove_suffix(1);
+    line = withoutFeed(line, end_);
     position_ = end == npos ? bytes_.size() : end + 1;
     return true;
 }
 
 std::size_t TableLines::numberAt(std::size_t position) const {
-    return static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(position), end_)) + 1;
+    return static_cast<std::size_t>(
+               std::count(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(position), end_)) +
+           1;
 }
 
 FieldCursor::FieldCursor(std::string_view line, Delimiter delimiter)
-    : place_(line.data()), end_(line.data() + line.size()), delimiter_(static_cast<char>(delimiter)), more_(!trimSpace(line).empty()) {}
+    : place_(line.data()),
+      end_(line.data() + line.size()),
+      delimiter_(static_cast<char>(delimiter)),
+      more_(!trimSpace(line).empty()) {}
 
 bool FieldCursor::nextWord(std::string_view& field) {
     while (place_ < end_ && isSpace(*place_)) ++place_;
@@ -81,7 +109,8 @@ bool FieldCursor::next(std::string_view& field) {
         }
         if (stop == nullptr) place_ = --start;  // never closed: a field like any other
     }
-    const void* const found = place_ == end_ ? nullptr : std::memchr(place_, delimiter_, static_cast<std::size_t>(end_ - place_));
+    const void* const found =
+        place_ == end_ ? nullptr : std::memchr(place_, delimiter_, static_cast<std::size_t>(end_ - place_));
     const char* const close = found == nullptr ? end_ : static_cast<const char*>(found);
     field = trimSpace({start, static_cast<std::size_t>((stop == nullptr ? close : stop) - start)});
     more_ = found != nullptr;

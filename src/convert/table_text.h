@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-/// Lines and fields of a generic ASCII table. Such a table comes from any program: here, unlike in a LAS file, a lone line feed ends a line.
+/// Lines and fields of a generic ASCII table. Such a table comes from any program: here, unlike in a LAS file, a lone
+/// line feed ends a line.
 namespace welvane {
 
 /// What separates the fields of a line.
@@ -17,7 +18,8 @@ enum class Delimiter : char {
     Blanks = ' '  ///< a run of blanks and tabs counts as one
 };
 
-/// Hands out the lines of a text as views, without their ends (CR LF, LF, or CR where the text holds no LF near its start).
+/// Hands out the lines of a text as views, without their ends (CR LF, LF, or CR where most of the first lines end in a lone
+/// one).
 class TableLines {
   public:
     explicit TableLines(std::string_view bytes, std::size_t position = 0);
@@ -36,7 +38,8 @@ class TableLines {
     char end_;
 };
 
-/// Hands out the fields of one line, blanks and tabs at their ends aside. Where the delimiter is a character, a field in double quotes may hold it.
+/// Hands out the fields of one line, blanks and tabs at their ends aside. Where the delimiter is a character, a field
+/// in double quotes may hold it.
 class FieldCursor {
   public:
     FieldCursor(std::string_view line, Delimiter delimiter);

@@ -186,10 +186,12 @@ ReadResult readDataIntoMatrix(PassContext& context, const InputSlot& slot, int f
     std::string why;
     const auto file = MappedFile::open(slot.path, &why);
     const std::string name = fileNameOf(slot.path);
-    if (!file) {
-        context.report.failures.add(name, why);
+    const auto brokenOff = [&context](const std::string& where, const std::string& reason) {
+        context.report.failures.add(where, reason);
+        if (context.report.brokenInput.empty()) context.report.brokenInput = where + ": " + reason;
         return ReadResult::NotDone;
-    }
+    };
+    if (!file) return brokenOff(name, why);
     file->willReadAll();
     context.app.run.statusText = "Reading " + name + " into array...";
     Reading reading(context, slot, file->bytes(), firstColumn, lastColumn);
@@ -198,9 +200,8 @@ ReadResult readDataIntoMatrix(PassContext& context, const InputSlot& slot, int f
         if (file->damaged()) throw RunTimeFailure("the file was cut while it was read");
         return result;
     } catch (const RunTimeFailure& failure) {
-        context.report.failures.add(name + ": line " + std::to_string(lineNumberAt(file->bytes(), reading.recordPlace())),
-                                    std::string(failure.what()) + ", reading ended");
-        return ReadResult::NotDone;
+        return brokenOff(name + ": line " + std::to_string(lineNumberAt(file->bytes(), reading.recordPlace())),
+                         std::string(failure.what()) + ", reading ended");
     }
 }
 

@@ -63,7 +63,7 @@ class RecordPrinter {
         : context_(context), file_(file), columns_(outputColumns(context)), divisor_(depthDivisor(context)),
           width_(static_cast<std::size_t>(std::max<int>(0, context.format().dataWidth))), decimals_(context.format().dataDecimals),
           null_(static_cast<double>(context.nullValue)), nullText_(formatMask(null_, decimals_)),
-          overflow_(overflowText(context.format().dataWidth, decimals_)) {
+          overflow_(overflowText(context.format().dataWidth, decimals_)), toTvd_(context.session.inclinometry, 0) {
         context.report.columns = static_cast<int>(columns_.size());
         scratch_.resize(formatMaskCapacity(decimals_) + 16);
     }
@@ -82,6 +82,7 @@ class RecordPrinter {
     int decimals_;
     double null_;
     std::string nullText_, overflow_;
+    DepthMapper toTvd_;
     std::string scratch_, record_;
 
     template <class Print>
@@ -104,8 +105,7 @@ class RecordPrinter {
         double depth = (index - 1) * grid.step + grid.start + grid.depthOffset;
         if (context_.applyTvd) {
             const double factor = static_cast<double>(context_.tvdUnitFactor);
-            const InclinometryTable& table = context_.session.inclinometry;
-            depth = factor == 1 ? mapDepth(table, depth, 0) : mapDepth(table, depth / factor, 0) * factor;
+            depth = factor == 1 ? toTvd_(depth) : toTvd_(depth / factor) * factor;
         }
         return depth / divisor_;
     }

@@ -35,7 +35,7 @@ bool oneItem(App& app, Session& session, const RunRequest& request, RunOutcome& 
     ItemReport& item = outcome.items.emplace_back();
     item.source = app.run.lasFile.empty() ? session.slots[0].path : app.run.lasFile;
     item.target = app.run.targetFile;
-    PassContext context(app, session, {app.run.targetFile, app.run.noInputRun, request.outputMode});
+    PassContext context(app, session, {app.run.targetFile, app.run.noInputRun, request.outputMode, request.wholeInputs});
     const PassResult result = doitmastnew(context);
     item.pass = context.report;
     if (result == PassResult::Done && context.applyTvd) makeTvdRegular(app, session, item);

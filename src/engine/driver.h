@@ -18,6 +18,7 @@ struct BrowserSelection {
 /// Everything around one run that the caller settles.
 struct RunRequest {
     OutputFile::Mode outputMode = OutputFile::Mode::InPlace;
+    bool wholeInputs = false;  ///< as PassOptions
     /// The caller has applied the filter in use, and perhaps changed what it set: a single run does not apply it again.
     bool filterApplied = false;
     /// Nothing when no browser is open.

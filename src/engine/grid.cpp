@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "shared/files.h"
+#include "session/tvd.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
 
@@ -116,6 +116,9 @@ bool boundGrid(PassContext& context) {
                                  " has more samples than 32 bits can count");
     grid.sampleCount = std::abs(roundToEven((grid.start - grid.stop) / grid.step)) + 1;
     const std::uint64_t needed = matrixBytes(context);
+    // Asking the system costs more than a small pass does, and what is this small is always there.
+    constexpr std::uint64_t smallNeed = 4 << 20;
+    if (needed <= smallNeed) return true;
     const std::uint64_t available = context.app.platform.freeMemory();
     if (available != 0 && needed > available)
         return stop(context, "the grid of " + std::to_string(grid.sampleCount) + " samples needs " + std::to_string(needed >> 20) +
@@ -164,6 +167,7 @@ std::uint64_t matrixBytes(const PassContext& context) {
 bool deriveGrid(PassContext& context) {
     SessionTables& tables = context.tables();
     PassGrid& grid = context.grid;
+    if (tables.checked(PrdRow::ApplyTvd)) updateInclinometry(context.session);
     context.applyTvd = tables.checked(PrdRow::ApplyTvd) && !context.session.inclinometry.rows.empty();
     context.tvdUnitFactor = sameText(tables.setting(PrdRow::DepthUnits), "M") ? metresPerFoot : 1.0F;
     context.headerSlot = findHeaderSlot(context);

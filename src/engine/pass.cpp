@@ -61,6 +61,7 @@ PassResult doitmastnew(PassContext& context) {
     try {
         allocateInputs(context);
         readInputs(context);
+        if (context.options.wholeInputs && !context.report.brokenInput.empty()) return refuse(context, context.report.brokenInput);
         composeChannels(context);
     } catch (const std::bad_alloc&) {
         return refuse(context, "the grid's samples do not fit into memory");

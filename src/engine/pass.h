@@ -38,6 +38,7 @@ struct PassOptions {
     std::string outputPath;
     bool noInputRun = false;  ///< slot 0 alone, as it stands: no rate check, fill, clip or offset, no header source
     OutputFile::Mode outputMode = OutputFile::Mode::InPlace;
+    bool wholeInputs = false;  ///< an input whose reading breaks off refuses the pass, in place of going on with what was read
 };
 
 /// What one pass tells of itself.
@@ -45,6 +46,7 @@ struct PassReport {
     PassResult result = PassResult::Stopped;
     std::string refusal;     ///< why nothing was written; "" when something was
     FailureList failures;    ///< steps that were skipped
+    std::string brokenInput;  ///< where and why the reading of an input broke off, "" when all were read to their end
     std::size_t overflowCount = 0;  ///< values too wide for their column
     std::int32_t records = 0;
     int columns = 0;         ///< written data columns, the depth not counted

@@ -1,7 +1,8 @@
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
-#include <limits>
+#include <cstdint>
 
 #include "functions/charts.h"
 #include "functions/functions.h"
@@ -52,43 +53,46 @@ struct Channel {
     }
 };
 
-/// Stores the results of one block. Returns false, with nothing stored, when one of them failed.
-bool storeBlock(const Channel& channel, std::size_t first, std::size_t count, const Block& x, const Block& y) {
-    const double nullValue = static_cast<double>(channel.nullValue);
-    const double largest = std::numeric_limits<double>::max();
-    std::int64_t failures = 0;
-    for (std::size_t index = 0; index < blockSize; ++index) {
-        const bool fails = !(std::fabs(y[index]) <= largest);
-        const bool counts = static_cast<double>(static_cast<float>(x[index])) != nullValue;
-        failures += static_cast<std::int64_t>(fails) & static_cast<std::int64_t>(counts);
-    }
-    if (failures != 0) return false;
-    double* const target = channel.target.data() + first;
-    for (std::size_t index = 0; index < count; ++index) {
-        const double kept = target[index];
-        target[index] = static_cast<double>(static_cast<float>(x[index])) == nullValue ? kept : y[index];
-    }
-    for (std::size_t index = count; index-- > 0;) {
-        if (isNull(x[index], channel.nullValue)) continue;
-        channel.state.y = y[index];
-        break;
-    }
-    return true;
+/// The bits of a result with the highest one set only where its exponent is all ones: infinity or no number. In whole
+/// numbers, which the compiler handles several at once.
+std::uint64_t failureBits(double result) {
+    constexpr std::uint64_t allButSign = ~std::uint64_t{0} >> 1;
+    constexpr std::uint64_t oneExponent = std::uint64_t{1} << 52;
+    return (std::bit_cast<std::uint64_t>(result) & allButSign) + oneExponent;
 }
 
-/// Every non-null sample x of the source becomes y = body(x) of the target.
+/// Every non-null sample x of the source becomes y = body(x) of the target; `body` gives the same for the same x. The
+/// loop works on local blocks of fixed length, which cannot overlap: so it becomes vector code where the body allows
+/// it.
 template <class Body>
 void eachSample(const Channel& channel, Body body) {
-    Block x, y;
+    const auto nullValue = static_cast<double>(channel.nullValue);
+    Block x, result;
     for (std::size_t first = 0; first < channel.size(); first += blockSize) {
         const std::size_t count = std::min(blockSize, channel.size() - first);
-        std::copy_n(channel.source.data() + first, count, x.data());
         // What fills the last block up is null, and so left out.
-        std::fill(x.begin() + static_cast<std::ptrdiff_t>(count), x.end(), static_cast<double>(channel.nullValue));
-        for (std::size_t index = 0; index < blockSize; ++index) y[index] = body(x[index]);
-        if (storeBlock(channel, first, count, x, y)) continue;
-        for (std::size_t index = 0; index < count; ++index)
-            if (!isNull(x[index], channel.nullValue)) channel.store(first + index, y[index]);
+        if (count < blockSize) {
+            x.fill(nullValue);
+            result.fill(nullValue);
+        }
+        std::copy_n(channel.source.data() + first, count, x.data());
+        std::copy_n(channel.target.data() + first, count, result.data());
+        std::uint64_t failures = 0;
+        for (std::size_t index = 0; index < blockSize; ++index) {
+            const double y = body(x[index]);
+            const double kept = result[index];
+            failures |= failureBits(y);
+            result[index] = static_cast<double>(static_cast<float>(x[index])) == nullValue ? kept : y;
+        }
+        if ((failures >> 63) != 0) {
+            for (std::size_t index = 0; index < count; ++index)
+                if (!isNull(x[index], channel.nullValue)) channel.store(first + index, body(x[index]));
+            continue;
+        }
+        std::copy_n(result.data(), count, channel.target.data() + first);
+        std::size_t last = count;
+        while (last > 0 && isNull(x[last - 1], channel.nullValue)) --last;
+        if (last > 0) channel.state.y = result[last - 1];
     }
 }
 

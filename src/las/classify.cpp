@@ -44,6 +44,12 @@ bool goodUnixPair(std::string_view block) {
            around == Around{'\n', '\n'};
 }
 
+bool namedAsLas(std::string_view path) {
+    const std::string name = fileNameOf(path);
+    const std::size_t place = findText(name, ".las");
+    return place != npos && place + 4 == name.size();
+}
+
 }  // namespace
 
 LineEnds lineEndKind(std::string_view path) {
@@ -53,7 +59,11 @@ LineEnds lineEndKind(std::string_view path) {
     const std::string_view bytes = mapped->bytes();
     if (bytes.empty()) return LineEnds::Empty;
     const std::string_view head = bytes.substr(0, lineEndBlock);
-    const std::string_view tail = bytes.size() < lineEndBlock ? head : bytes.substr(bytes.size() - lineEndBlock);
+    return lineEndsOf(head, bytes.size() < lineEndBlock ? head : bytes.substr(bytes.size() - lineEndBlock));
+}
+
+LineEnds lineEndsOf(std::string_view head, std::string_view tail) {
+    if (head.empty()) return LineEnds::Empty;
     if (head.find('\0') != npos) return LineEnds::Binary;
     if (head.find("\r\n") == npos) return goodUnixPair(tail) ? LineEnds::Unix : LineEnds::Undecided;
     // An end that knows LF only, behind a head with CR LF, was put together from two sources.
@@ -64,15 +74,18 @@ LineEnds lineEndKind(std::string_view path) {
 }
 
 LasTest quickLasTest(std::string_view path) {
-    const std::string name = fileNameOf(path);
-    if (const std::size_t place = findText(name, ".las"); place == npos || place + 4 != name.size())
-        return LasTest::WrongName;
+    if (!namedAsLas(path)) return LasTest::WrongName;
     const auto mapped = MappedFile::open(path);
     if (!mapped) return LasTest::ReadError;
     std::string_view bytes = mapped->bytes();
     // Half the length, a half byte rounded to the even neighbour.
     if (const std::size_t size = bytes.size(); size > smallFile)
         bytes = bytes.substr(0, size / 2 + (size % 4 == 3 ? 1 : 0));
+    return lasTestOf(path, bytes);
+}
+
+LasTest lasTestOf(std::string_view path, std::string_view bytes) {
+    if (!namedAsLas(path)) return LasTest::WrongName;
     bool seenVersion = false;
     bool seenWell = false;
     for (std::size_t place = bytes.find('~'); place != npos && place + 1 < bytes.size();
@@ -87,8 +100,11 @@ LasTest quickLasTest(std::string_view path) {
 
 PlexmoreKind plexmoreKind(std::string_view path) {
     const auto mapped = MappedFile::open(path);
-    if (!mapped) return PlexmoreKind::ReadError;
-    const std::string_view text = trim(mapped->bytes().substr(0, bannerBlock));
+    return mapped ? plexmoreKindOf(mapped->bytes()) : PlexmoreKind::ReadError;
+}
+
+PlexmoreKind plexmoreKindOf(std::string_view head) {
+    const std::string_view text = trim(head.substr(0, bannerBlock));
     if (!beginsWith(text, "#") || !holdsText(text, "Ascii save")) return PlexmoreKind::None;
     if (!holdsText(text, "~C")) return PlexmoreKind::NoCurves;
     return text.find('\t') != npos ? PlexmoreKind::Version2 : PlexmoreKind::Version3;
@@ -96,15 +112,23 @@ PlexmoreKind plexmoreKind(std::string_view path) {
 
 bool isPlexmoreAscii(std::string_view path) {
     const auto mapped = MappedFile::open(path);
-    if (!mapped || mapped->bytes().size() < bannerBlock) return false;
-    const std::string_view text = trim(mapped->bytes().substr(0, bannerBlock));
+    return mapped && isPlexmoreAsciiTable(mapped->bytes());
+}
+
+bool isPlexmoreAsciiTable(std::string_view head) {
+    if (head.size() < bannerBlock) return false;
+    const std::string_view text = trim(head.substr(0, bannerBlock));
     return holdsText(text, "[A") && beginsWith(text, "PrimaryIndex");
 }
 
 FileVerdict judgeFile(std::string_view path) {
-    if (lineEndKind(path) != LineEnds::Good) return FileVerdict::UnixTermination;
-    const LasTest test = quickLasTest(path);
-    const PlexmoreKind kind = plexmoreKind(path);
+    const LineEnds ends = lineEndKind(path);
+    if (ends != LineEnds::Good) return FileVerdict::UnixTermination;
+    return verdictOf(ends, quickLasTest(path), plexmoreKind(path));
+}
+
+FileVerdict verdictOf(LineEnds ends, LasTest test, PlexmoreKind kind) {
+    if (ends != LineEnds::Good) return FileVerdict::UnixTermination;
     if (test == LasTest::ReadError || kind == PlexmoreKind::ReadError) return FileVerdict::Unusable;
     if (test == LasTest::Passes && kind == PlexmoreKind::None) return FileVerdict::Las;
     if (kind == PlexmoreKind::Version2) return FileVerdict::Plexmore2;

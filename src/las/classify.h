@@ -49,6 +49,15 @@ enum class FileVerdict : std::int16_t {
 };
 /// The verdict alone; changes nothing.
 FileVerdict judgeFile(std::string_view path);
+
+/// The same judgements for a caller that has read what they look at: the first 4096 bytes of a file and the last 4096
+/// (of a shorter file all of it, twice); its name and a first part of it, of which NoSections may still be wrong; its
+/// first 2048 bytes.
+LineEnds lineEndsOf(std::string_view head, std::string_view tail);
+LasTest lasTestOf(std::string_view path, std::string_view bytes);
+PlexmoreKind plexmoreKindOf(std::string_view head);
+bool isPlexmoreAsciiTable(std::string_view head);
+FileVerdict verdictOf(LineEnds ends, LasTest test, PlexmoreKind kind);
 /// Offers the curve title repair, then judges.
 FileVerdict quickCheck(std::string_view path, UserInterface& user);
 

@@ -118,6 +118,7 @@ EditResult editHeaderField(std::string_view path, std::string_view mnem, EditPar
         return EditResult::Refused;
     }
     const std::string edited = editedLine(hit->line, part, newText, section);
+    if (edited == hit->line) return EditResult::Done;
     try {
         const bool done = edited.size() == hit->line.size() ? overwrite(path, hit->position, edited)
                                                             : rewriteWithLine(path, mapped->bytes(), mnem, edited);

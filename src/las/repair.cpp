@@ -108,9 +108,12 @@ std::size_t findBareLineFeed(std::string_view text, std::size_t from) {
 
 bool hasCurveTitleFault(std::string_view path) {
     const auto mapped = MappedFile::open(path);
-    if (!mapped) return false;
+    return mapped && curveTitleFaultIn(mapped->bytes());
+}
+
+bool curveTitleFaultIn(std::string_view bytes) {
     bool faulty = false;
-    eachHeaderLine(mapped->bytes(), [&faulty](std::string_view line) { faulty = faulty || isFaulty(line); });
+    eachHeaderLine(bytes, [&faulty](std::string_view line) { faulty = faulty || isFaulty(line); });
     return faulty;
 }
 

@@ -12,6 +12,8 @@ namespace welvane {
 
 /// The last two ~Well lines and the curve title stand on one line.
 bool hasCurveTitleFault(std::string_view path);
+/// The same in the first bytes of a file.
+bool curveTitleFaultIn(std::string_view bytes);
 /// Writes "~Curve" in place of each such line of the header; what else stood on it is dropped. False when there is none
 /// or the file cannot be written.
 bool fixCurveTitle(std::string_view path, std::string_view target);

@@ -19,7 +19,8 @@ std::string nameAndUnit(const HeaderField& field) {
     return leftAligned(field.mnem, nameWidth) + "." + leftAligned(field.unit, nameWidth) + "  ";
 }
 
-/// Description of a header line. In ~Well of LAS 1.2 the two texts stand the other way round, but for the depth lines and NULL.
+/// Description of a header line. In ~Well of LAS 1.2 the two texts stand the other way round, but for the depth lines
+/// and NULL.
 std::string descriptionOf(const HeaderField& line, std::string_view value) {
     const bool swapped = !value.empty() && sameText(trim(line.desc), value) && !sameText(trim(line.value), value);
     return std::string(trim(swapped ? line.value : line.desc));
@@ -66,14 +67,16 @@ void writeTop(const LasStatistics& statistics, std::string_view topName, OutputF
 void writeFields(const FileListing& listing, OutputFile& output) {
     output.writeLine("Mnemonics");
     output.writeLine("");
-    for (const ListedField& field : listing.fields) output.writeLine(field.mnem + ": " + field.value + " " + field.desc);
+    for (const ListedField& field : listing.fields)
+        output.writeLine(field.mnem + ": " + field.value + " " + field.desc);
     output.writeLine("");
 }
 
 void writeCurves(const FileListing& listing, const ListingOptions& options, OutputFile& output) {
     const std::string& unit = listing.statistics.depthUnit;
     output.writeLine("");
-    output.writeLine("Curves      Non-Null Curve " + unit + "    " + (options.intervals ? "    Non-null Intervals" : ""));
+    output.writeLine("Curves      Non-Null Curve " + unit + "    " +
+                     (options.intervals ? "    Non-null Intervals" : ""));
     output.writeLine("");
     for (const ChannelStatistics& channel : listing.statistics.channels) {
         output.write(nameAndUnit(channel.field));
@@ -96,8 +99,8 @@ void writeStatistics(const LasStatistics& statistics, OutputFile& output) {
         const ChannelStatistics& channel = statistics.channels[index];
         std::string line = nameAndUnit(channel.field);
         bool first = true;
-        for (const double value : {channel.minimum, channel.minimumDepth, channel.maximum, channel.maximumDepth, channel.mean,
-                                   channel.standardDeviation}) {
+        for (const double value : {channel.minimum, channel.minimumDepth, channel.maximum, channel.maximumDepth,
+                                   channel.mean, channel.standardDeviation}) {
             if (!first) line += "  ";
             line += leftAligned(formatMask(value, 4), valueWidth);
             first = false;
@@ -128,14 +131,16 @@ StepResult readFileListing(App& app, std::string_view path, const ListingOptions
     listing = {};
     listing.path = path;
     listing.hasStatistics = options.needsStatistics();
-    const StepResult read = listing.hasStatistics ? readLasStatistics(path, options.topName, listing.statistics, app.run, app.user)
-                                                  : readHeaderOnly(path, listing);
+    const StepResult read = listing.hasStatistics
+                                ? readLasStatistics(path, options.topName, listing.statistics, app.run, app.user)
+                                : readHeaderOnly(path, listing);
     if (read != StepResult::Done) return read;
     listing.well = std::string(trim(getFileValue(path, "WELL")));
     if (options.mnemonicsList) readFields(path, options.mnemonics, listing.fields);
     const LasStatistics& statistics = listing.statistics;
     listing.depthFactor = feetPerUnit(statistics.depthUnit);
-    for (std::size_t index = 1; index < statistics.channels.size(); ++index) listing.curveTotal += statistics.channels[index].footage;
+    for (std::size_t index = 1; index < statistics.channels.size(); ++index)
+        listing.curveTotal += statistics.channels[index].footage;
     if (!statistics.channels.empty())
         listing.fullTotal = static_cast<double>(statistics.channels.size() - 1) * (statistics.bottom - statistics.top);
     if (options.includePrice) listing.price = wellPrice(options.price, listing.depthFactor, listing.curveTotal);

@@ -13,7 +13,8 @@ namespace welvane {
 
 /// What a listing is to hold, taken from ord.
 struct ListingOptions {
-    bool curveList = false, footageStats = false, intervals = false, minMaxStats = false, mnemonicsList = false, includePrice = false;
+    bool curveList = false, footageStats = false, intervals = false, minMaxStats = false, mnemonicsList = false,
+         includePrice = false;
     std::string topName, comment, pricingComment;
     std::vector<std::string> mnemonics;
     PriceInput price;

@@ -14,10 +14,11 @@ namespace {
 constexpr std::string_view listingName = "~~list.~~";
 constexpr std::string_view cancelTitle = "Cancel Pressed";
 constexpr std::string_view cancelText = "Multi-well listing cancelled by user. Listing file may be incomplete.";
-constexpr std::array<std::string_view, 9> gridHeads = {"WellName", "Channel", "Min", "Max", "Average", "STD", "NNCF", "Min @", "Max @"};
-constexpr std::array<std::string_view, 9> gridOptions = {"Well Name and file name", "Each Channel ",      "Minimum Value",
-                                                         "Maximum Value",           "Average Value",      "Standard Deviation",
-                                                         "None Null Curve Feet",    "Depth at Min Value", "Depth at Max Value"};
+constexpr std::array<std::string_view, 9> gridHeads = {"WellName", "Channel", "Min",   "Max",  "Average",
+                                                       "STD",      "NNCF",    "Min @", "Max @"};
+constexpr std::array<std::string_view, 9> gridOptions = {
+    "Well Name and file name", "Each Channel ",        "Minimum Value",      "Maximum Value",     "Average Value",
+    "Standard Deviation",      "None Null Curve Feet", "Depth at Min Value", "Depth at Max Value"};
 
 std::string gridHead() {
     std::string text;
@@ -56,8 +57,8 @@ void tellProgress(App& app, std::size_t done, std::size_t all) {
     if (!app.run.commandMode) app.user.pumpEvents();
 }
 
-void listFiles(App& app, const ListingOptions& options, const ListingRequest& request, StatisticsGrid& grid, ListingResult& result,
-               OutputFile& output) {
+void listFiles(App& app, const ListingOptions& options, const ListingRequest& request, StatisticsGrid& grid,
+               ListingResult& result, OutputFile& output) {
     for (std::size_t number = 0; number < request.files.size(); ++number) {
         const std::string& path = request.files[number];
         tellProgress(app, number, request.files.size());
@@ -67,7 +68,10 @@ void listFiles(App& app, const ListingOptions& options, const ListingRequest& re
         }
         app.run.sourceLabel = path;
         FileListing listing;
-        const StepResult read = readFileListing(app, path, options, listing);
+        const std::string source = request.open ? request.open(path) : path;
+        const StepResult read =
+            source.empty() ? StepResult::Failed : readFileListing(app, source, options, listing);
+        listing.path = path;
         if (read == StepResult::Cancelled) {
             result.cancelled = true;
             return;
@@ -87,7 +91,9 @@ void listFiles(App& app, const ListingOptions& options, const ListingRequest& re
 
 }  // namespace
 
-std::vector<std::string_view> statisticsGridOptions() { return {gridOptions.begin(), gridOptions.end()}; }
+std::vector<std::string_view> statisticsGridOptions() {
+    return {gridOptions.begin(), gridOptions.end()};
+}
 
 void StatisticsGrid::add(const FileListing& listing) {
     const std::string file = fileNameOf(listing.path);
@@ -95,8 +101,8 @@ void StatisticsGrid::add(const FileListing& listing) {
     for (std::size_t index = 1; index < listing.statistics.channels.size(); ++index) {
         const ChannelStatistics& channel = listing.statistics.channels[index];
         std::string row = well + "\t" + oneField(channel.field.mnem + "." + channel.field.unit);
-        for (const double value : {channel.minimum, channel.maximum, channel.mean, channel.standardDeviation, channel.footage,
-                                   channel.minimumDepth, channel.maximumDepth})
+        for (const double value : {channel.minimum, channel.maximum, channel.mean, channel.standardDeviation,
+                                   channel.footage, channel.minimumDepth, channel.maximumDepth})
             row.append("\t").append(formatMask(value, 4));
         rows.push_back(std::move(row));
     }
@@ -117,11 +123,13 @@ std::string StatisticsGrid::asCsv() const {
 
 ListingSession::ListingSession(App& app) : ord(makeListingOrd(app)), vrd(makeVrd({})) {}
 
-ListingResult propertyListing(App& app, const ListingOptions& options, const ListingRequest& request, StatisticsGrid& grid) {
+ListingResult propertyListing(App& app, const ListingOptions& options, const ListingRequest& request,
+                              StatisticsGrid& grid) {
     ListingResult result;
     grid.rows.clear();
     try {
-        result.listingPath = request.listingPath.empty() ? app.platform.scratchFolder() + std::string(listingName) : request.listingPath;
+        result.listingPath =
+            request.listingPath.empty() ? app.platform.scratchFolder() + std::string(listingName) : request.listingPath;
         OutputFile output(result.listingPath, request.mode);
         app.run.targetLabel = result.listingPath;
         listFiles(app, options, request, grid, result, output);

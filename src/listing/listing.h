@@ -8,11 +8,12 @@
 
 #include "listing/summary.h"
 
-/// The property listing: a plain-text report over a selection of LAS files, with a summary, a grid of statistics and a price.
+/// The property listing: a plain-text report over a selection of LAS files, with a summary, a grid of statistics and a
+/// price.
 namespace welvane {
 
-/// The statistics grid of a listing. Each row is one channel of one file as tab-separated text under the heads "WellName", "Channel", "Min",
-/// "Max", "Average", "STD", "NNCF", "Min @", "Max @". Reset at the start of a run.
+/// The statistics grid of a listing. Each row is one channel of one file as tab-separated text under the heads
+/// "WellName", "Channel", "Min", "Max", "Average", "STD", "NNCF", "Min @", "Max @". Reset at the start of a run.
 struct StatisticsGrid {
     std::vector<std::string> rows;
     void add(const FileListing& listing);
@@ -41,6 +42,8 @@ struct ListingRequest {
     std::string listingPath;
     OutputFile::Mode mode = OutputFile::Mode::InPlace;
     std::optional<std::chrono::year_month_day> today;  ///< otherwise by the clock
+    /// The file to read in place of a named one, such as a repaired copy; "" skips it. Without it files are read as named.
+    std::function<std::string(const std::string& path)> open;
     /// Given each file that was read, for whoever wants its numbers; they are not kept.
     std::function<void(const FileListing&)> onFile;
 };
@@ -55,12 +58,13 @@ struct ListingResult {
     bool done() const { return !cancelled && why.empty(); }
 };
 
-/// Writes the listing of the files by the options, then the summary when a report path is set. Fills the grid and the totals anew. A file that
-/// cannot be read is skipped and named; a wish to stop is heard at the next file.
-ListingResult propertyListing(App& app, const ListingOptions& options, const ListingRequest& request, StatisticsGrid& grid);
+/// Writes the listing of the files by the options, then the summary when a report path is set. Fills the grid and the
+/// totals anew. A file that cannot be read is skipped and named; a wish to stop is heard at the next file.
+ListingResult propertyListing(App& app, const ListingOptions& options, const ListingRequest& request,
+                              StatisticsGrid& grid);
 
-/// A listing run of a session: keeps the options under "listdef", runs, puts the grand total into the price grid (in the unit of its price) and
-/// recomputes it; tells a cancel in a box.
+/// A listing run of a session: keeps the options under "listdef", runs, puts the grand total into the price grid (in
+/// the unit of its price) and recomputes it; tells a cancel in a box.
 ListingResult runListing(App& app, ListingSession& session, ListingRequest request);
 
 /// The curve total as the price grid wants it: feet for a price per foot, metres for a price per metre.

@@ -21,11 +21,14 @@ constexpr std::array<std::string_view, 8> optionLabels = {"Statistics",
                                                           "Over Top Named...",
                                                           "General Comment",
                                                           "Mnemonics List"};
-constexpr std::array<std::string_view, 9> priceLabels = {"Pricing Details", "No. of Curve Feet", "",        "Other $", "% Discount",
-                                                         "Minimum",         "Total",             "Include In Listing", "Pricing Comments"};
+constexpr std::array<std::string_view, 9> priceLabels = {"Pricing Details", "No. of Curve Feet",  "",
+                                                         "Other $",         "% Discount",         "Minimum",
+                                                         "Total",           "Include In Listing", "Pricing Comments"};
 constexpr std::array<std::string_view, 5> startingMnemonics = {"COMP", "WELL", "STRT", "STOP", "STEP"};
 
-bool isCanada(std::string_view country) { return sameText(country, "Canada"); }
+bool isCanada(std::string_view country) {
+    return sameText(country, "Canada");
+}
 
 constexpr int firstMnemonicRow = static_cast<int>(OptionRow::FirstMnemonic);
 constexpr int lastMnemonicRow = static_cast<int>(OptionRow::LastMnemonic);
@@ -34,11 +37,15 @@ constexpr int lastMnemonicRow = static_cast<int>(OptionRow::LastMnemonic);
 
 Table makeListingOrd(App& app) {
     Table ord(listingOrdRows, listingOrdColumns);
-    for (std::size_t row = 0; row < optionLabels.size(); ++row) ord.text(static_cast<int>(row), labelColumn) = optionLabels[row];
-    for (std::size_t row = 0; row < priceLabels.size(); ++row) ord.text(static_cast<int>(row), priceLabelColumn) = priceLabels[row];
+    for (std::size_t row = 0; row < optionLabels.size(); ++row)
+        ord.text(static_cast<int>(row), labelColumn) = optionLabels[row];
+    for (std::size_t row = 0; row < priceLabels.size(); ++row)
+        ord.text(static_cast<int>(row), priceLabelColumn) = priceLabels[row];
     ord.text(0, valueColumn) = ord.text(0, priceColumn) = "Settings";
-    ord.text(static_cast<int>(PriceRow::PricePerFoot), priceLabelColumn) = isCanada(app.settings.country) ? perMetreLabel : perFootLabel;
-    for (const OptionRow row : {OptionRow::CurveList, OptionRow::FootageStats, OptionRow::MinMaxStats, OptionRow::FirstMnemonic})
+    ord.text(static_cast<int>(PriceRow::PricePerFoot), priceLabelColumn) =
+        isCanada(app.settings.country) ? perMetreLabel : perFootLabel;
+    for (const OptionRow row :
+         {OptionRow::CurveList, OptionRow::FootageStats, OptionRow::MinMaxStats, OptionRow::FirstMnemonic})
         setOption(ord, row, true);
     setOption(ord, OptionRow::Intervals, false);
     setIncludePrice(ord, false);
@@ -50,15 +57,21 @@ Table makeListingOrd(App& app) {
     return ord;
 }
 
-bool optionOn(const Table& ord, OptionRow row) { return ord.checked(static_cast<int>(row), valueColumn); }
+bool optionOn(const Table& ord, OptionRow row) {
+    return ord.checked(static_cast<int>(row), valueColumn);
+}
 
 void setOption(Table& ord, OptionRow row, bool on) {
     ord.setCheck(static_cast<int>(row), valueColumn, on ? Check::Checked : Check::Unchecked);
 }
 
-const std::string& optionText(const Table& ord, OptionRow row) { return ord.text(static_cast<int>(row), valueColumn); }
+const std::string& optionText(const Table& ord, OptionRow row) {
+    return ord.text(static_cast<int>(row), valueColumn);
+}
 
-void setOptionText(Table& ord, OptionRow row, std::string_view text) { ord.text(static_cast<int>(row), valueColumn) = std::string(text); }
+void setOptionText(Table& ord, OptionRow row, std::string_view text) {
+    ord.text(static_cast<int>(row), valueColumn) = std::string(text);
+}
 
 std::vector<std::string> listedMnemonics(const Table& ord) {
     std::vector<std::string> mnemonics;
@@ -73,7 +86,9 @@ void setListedMnemonics(Table& ord, const std::vector<std::string>& mnemonics) {
     ord.text(firstMnemonicRow, valueColumn) = join(mnemonics, "|");
 }
 
-bool includePrice(const Table& ord) { return ord.checked(static_cast<int>(PriceRow::Include), priceColumn); }
+bool includePrice(const Table& ord) {
+    return ord.checked(static_cast<int>(PriceRow::Include), priceColumn);
+}
 
 void setIncludePrice(Table& ord, bool on) {
     ord.setCheck(static_cast<int>(PriceRow::Include), priceColumn, on ? Check::Checked : Check::Unchecked);
@@ -83,12 +98,14 @@ bool pricePerMetre(const Table& ord) {
     return beginsWith(ord.text(static_cast<int>(PriceRow::PricePerFoot), priceLabelColumn), perMetreLabel);
 }
 
-std::string_view totalCurveLabel(std::string_view country) { return isCanada(country) ? "Total Curve-M" : "Total Curve-Ft"; }
+std::string_view totalCurveLabel(std::string_view country) {
+    return isCanada(country) ? "Total Curve-M" : "Total Curve-Ft";
+}
 
 std::string optionsText(const Table& ord) {
     std::vector<std::string> pieces;
-    for (const OptionRow row :
-         {OptionRow::CurveList, OptionRow::FootageStats, OptionRow::Intervals, OptionRow::MinMaxStats, OptionRow::FirstMnemonic})
+    for (const OptionRow row : {OptionRow::CurveList, OptionRow::FootageStats, OptionRow::Intervals,
+                                OptionRow::MinMaxStats, OptionRow::FirstMnemonic})
         pieces.emplace_back(optionOn(ord, row) ? "1" : "0");
     pieces.emplace_back(includePrice(ord) ? "1" : "0");
     pieces.push_back(optionText(ord, OptionRow::TopName));

@@ -15,17 +15,29 @@ namespace welvane {
 /// Columns of the listing's ord.
 enum class OrdColumn { Label = 0, Value = 1, PriceLabel = 4, Price = 5 };
 /// Rows of the listing's ord by their options (column Value). Rows 7 to 11 hold the header mnemonics to list.
-enum class OptionRow { Head = 0, CurveList, FootageStats, Intervals, MinMaxStats, TopName, Comment, FirstMnemonic, LastMnemonic = 11 };
+enum class OptionRow {
+    Head = 0,
+    CurveList,
+    FootageStats,
+    Intervals,
+    MinMaxStats,
+    TopName,
+    Comment,
+    FirstMnemonic,
+    LastMnemonic = 11
+};
 inline constexpr int listingOrdRows = 12;
 inline constexpr int listingOrdColumns = 6;
 
 /// Header mnemonics offered for rows 7 and on.
-inline constexpr std::array<std::string_view, 16> offeredMnemonics = {"STRT", "STOP", "STEP", "COMP", "WELL", "LOC",  "DATE", "SRVC",
-                                                                      "CANADA", "PROV", "UWI", "LIC", "STAT", "CNTY", "CTRY", "API"};
+inline constexpr std::array<std::string_view, 16> offeredMnemonics = {"STRT", "STOP", "STEP",   "COMP", "WELL", "LOC",
+                                                                      "DATE", "SRVC", "CANADA", "PROV", "UWI",  "LIC",
+                                                                      "STAT", "CNTY", "CTRY",   "API"};
 
-/// ord of a listing session: what a listing holds and what it costs. Column 0 labels of the options, 1 their value (an on/off one is the cell's
-/// check), 4 labels of the pricing, 5 its values (see price.h). The check of row 7 switches the list of mnemonics. Lives as long as the window.
-/// Prices come from the settings "pricepercurvefoot" and "minPrice"; `country` "Canada" prices by the metre.
+/// ord of a listing session: what a listing holds and what it costs. Column 0 labels of the options, 1 their value (an
+/// on/off one is the cell's check), 4 labels of the pricing, 5 its values (see price.h). The check of row 7 switches
+/// the list of mnemonics. Lives as long as the window. Prices come from the settings "pricepercurvefoot" and
+/// "minPrice"; `country` "Canada" prices by the metre.
 Table makeListingOrd(App& app);
 
 bool optionOn(const Table& ord, OptionRow row);

@@ -17,7 +17,9 @@ inline std::string leftAligned(std::string_view text, std::size_t width) {
 }
 
 /// As leftAligned, with at least one blank behind the text, for columns that stand side by side.
-inline std::string columnText(std::string_view text, std::size_t width) { return leftAligned(text, width - 1) + " "; }
+inline std::string columnText(std::string_view text, std::size_t width) {
+    return leftAligned(text, width - 1) + " ";
+}
 
 /// Right-justified in `width`; a longer text stays whole.
 inline std::string rightJustified(std::string_view text, std::size_t width) {
@@ -25,6 +27,8 @@ inline std::string rightJustified(std::string_view text, std::size_t width) {
 }
 
 /// Feet in one of the unit: 1, or 1 / 0.3048 for a unit that begins with "M".
-inline double feetPerUnit(std::string_view depthUnit) { return beginsWith(depthUnit, "M") ? 1 / 0.3048 : 1; }
+inline double feetPerUnit(std::string_view depthUnit) {
+    return beginsWith(depthUnit, "M") ? 1 / 0.3048 : 1;
+}
 
 }  // namespace welvane

@@ -12,13 +12,21 @@ namespace {
 
 constexpr int shownDecimals = 4;
 
-bool isNumberRow(PriceRow row) { return row >= PriceRow::CurveFeet && row <= PriceRow::Minimum; }
+bool isNumberRow(PriceRow row) {
+    return row >= PriceRow::CurveFeet && row <= PriceRow::Minimum;
+}
 
-SessionCell& priceCell(Table& ord, PriceRow row) { return ord.cell(static_cast<int>(row), static_cast<int>(OrdColumn::Price)); }
+SessionCell& priceCell(Table& ord, PriceRow row) {
+    return ord.cell(static_cast<int>(row), static_cast<int>(OrdColumn::Price));
+}
 
-float number(const Table& ord, PriceRow row) { return toSingle(val(priceValue(ord, row))); }
+float number(const Table& ord, PriceRow row) {
+    return toSingle(val(priceValue(ord, row)));
+}
 
-float raisedToMinimum(float price, float minimum) { return price < minimum && minimum > 0 ? minimum : price; }
+float raisedToMinimum(float price, float minimum) {
+    return price < minimum && minimum > 0 ? minimum : price;
+}
 
 }  // namespace
 
@@ -45,7 +53,9 @@ std::string dollars(float value, int decimals) {
     return text.front() == '-' ? "-$" + text.substr(1) : "$" + text;
 }
 
-std::string percent(float value) { return "%" + formatMask(val(plainNumber(value)), 2); }
+std::string percent(float value) {
+    return "%" + formatMask(val(plainNumber(value)), 2);
+}
 
 std::string_view priceValue(const Table& ord, PriceRow row) {
     return ord.cell(static_cast<int>(row), static_cast<int>(OrdColumn::Price)).data;

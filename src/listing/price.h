@@ -6,7 +6,8 @@
 #include "session/session.h"
 #include "shared/table.h"
 
-/// The price estimate: what the curves of a listing cost, by curve length, with extras, a discount and a floor. All in single precision.
+/// The price estimate: what the curves of a listing cost, by curve length, with extras, a discount and a floor. All in
+/// single precision.
 namespace welvane {
 
 /// Rows of ord whose column Price holds an input or a result of the estimate.
@@ -25,7 +26,8 @@ struct PriceInput {
     float pricePerFoot() const { return perMetre ? pricePerUnit * 0.3048F : pricePerUnit; }
 };
 
-/// base = length x price; gross = base + other; net = gross less the discount, taken up to the minimum. Infinite when beyond a single.
+/// base = length x price; gross = base + other; net = gross less the discount, taken up to the minimum. Infinite when
+/// beyond a single.
 float netPrice(const PriceInput& input);
 /// The price of one file: its curve length x price per foot x depth factor, taken up to the minimum.
 float wellPrice(const PriceInput& input, double depthFactor, double curveTotal);

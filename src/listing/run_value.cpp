@@ -17,13 +17,15 @@ constexpr std::string_view changedTitle = "Run Changed!";
 constexpr std::string_view changedText = "Update LAS file with this run value?";
 constexpr std::string_view problemTitle = "Problem Replacing Value";
 constexpr std::string_view noLineText =
-    "Unable to replace RUN Value, as no RUN parameter exists in the ~P section. Edit manually and add RUN to the ~Parameter section";
+    "Unable to replace RUN Value, as no RUN parameter exists in the ~P section. Edit manually and add RUN to the "
+    "~Parameter section";
 constexpr std::string_view otherText = "Unable to replace RUN Value. Edit manually. ";
 
 /// The RUN line of the file's ~Parameter section.
 const HeaderField* runLine(SectionTable& lines, std::string_view path) {
     if (readSection(lines, path, 'P') == 0) return nullptr;
-    const auto found = std::find_if(lines.begin(), lines.end(), [](const HeaderField& line) { return sameText(line.mnem, "RUN"); });
+    const auto found =
+        std::find_if(lines.begin(), lines.end(), [](const HeaderField& line) { return sameText(line.mnem, "RUN"); });
     return found == lines.end() ? nullptr : &*found;
 }
 
@@ -57,7 +59,8 @@ RunEdit editRun(App& app, std::string_view path, std::string_view newValue) {
     SectionTable lines;
     if (runLine(lines, path) == nullptr) return tellProblem(app, noLineText, RunEdit::NoRunLine);
     try {
-        if (editHeaderField(path, "RUN", EditPart::Value, newValue, 'P', app.user) == EditResult::Done) return RunEdit::Done;
+        if (editHeaderField(path, "RUN", EditPart::Value, newValue, 'P', app.user) == EditResult::Done)
+            return RunEdit::Done;
     } catch (const RunTimeFailure&) {
         return tellProblem(app, otherText, RunEdit::Failed);
     }

@@ -16,7 +16,8 @@ constexpr std::size_t curveTotalWidth = 11;
 constexpr std::size_t uniqueColumn = 6;
 constexpr std::size_t lengthColumn = 20;
 
-void writeUniqueRow(std::string_view count, std::string_view mnem, std::string_view unit, std::string_view length, OutputFile& output) {
+void writeUniqueRow(std::string_view count, std::string_view mnem, std::string_view unit, std::string_view length,
+                    OutputFile& output) {
     output.writeLine(columnText(count, uniqueColumn) + columnText(mnem, uniqueColumn) + columnText(unit, uniqueColumn) +
                      leftAligned(length, lengthColumn));
 }
@@ -34,7 +35,8 @@ void writeChannels(const ListingTotals& totals, OutputFile& output) {
     output.writeLine(" - " + totals.index.mnem + "." + totals.index.unit + "   " + totals.index.desc);
     output.writeLine("");
     for (const UniqueChannel& channel : totals.unique.all())
-        writeUniqueRow(std::to_string(channel.files), channel.mnem, channel.unit, formatMask(channel.footage, 4), output);
+        writeUniqueRow(std::to_string(channel.files), channel.mnem, channel.unit, formatMask(channel.footage, 4),
+                       output);
 }
 
 void writeCost(const ListingTotals& totals, const ListingOptions& options, OutputFile& output) {
@@ -42,16 +44,18 @@ void writeCost(const ListingTotals& totals, const ListingOptions& options, Outpu
     const auto factor = static_cast<float>(feetPerUnit(totals.depthUnit));
     output.writeLine("COST ESTIMATE");
     output.writeLine("");
-    // Kept: the unit price is that of the grid times the depth factor, also where the grid's price is for a metre and the depths are
-    // metres already. Test: summaryWithItsCostEstimate
-    output.writeLine(rightJustified(formatMask(totals.nonNullCurve, 1), curveTotalWidth) + " cu-" + totals.depthUnit + " @ " +
-                     dollars(price.pricePerUnit * factor, 5) + "/cu-" + totals.depthUnit);
+    // Kept: the unit price is that of the grid times the depth factor, also where the grid's price is for a metre and
+    // the depths are metres already. Test: summaryWithItsCostEstimate
+    output.writeLine(rightJustified(formatMask(totals.nonNullCurve, 1), curveTotalWidth) + " cu-" + totals.depthUnit +
+                     " @ " + dollars(price.pricePerUnit * factor, 5) + "/cu-" + totals.depthUnit);
     output.writeLine("");
     const bool hasOther = price.other > 0;
     const bool hasDiscount = price.discount > 0;
-    if (hasOther) output.writeLine("  *Other Charges                  =" + rightJustified(dollars(price.other), amountWidth));
+    if (hasOther)
+        output.writeLine("  *Other Charges                  =" + rightJustified(dollars(price.other), amountWidth));
     output.writeLine("");
-    if (hasDiscount) output.writeLine("   Discount                       -" + rightJustified(percent(price.discount), amountWidth));
+    if (hasDiscount)
+        output.writeLine("   Discount                       -" + rightJustified(percent(price.discount), amountWidth));
     output.writeLine("");
     output.writeLine("   TOTAL                          =" +
                      rightJustified(dollars(estimateTotal(price, totals.sumOfPrices)), amountWidth));
@@ -88,8 +92,11 @@ std::string dateText(std::chrono::year_month_day date) {
                                                          "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
     const unsigned day = static_cast<unsigned>(date.day());
     std::string text = day < 10 ? "0" : "";
-    return text.append(std::to_string(day)).append("-").append(months[static_cast<unsigned>(date.month()) - 1]).append("-").append(
-        std::to_string(static_cast<int>(date.year())));
+    return text.append(std::to_string(day))
+        .append("-")
+        .append(months[static_cast<unsigned>(date.month()) - 1])
+        .append("-")
+        .append(std::to_string(static_cast<int>(date.year())));
 }
 
 std::chrono::year_month_day localToday() {
@@ -102,7 +109,8 @@ std::chrono::year_month_day localToday() {
             std::chrono::day{static_cast<unsigned>(local->tm_mday)}};
 }
 
-void writeSummary(const ListingTotals& totals, const ListingOptions& options, std::chrono::year_month_day today, OutputFile& output) {
+void writeSummary(const ListingTotals& totals, const ListingOptions& options, std::chrono::year_month_day today,
+                  OutputFile& output) {
     output.writeLine("Multi LAS Listing Report from Welvane:          Date : " + dateText(today));
     output.writeLine("");
     output.writeLine(std::string(80, '-'));

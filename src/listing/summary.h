@@ -13,11 +13,11 @@ namespace welvane {
 /// Sums over the files. Lengths are in `depthUnit`, that of the first file; files in the other unit are converted.
 struct ListingTotals {
     std::string depthUnit;
-    bool hasUnit = false;      ///< a file was read
-    double nonNullCurve = 0;   ///< non-null curve length
-    double fullCurve = 0;      ///< number of channels x length of the interval
+    bool hasUnit = false;     ///< a file was read
+    double nonNullCurve = 0;  ///< non-null curve length
+    double fullCurve = 0;     ///< number of channels x length of the interval
     double sumOfPrices = 0;
-    HeaderField index;         ///< the index curve of the first file
+    HeaderField index;  ///< the index curve of the first file
     UniqueChannels unique;
 
     /// Adds a file that was read.
@@ -30,6 +30,7 @@ std::string dateText(std::chrono::year_month_day date);
 std::chrono::year_month_day localToday();
 
 /// Writes the summary with, when asked for, its cost estimate.
-void writeSummary(const ListingTotals& totals, const ListingOptions& options, std::chrono::year_month_day today, OutputFile& output);
+void writeSummary(const ListingTotals& totals, const ListingOptions& options, std::chrono::year_month_day today,
+                  OutputFile& output);
 
 }  // namespace welvane

@@ -60,7 +60,18 @@ bool readTVDFile(std::string_view path, Session& session, UserInterface& user);
 /// comments and other lines, which are passed over; without heads two columns are MD and deviation, three MD, deviation
 /// and azimuth, four or more those of trd. The first station is the tie point, at the TVD of its own column, else of
 /// its measured depth. Computes without asking. False when no station was found.
-bool readSurvey(std::string_view path, Session& session, UserInterface& user);
+/// Stations of a plain table are put in order of depth before the first becomes the tie point. `report` takes what the
+/// file held.
+struct SurveyReport {
+    std::size_t stations = 0;     ///< the tie point among them
+    std::size_t passedOver = 0;   ///< lines that are no station, no line of heads, no comment, no end mark
+    std::string firstPassedOver;  ///< the first of them
+    std::size_t repeated = 0;     ///< stations at the depth of the one above
+    bool reordered = false;       ///< the file was not in order of depth
+    bool tooMany = false;         ///< it held more stations than the table
+    bool computed = false;        ///< false where the file names MD and TVD, but no deviation to compute from
+};
+bool readSurvey(std::string_view path, Session& session, UserInterface& user, SurveyReport* report = nullptr);
 /// Writes trd from the tie point on: one row per line, columns divided by tabs; readTVDFile reads it back. False when
 /// that failed.
 bool saveTVDFile(std::string_view path, const Session& session);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <exception>
 #include <optional>
 
@@ -95,12 +96,16 @@ std::string twoDecimals(std::string_view number) {
     return formatMask(val(number), 2);
 }
 
+void passOver(const SurveyLines& lines, SurveyReport& report) {
+    if (report.passedOver++ == 0) report.firstPassedOver = std::string(lines.line());
+}
+
 /// Makes sure that the row is there.
 void reachRow(Table& trd, int row) {
     if (row >= trd.rows()) trd.resize(std::min(std::max(row + 1, 2 * trd.rows()), lastRow + 1), trd.columns());
 }
 
-void readTavir(std::string_view bytes, Session& session, UserInterface& user) {
+void readTavir(std::string_view bytes, Session& session, UserInterface& user, SurveyReport& report) {
     Table& trd = session.tables.trd;
     SurveyLines lines(bytes);
     lines.next();
@@ -110,8 +115,12 @@ void readTavir(std::string_view bytes, Session& session, UserInterface& user) {
     text(trd, tieRow, TrdColumn::Tvd) = twoDecimals(lines.field(3));
     int row = firstSurveyRow;
     while (lines.next() && !lines.isEnd()) {
-        if (lines.count() != 3 || !lines.allNumbers()) continue;
+        if (lines.count() != 3 || !lines.allNumbers()) {
+            passOver(lines, report);
+            continue;
+        }
         if (row > lastRow) {
+            report.tooMany = true;
             user.ask({tooManyTitle, tooManyText, Buttons::Ok, Icon::None, Answer::Ok});
             break;
         }
@@ -164,7 +173,7 @@ bool isOneOf(std::string_view name, std::initializer_list<std::string_view> name
     return std::any_of(names.begin(), names.end(), [&](std::string_view one) { return sameText(one, name); });
 }
 
-/// A line of heads names at least the measured depth and the deviation.
+/// A line of heads names at least the measured depth, and the deviation or the vertical depth.
 std::optional<SurveyColumns> headsOf(const SurveyLines& lines) {
     SurveyColumns columns;
     for (std::size_t place = 1; place <= lines.count(); ++place) {
@@ -177,7 +186,7 @@ std::optional<SurveyColumns> headsOf(const SurveyLines& lines) {
         if (isOneOf(name, {"INC", "INCL", "DEV", "DEVI", "DEVIATION", "INCLINATION", "DRIFT"})) take(columns.deviation);
         if (isOneOf(name, {"AZI", "AZIM", "AZIMUTH", "AZ", "HAZI", "AZIM_TN", "AZIM_GN"})) take(columns.azimuth);
     }
-    if (columns.md == 0 || columns.deviation == 0) return std::nullopt;
+    if (columns.md == 0 || (columns.deviation == 0 && columns.tvd == 0)) return std::nullopt;
     return columns;
 }
 
@@ -185,10 +194,34 @@ SurveyColumns usualColumns(std::size_t count) {
     return count >= 4 ? SurveyColumns{1, 2, 3, 4} : SurveyColumns{1, 0, 2, count == 3 ? 3U : 0U};
 }
 
-bool readStations(std::string_view bytes, Table& trd, UserInterface& user) {
+/// A number that the table can hold.
+bool isHeld(std::string_view field) {
+    return isNumeric(field) && std::fabs(val(field)) < 3.4e38;
+}
+
+/// A station of a people's file, as its texts.
+struct Station {
+    double depth = 0;
+    std::string_view md, tvd, deviation, azimuth;
+};
+
+void fillStations(const std::vector<Station>& stations, bool computed, Table& trd) {
+    int row = tieRow;
+    for (const Station& station : stations) {
+        reachRow(trd, row);
+        text(trd, row, TrdColumn::Md) = station.md;
+        text(trd, row, TrdColumn::Deviation) = station.deviation;
+        text(trd, row, TrdColumn::Azimuth) = station.azimuth;
+        if (row == tieRow || !computed)
+            text(trd, row, TrdColumn::Tvd) = isNumeric(station.tvd) ? station.tvd : station.md;
+        ++row;
+    }
+}
+
+bool readStations(std::string_view bytes, Table& trd, UserInterface& user, SurveyReport& report) {
     SurveyLines lines(bytes);
     std::optional<SurveyColumns> columns;
-    int row = tieRow;
+    std::vector<Station> stations;
     while (lines.next()) {
         if (lines.line().front() == '#' || lines.isEnd()) continue;
         if (const auto heads = headsOf(lines)) {
@@ -196,21 +229,33 @@ bool readStations(std::string_view bytes, Table& trd, UserInterface& user) {
             continue;
         }
         const SurveyColumns use = columns ? *columns : usualColumns(lines.count());
-        if (!isNumeric(lines.field(use.md)) || !isNumeric(lines.field(use.deviation))) continue;
-        if (row > lastRow) {
+        const std::size_t needed = use.deviation != 0 ? use.deviation : use.tvd;
+        if (!isHeld(lines.field(use.md)) || !isHeld(lines.field(needed))) {
+            passOver(lines, report);
+            continue;
+        }
+        if (stations.size() == InclinometryTable::capacity) {
+            report.tooMany = true;
             user.ask({tooManyTitle, tooManyText, Buttons::Ok, Icon::None, Answer::Ok});
             break;
         }
-        reachRow(trd, row);
-        text(trd, row, TrdColumn::Md) = lines.field(use.md);
-        text(trd, row, TrdColumn::Deviation) = lines.field(use.deviation);
-        text(trd, row, TrdColumn::Azimuth) = lines.field(use.azimuth);
-        if (row == tieRow)
-            text(trd, row, TrdColumn::Tvd) =
-                isNumeric(lines.field(use.tvd)) ? lines.field(use.tvd) : lines.field(use.md);
-        ++row;
+        stations.push_back({val(lines.field(use.md)), lines.field(use.md), lines.field(use.tvd),
+                            lines.field(use.deviation), lines.field(use.azimuth)});
     }
-    return row > tieRow;
+    const auto shallower = [](const Station& one, const Station& other) { return one.depth < other.depth; };
+    report.reordered = !std::is_sorted(stations.begin(), stations.end(), shallower);
+    std::stable_sort(stations.begin(), stations.end(), shallower);
+    report.computed = !columns || columns->deviation != 0;
+    fillStations(stations, report.computed, trd);
+    return !stations.empty();
+}
+
+/// Stations of the table that was filled, and those among them that repeat the depth above. The tie point may repeat
+/// the first station.
+void countStations(const InclinometryTable& table, SurveyReport& report) {
+    report.stations = table.rows.size();
+    for (std::size_t row = 2; row < table.rows.size(); ++row)
+        if (table.rows[row].md == table.rows[row - 1].md) ++report.repeated;
 }
 
 }  // namespace
@@ -225,26 +270,34 @@ bool readTVDFile(std::string_view path, Session& session, UserInterface& user) {
     setupTVD(session.tables.trd);
     markTrdChanged(session.tables.trd);
     return withFile(path, [&](std::string_view bytes) {
+        SurveyReport nobodyAsks;
         if (isTavirText(bytes))
-            readTavir(bytes, session, user);
+            readTavir(bytes, session, user, nobodyAsks);
         else
             readPlainTable(bytes, session.tables.trd);
     });
 }
 
-bool readSurvey(std::string_view path, Session& session, UserInterface& user) {
+bool readSurvey(std::string_view path, Session& session, UserInterface& user, SurveyReport* report) {
     setupTVD(session.tables.trd);
     markTrdChanged(session.tables.trd);
+    SurveyReport held;
     bool found = false;
     withFile(path, [&](std::string_view bytes) {
         if (isTavirText(bytes)) {
             SilentInterface computeAtOnce;
-            readTavir(bytes, session, computeAtOnce);
-            found = true;
+            readTavir(bytes, session, computeAtOnce, held);
+            found = held.computed = true;
         } else {
-            found = readStations(bytes, session.tables.trd, user) && buildTVDTable(session, user);
+            found = readStations(bytes, session.tables.trd, user, held);
+            if (found && held.computed)
+                buildTVDTable(session, user);
+            else
+                sortGrd(session);
         }
+        if (found) countStations(session.inclinometry, held);
     });
+    if (report != nullptr) *report = held;
     return found;
 }
 

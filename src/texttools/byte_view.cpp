@@ -19,10 +19,13 @@ constexpr std::string_view badTitle = "Bad Termination Found";
 constexpr std::string_view goodTitle = "Termination Okay";
 constexpr std::string_view goodText = "No Isolated Line Feeds (ASCII 10) found.";
 
-bool showsCharacter(unsigned char code) { return code >= 32 && code <= 127; }
+bool showsCharacter(unsigned char code) {
+    return code >= 32 && code <= 127;
+}
 
 std::string threeDigits(unsigned char code) {
-    return {static_cast<char>('0' + code / 100), static_cast<char>('0' + code / 10 % 10), static_cast<char>('0' + code % 10)};
+    return {static_cast<char>('0' + code / 100), static_cast<char>('0' + code / 10 % 10),
+            static_cast<char>('0' + code % 10)};
 }
 
 void appendOffset(std::string& text, std::uint64_t offset) {
@@ -171,7 +174,8 @@ BadEnds findBadEnds(App& app, std::string_view path) {
             place = findIsolatedLineFeed(bytes, place);
             found.offsets.push_back(place);
         }
-        app.user.progress({"Looking for isolated line feeds", static_cast<double>(to) / static_cast<double>(bytes.size())});
+        app.user.progress(
+            {"Looking for isolated line feeds", static_cast<double>(to) / static_cast<double>(bytes.size())});
         if (!app.run.commandMode) app.user.pumpEvents();
     }
     found.readable = !file->damaged();

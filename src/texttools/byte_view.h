@@ -9,8 +9,8 @@
 #include "session/session.h"
 #include "shared/table.h"
 
-/// A paged view of a file's raw bytes, and the finder of bad line ends. A line of a LAS file ends at CR LF or at CR; a line
-/// feed alone ends none, and such an isolated line feed is the defect that this view hunts.
+/// A paged view of a file's raw bytes, and the finder of bad line ends. A line of a LAS file ends at CR LF or at CR; a
+/// line feed alone ends none, and such an isolated line feed is the defect that this view hunts.
 namespace welvane {
 
 inline constexpr std::uint64_t bytePageLength = 400;
@@ -48,16 +48,17 @@ bool isolatedLineFeed(const ByteViewState& view, std::size_t index);
 
 /// Rows of asd.
 enum class AsdRow { Text = 0, Code };
-/// asd, the view as cells: one column per byte of the page; the text row holds the character (codes 32 to 127, otherwise ""), the code row
-/// its code with three digits. An isolated line feed is painted in badEndColour. Lives as long as the page.
+/// asd, the view as cells: one column per byte of the page; the text row holds the character (codes 32 to 127,
+/// otherwise ""), the code row its code with three digits. An isolated line feed is painted in badEndColour. Lives as
+/// long as the page.
 Table fillAsd(const ByteViewState& view);
 
 /// What pointing at a byte tells in the status line.
 std::string cellHint(unsigned char code);
 
-/// The page as lines for a terminal, each closed by "\n": the offset in eight hexadecimal digits, then with `codes` sixteen decimal codes and
-/// their text, without it forty characters. A byte that shows nothing is "."; an isolated line feed is "*" beside its code or in the
-/// text, and its offset stands at the end of its line.
+/// The page as lines for a terminal, each closed by "\n": the offset in eight hexadecimal digits, then with `codes`
+/// sixteen decimal codes and their text, without it forty characters. A byte that shows nothing is "."; an isolated
+/// line feed is "*" beside its code or in the text, and its offset stands at the end of its line.
 std::string renderPage(const ByteViewState& view, bool codes);
 
 /// Offset of the first line feed without a carriage return before it, at or behind `from`; npos when there is none.
@@ -74,8 +75,8 @@ struct BadEnds {
 /// Reads the whole file, telling its progress; stops when cancelRequested is set.
 BadEnds findBadEnds(App& app, std::string_view path);
 
-/// The command "Find Bad Termination": scans the view's file from its start and asks whether to go to the first isolated line feed.
-/// True when the page moved.
+/// The command "Find Bad Termination": scans the view's file from its start and asks whether to go to the first
+/// isolated line feed. True when the page moved.
 bool findBadTermination(App& app, ByteViewState& view);
 
 }  // namespace welvane

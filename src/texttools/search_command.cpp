@@ -12,8 +12,9 @@ namespace {
 struct Box {
     std::string_view title, text;
 };
-constexpr Box nothingToDo{"Nothing to Do!",
-                          "There is nothing specifed to search for and/or replace. Specify something then click replace again."};
+constexpr Box nothingToDo{
+    "Nothing to Do!",
+    "There is nothing specifed to search for and/or replace. Specify something then click replace again."};
 constexpr Box sameFile{"Replace File is Same as Search File",
                        "Do not replace your original file! Specify a different name!"};
 constexpr Box invalidCharacters{"INVALID CHARACTERS",
@@ -32,7 +33,9 @@ SearchReplaceResult refuse(App& app, const Box& box) {
     return result;
 }
 
-bool emptyRequest(const SearchRequest& request) { return request.search.empty() && request.replacement.empty(); }
+bool emptyRequest(const SearchRequest& request) {
+    return request.search.empty() && request.replacement.empty();
+}
 
 }  // namespace
 
@@ -44,22 +47,23 @@ std::string_view replaceLabel(SearchForm form) {
     return form == SearchForm::Text ? "and replace with this text" : "and replace with ASCII these codes";
 }
 
-std::optional<std::string> bytesOfCodes(App& app, std::string_view field) {
+std::optional<std::string> bytesOfCodes(App& app, std::string_view field, std::string* why) {
+    const auto refuseFor = [&](const Box& box) {
+        tell(app, box);
+        if (why != nullptr) *why = std::string(box.text);
+        return std::nullopt;
+    };
     for (const char c : field) {
         // Kept: ".", "/" and ":" pass, though the box names only blanks and digits. Test: codesOfAField
         if (c == ' ' || (c >= '.' && c <= ':')) continue;
-        tell(app, invalidCharacters);
-        return std::nullopt;
+        return refuseFor(invalidCharacters);
     }
     std::string bytes;
     FieldSplitter codes;
     codes.setText(field);
     for (std::size_t number = 1; number <= codes.count(); ++number) {
         const double code = val(codes.field(number));
-        if (code < 1 || code > 255) {
-            tell(app, invalidCodes);
-            return std::nullopt;
-        }
+        if (code < 1 || code > 255) return refuseFor(invalidCodes);
         bytes += static_cast<char>(roundToEven(code));
     }
     return bytes;
@@ -67,13 +71,14 @@ std::optional<std::string> bytesOfCodes(App& app, std::string_view field) {
 
 SearchReplaceResult searchReplaceTo(App& app, const SearchRequest& request, const std::string& targetPath) {
     if (emptyRequest(request)) return refuse(app, nothingToDo);
-    if (sameText(targetPath, request.sourcePath) || samePath(targetPath, request.sourcePath)) return refuse(app, sameFile);
-    if (request.form == SearchForm::Text) return searchReplaceFile(app, request.sourcePath, targetPath, request.search, request.replacement);
+    if (sameText(targetPath, request.sourcePath) || samePath(targetPath, request.sourcePath))
+        return refuse(app, sameFile);
+    if (request.form == SearchForm::Text)
+        return searchReplaceFile(app, request.sourcePath, targetPath, request.search, request.replacement);
     SearchReplaceResult refused;
-    refused.why = std::string(invalidCodes.text);
-    const auto search = bytesOfCodes(app, request.search);
+    const auto search = bytesOfCodes(app, request.search, &refused.why);
     if (!search) return refused;
-    const auto replacement = bytesOfCodes(app, request.replacement);
+    const auto replacement = bytesOfCodes(app, request.replacement, &refused.why);
     if (!replacement) return refused;
     return searchReplaceFile(app, request.sourcePath, targetPath, *search, *replacement);
 }

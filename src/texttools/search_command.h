@@ -27,11 +27,14 @@ struct SearchRequest {
     std::string search{}, replacement{};  ///< as typed
 };
 
-/// The bytes of a field of codes. Nothing, after one box, when a character is no digit, blank, ".", "/" or ":" or when a code is outside 1 to 255.
-std::optional<std::string> bytesOfCodes(App& app, std::string_view field);
+/// The bytes of a field of codes. Nothing, after one box, when a character is no digit, blank, ".", "/" or ":" or when
+/// a code is outside 1 to 255.
+/// `why`, when given, then holds the box's text.
+std::optional<std::string> bytesOfCodes(App& app, std::string_view field, std::string* why = nullptr);
 
-/// goSearRep: checks the fields, asks for the target and runs searchReplaceFile. Every refusal shows its box and gives a result that is
-/// neither done nor cancelled, with nothing written; a target that is not chosen gives a cancelled one.
+/// goSearRep: checks the fields, asks for the target and runs searchReplaceFile. Every refusal shows its box and gives
+/// a result that is neither done nor cancelled, with nothing written; a target that is not chosen gives a cancelled
+/// one.
 SearchReplaceResult goSearRep(App& app, const SearchRequest& request);
 
 /// The same without the dialog: the target is given. Used by whoever knows it.

@@ -21,10 +21,12 @@ constexpr std::size_t denseGap = 24;
 /// Longest replacement of the road without branches.
 constexpr std::size_t shortReplacement = 8;
 
-char lowerChar(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char lowerChar(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
-/// First byte in [from, to) that is one of the two forms of a letter; `to` when there is none. Keeps the place of either form, so that
-/// one which is rare is not searched for again at each call.
+/// First byte in [from, to) that is one of the two forms of a letter; `to` when there is none. Keeps the place of
+/// either form, so that one which is rare is not searched for again at each call.
 class LetterFinder {
   public:
     explicit LetterFinder(char letter) : forms_{upperChar(letter), lowerChar(letter)} {}
@@ -43,7 +45,8 @@ class LetterFinder {
   private:
     const char* find(const char* from, std::size_t form) {
         if (next_[form] == nullptr || next_[form] < from) {
-            const void* place = from < end_ ? std::memchr(from, forms_[form], static_cast<std::size_t>(end_ - from)) : nullptr;
+            const void* place =
+                from < end_ ? std::memchr(from, forms_[form], static_cast<std::size_t>(end_ - from)) : nullptr;
             next_[form] = place == nullptr ? end_ : static_cast<const char*>(place);
         }
         return next_[form];
@@ -56,7 +59,8 @@ class LetterFinder {
 /// One search of one byte.
 class ByteReplacer {
   public:
-    ByteReplacer(char searched, std::string_view replacement) : upper_(upperChar(searched)), lower_(lowerChar(searched)), replacement_(replacement) {}
+    ByteReplacer(char searched, std::string_view replacement)
+        : upper_(upperChar(searched)), lower_(lowerChar(searched)), replacement_(replacement) {}
 
     /// Replaces in [from, to); returns the number of occurrences.
     std::size_t block(const char* from, const char* to, OutputFile& output) const {
@@ -80,7 +84,8 @@ class ByteReplacer {
     std::size_t count(const char* from, std::size_t size) const {
         const char one = upper_, other = lower_;
         std::size_t found = 0;
-        for (std::size_t index = 0; index < size; ++index) found += static_cast<std::size_t>((from[index] == one) | (from[index] == other));
+        for (std::size_t index = 0; index < size; ++index)
+            found += static_cast<std::size_t>((from[index] == one) | (from[index] == other));
         return found;
     }
 
@@ -125,12 +130,15 @@ class ByteReplacer {
     std::string_view replacement_;
 };
 
-/// One search of any length by the method of Knuth, Morris and Pratt: linear whatever the texts are. The number of bytes matched so far
-/// lives on from block to block.
+/// One search of any length by the method of Knuth, Morris and Pratt: linear whatever the texts are. The number of
+/// bytes matched so far lives on from block to block.
 class TextReplacer {
   public:
     TextReplacer(std::string_view searched, std::string_view replacement)
-        : searched_(upper(searched)), replacement_(replacement), fallback_(searched_.size()), finder_(searched_.front()) {
+        : searched_(upper(searched)),
+          replacement_(replacement),
+          fallback_(searched_.size()),
+          finder_(searched_.front()) {
         std::size_t length = 0;
         for (std::size_t index = 1; index < searched_.size(); ++index) {
             while (length > 0 && searched_[index] != searched_[length]) length = fallback_[length - 1];
@@ -139,7 +147,8 @@ class TextReplacer {
         }
     }
 
-    /// Replaces in [from, to), which follows the block before it in memory; bytes that may begin an occurrence wait for the next block.
+    /// Replaces in [from, to), which follows the block before it in memory; bytes that may begin an occurrence wait for
+    /// the next block.
     std::size_t block(const char* from, const char* to, OutputFile& output) {
         const char* kept = from - matched_;
         std::size_t found = 0;
@@ -181,33 +190,37 @@ bool forEachBlock(App& app, std::string_view bytes, Work work) {
         if (app.run.cancelRequested) return false;
         const std::size_t size = std::min(workBlock, bytes.size() - from);
         work(bytes.data() + from, bytes.data() + from + size);
-        app.run.progressFraction = static_cast<float>(static_cast<double>(from + size) / static_cast<double>(bytes.size()));
+        app.run.progressFraction =
+            static_cast<float>(static_cast<double>(from + size) / static_cast<double>(bytes.size()));
         app.user.progress({statusText, static_cast<double>(app.run.progressFraction)});
         if (!app.run.commandMode) app.user.pumpEvents();
     }
     return !app.run.cancelRequested;
 }
 
-bool replaceInto(App& app, std::string_view bytes, std::string_view search, std::string_view replacement, OutputFile& output,
-                 std::uint64_t& found) {
+bool replaceInto(App& app, std::string_view bytes, std::string_view search, std::string_view replacement,
+                 OutputFile& output, std::uint64_t& found) {
     if (search.empty())
         return forEachBlock(app, bytes, [&](const char* from, const char* to) {
             output.write({from, static_cast<std::size_t>(to - from)});
         });
     if (search.size() == 1) {
         const ByteReplacer replacer(search.front(), replacement);
-        return forEachBlock(app, bytes, [&](const char* from, const char* to) { found += replacer.block(from, to, output); });
+        return forEachBlock(app, bytes,
+                            [&](const char* from, const char* to) { found += replacer.block(from, to, output); });
     }
     TextReplacer replacer(search, replacement);
-    if (!forEachBlock(app, bytes, [&](const char* from, const char* to) { found += replacer.block(from, to, output); })) return false;
+    if (!forEachBlock(app, bytes, [&](const char* from, const char* to) { found += replacer.block(from, to, output); }))
+        return false;
     output.write(bytes.substr(bytes.size() - replacer.waiting()));
     return true;
 }
 
 }  // namespace
 
-SearchReplaceResult searchReplaceFile(App& app, std::string_view sourcePath, std::string_view targetPath, std::string_view searchBytes,
-                                      std::string_view replaceBytes, OutputFile::Mode mode) {
+SearchReplaceResult searchReplaceFile(App& app, std::string_view sourcePath, std::string_view targetPath,
+                                      std::string_view searchBytes, std::string_view replaceBytes,
+                                      OutputFile::Mode mode) {
     SearchReplaceResult result;
     app.run.statusText = std::string(statusText);
     try {

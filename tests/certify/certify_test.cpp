@@ -1,6 +1,5 @@
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 
 #include "certify/batch.h"
 #include "certify/certify_after.h"
@@ -11,7 +10,8 @@
 namespace welvane {
 namespace {
 
-/// A stand-in for the checker: what it does is told by the name of the file it is given. Without a log path it writes beside the file.
+/// A stand-in for the checker: what it does is told by the name of the file it is given. Without a log path it writes
+/// beside the file.
 constexpr const char* checkerScript = R"(#!/bin/sh
 log="$2"
 case "$2" in *.log) ;; *) log="${1%.*}.log" ;; esac
@@ -32,7 +32,8 @@ esac
 /// Memory for everything but the starting of programs.
 class StartingPlatform : public test::MemoryPlatform {
   public:
-    ProcessResult runAndWait(const std::vector<std::string>& arguments, double seconds, const std::function<bool()>& turn) override {
+    ProcessResult runAndWait(const std::vector<std::string>& arguments, double seconds,
+                             const std::function<bool()>& turn) override {
         started.push_back(arguments);
         return system_->runAndWait(arguments, seconds, turn);
     }
@@ -85,10 +86,12 @@ TEST_F(Certify, handsOverWholePathsAndOptions) {
     CertifyOptions options = certifyOptions(CheckKind::Wrap, true, false, "canada");
     EXPECT_EQ(certified("good \"quoted\" $(x).las", options), "all well, 5 arguments\n");
     const std::string base = folder.path("good \"quoted\" $(x)");
-    EXPECT_EQ(platform.started.back(), (std::vector<std::string>{app.settings.certProgram, base + ".las", base + ".log", "/W", "/R", "/C"}));
+    EXPECT_EQ(platform.started.back(),
+              (std::vector<std::string>{app.settings.certProgram, base + ".las", base + ".log", "/W", "/R", "/C"}));
     EXPECT_FALSE(std::filesystem::exists(base + ".log")) << "slot 4 deletes the log";
 
-    EXPECT_EQ(certified("good.las", certifyOptions(CheckKind::Complete, false, true, "Other")), "all well, 3 arguments\n");
+    EXPECT_EQ(certified("good.las", certifyOptions(CheckKind::Complete, false, true, "Other")),
+              "all well, 3 arguments\n");
     EXPECT_EQ(platform.started.back().back(), "/U");
     EXPECT_TRUE(std::filesystem::exists(folder.path("good.log")));
 
@@ -109,7 +112,8 @@ TEST_F(Certify, cutsTheCheckersCommandLineAsItsQuotesSay) {
              Case{"wine corvant.sh  -q", {"wine", "corvant.sh", "-q"}},
              Case{"\"/opt/my tools/corvant\" \"a b\" c", {"/opt/my tools/corvant", "a b", "c"}},
              Case{"sh \"\" x\"y z\"", {"sh", "", "xy z"}},
-             Case{"C:\\Program Files\\Ostrandmeyer\\Toolbox\\Corvant.exe", {"C:/Program Files/Ostrandmeyer/Toolbox/Corvant.exe"}},
+             Case{"C:\\Program Files\\Ostrandmeyer\\Toolbox\\Corvant.exe",
+                  {"C:/Program Files/Ostrandmeyer/Toolbox/Corvant.exe"}},
              Case{app.settings.certProgram, {app.settings.certProgram}},
          }) {
         SCOPED_TRACE(row.setting);
@@ -127,14 +131,15 @@ TEST_F(Certify, checkerThatCannotRunShowsABox) {
         EXPECT_EQ(certified("good.las"), "");
         EXPECT_EQ(user.asked().back().title, "Unable to Run Corvant");
         EXPECT_EQ(user.asked().back().text,
-                  "Unable to locate Corvant.exe. Path to Corvant Not Set, or path is incorrect. Please check Preferences and try again");
+                  "Unable to locate Corvant.exe. Path to Corvant Not Set, or path is incorrect. Please check "
+                  "Preferences and try again");
     }
     app.settings.certProgram = folder.write("not executable", "text");
     user.willAnswer(Answer::Ok);
     EXPECT_EQ(certified("good.las"), "");
     EXPECT_EQ(user.asked().back().title, "Certify Not Possible");
-    EXPECT_EQ(user.asked().back().text,
-              "Error while running, or unable to run Corvant. No results for " + folder.path("good.las") + "  are available.");
+    EXPECT_EQ(user.asked().back().text, "Error while running, or unable to run Corvant. No results for " +
+                                            folder.path("good.las") + "  are available.");
 }
 
 TEST_F(Certify, batchGivesEachFileItsVerdict) {
@@ -143,12 +148,13 @@ TEST_F(Certify, batchGivesEachFileItsVerdict) {
     batch.kind = CheckKind::Wrap;
     for (const char* name : {"good.las", "error.las", "nothing.las"}) folder.write(name, "~V\r\n");
     folder.write("nothing.log", "an old verdict");
-    fillCr(batch, BrowserSelection{folder.path(), {"good.las", "error.las", "nothing.las"}}, "unused.las");
+    fillCr(batch, CertifySelection{folder.path(), {"good.las", "error.las", "nothing.las"}}, "unused.las");
     EXPECT_EQ(batch.crd.rows(), 4);
     EXPECT_EQ(batch.crd.text(0, 0), "File Names");
     EXPECT_EQ(batch.crd.text(0, 1), "Do WRAP Checks");
     EXPECT_TRUE(doBatchChecks(app, batch));
-    const std::vector<std::pair<std::string, std::uint32_t>> expected = {{"Passed", 65280}, {"Failed", 255}, {"Check Incomplete", 255}};
+    const std::vector<std::pair<std::string, std::uint32_t>> expected = {
+        {"Passed", 65280}, {"Failed", 255}, {"Check Incomplete", 255}};
     for (int row = 1; row <= 3; ++row) {
         SCOPED_TRACE(row);
         EXPECT_EQ(batch.crd.text(row, 1), expected[static_cast<std::size_t>(row - 1)].first);
@@ -218,14 +224,16 @@ TEST_F(Certify, clickShowsTheLog) {
 TEST_F(Certify, afterARunTellsTheFaults) {
     EXPECT_FALSE(certifyAfter(app, folder.write("failed.txt", "")).ran);
     EXPECT_TRUE(certifyAfter(app, folder.write("good.las", "")).ran);
-    EXPECT_EQ(platform.started.back(), (std::vector<std::string>{app.settings.certProgram, folder.path("good.las"), "/U"}));
+    EXPECT_EQ(platform.started.back(),
+              (std::vector<std::string>{app.settings.certProgram, folder.path("good.las"), "/U"}));
     user.willAnswer(Answer::Ok);
     app.settings.country = "Canada";
     const std::string path = folder.write("failed.LAS", "");
     EXPECT_EQ(certifyAfter(app, path).faults, "Test 3 failed: no null\nError: worse\n");
     EXPECT_EQ(user.asked().back().title, "File Failed Corvant!");
-    EXPECT_EQ(user.asked().back().text, "The Corvant check run on " + path +
-                                            " after the processing indicated these error(s).\n\nTest 3 failed: no null\nError: worse\n");
+    EXPECT_EQ(user.asked().back().text,
+              "The Corvant check run on " + path +
+                  " after the processing indicated these error(s).\n\nTest 3 failed: no null\nError: worse\n");
     EXPECT_EQ(user.asked().back().icon, Icon::Stop);
     EXPECT_EQ(platform.started.back().back(), "/C");
 

@@ -46,12 +46,13 @@ TEST(CheckerLog, ofAnyLengthIsReadWithoutFillingMemory) {
     acrossTheCut.replace(longestLog - 3, 6, "Error:");
     std::string faults;
     while (faults.size() < 3 * longestLog) faults += "Failed: again\n";
-    for (const Case& row : {Case{"no line ends", flood, Verdict::Passed, "further bytes"},
-                            Case{"a keyword at the end of one line", flood + "Failed: late", Verdict::Failed, "Failed: late"},
-                            Case{"a short keyword in front of it", flood + "\nError:" + flood, Verdict::Failed, "Error:x"},
-                            Case{"a late line", lines + "Error: late\r\n", Verdict::Failed, "\r\nError: late\r\n"},
-                            Case{"across the cut", acrossTheCut, Verdict::Failed, "Error:"},
-                            Case{"faults without end", faults, Verdict::Failed, "Failed: again"}}) {
+    for (const Case& row :
+         {Case{"no line ends", flood, Verdict::Passed, "further bytes"},
+          Case{"a keyword at the end of one line", flood + "Failed: late", Verdict::Failed, "Failed: late"},
+          Case{"a short keyword in front of it", flood + "\nError:" + flood, Verdict::Failed, "Error:x"},
+          Case{"a late line", lines + "Error: late\r\n", Verdict::Failed, "\r\nError: late\r\n"},
+          Case{"across the cut", acrossTheCut, Verdict::Failed, "Error:"},
+          Case{"faults without end", faults, Verdict::Failed, "Failed: again"}}) {
         SCOPED_TRACE(row.name);
         const std::string text = readWholeFile(folder.write("long.log", row.log));
         EXPECT_EQ(verdictOf(text), row.verdict);

@@ -37,8 +37,11 @@ TEST_F(Grd, hasFourHeadingRowsOverTheData) {
                                                             {"", "1", "-999.25", "3"},
                                                             {"", "2", "-5", "-999.25"}};
     for (int row = 0; row < 6; ++row)
-        for (int at = 0; at < 4; ++at) EXPECT_EQ(grd.cell(row, at), expected[static_cast<std::size_t>(row)][static_cast<std::size_t>(at)]) << row << "," << at;
-    for (const auto& [row, at] : std::vector<std::pair<int, int>>{{6, 1}, {-1, 1}, {4, 4}, {4, -1}}) EXPECT_THROW(grd.cell(row, at), RunTimeFailure);
+        for (int at = 0; at < 4; ++at)
+            EXPECT_EQ(grd.cell(row, at), expected[static_cast<std::size_t>(row)][static_cast<std::size_t>(at)])
+                << row << "," << at;
+    for (const auto& [row, at] : std::vector<std::pair<int, int>>{{6, 1}, {-1, 1}, {4, 4}, {4, -1}})
+        EXPECT_THROW(grd.cell(row, at), RunTimeFailure);
 }
 
 TEST_F(Grd, linesOfAnotherWidthAreSkippedAndToldOnce) {
@@ -50,12 +53,16 @@ TEST_F(Grd, linesOfAnotherWidthAreSkippedAndToldOnce) {
     ASSERT_EQ(user.asked().size(), 1U);
     EXPECT_EQ(user.asked()[0].title, "Lines Skipped!");
     EXPECT_EQ(user.asked()[0].text,
-              "A total of 2 lines were skipped because the number of columns was different from the one specified as the starting line. Do "
+              "A total of 2 lines were skipped because the number of columns was different from the one specified as "
+              "the starting line. Do "
               "not trust this file!");
 }
 
 TEST_F(Grd, furtherBlocksOfAReportJoinTheFirst) {
-    EXPECT_EQ(load("Depth  GR\n=====  ==\n1 2\n2 3\n\nDepth  GR\n=====  ==\n3 4\n\nMeasured Depth  GR\n=====  ==\n4 5\n").skipped, 0);
+    EXPECT_EQ(
+        load("Depth  GR\n=====  ==\n1 2\n2 3\n\nDepth  GR\n=====  ==\n3 4\n\nMeasured Depth  GR\n=====  ==\n4 5\n")
+            .skipped,
+        0);
     EXPECT_EQ(column(1), "1 2 3 4 ");
 }
 
@@ -70,10 +77,16 @@ TEST_F(Grd, badFilesAreRefusedOrEmpty) {
     const std::string longLine = "1," + std::string(1 << 20, '7');
     std::string wide = "1";
     for (int field = 0; field < 40000; ++field) wide += ",1";
-    for (const Case& row : {Case{"empty", "", true, 0, 0}, Case{"blank lines", "\n \n\n", true, 0, 0}, Case{"binary", std::string("1,2\0", 4), false, 0, 0},
-                            Case{"one column", "1\n2\n3\n", true, 2, 7}, Case{"a line of a megabyte", longLine + "\n" + longLine, true, 3, 6},
-                            Case{"too many columns", wide + "\n" + wide, false, 0, 0}, Case{"byte order mark", "\xEF\xBB\xBF" "1,2\n3,4\n", true, 3, 6},
-                            Case{"heads only", "DEPT,GR\n", true, 3, 5}}) {
+    for (const Case& row :
+         {Case{"empty", "", true, 0, 0}, Case{"blank lines", "\n \n\n", true, 0, 0},
+          Case{"binary", std::string("1,2\0", 4), false, 0, 0}, Case{"one column", "1\n2\n3\n", true, 2, 7},
+          Case{"a line of a megabyte", longLine + "\n" + longLine, true, 3, 6},
+          Case{"too many columns", wide + "\n" + wide, false, 0, 0},
+          Case{"byte order mark",
+               "\xEF\xBB\xBF"
+               "1,2\n3,4\n",
+               true, 3, 6},
+          Case{"heads only", "DEPT,GR\n", true, 3, 5}}) {
         SCOPED_TRACE(row.name);
         grd = {};
         const LoadResult result = load(row.bytes);

@@ -1,8 +1,7 @@
 #include "convert/make_las.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 
 #include "convert/header_template.h"
 #include "support/memory_platform.h"
@@ -74,7 +73,8 @@ TEST_F(MakeLas, writesTheTemplateTheCurvesAndTheData) {
 
 TEST_F(MakeLas, cellsStandRightAlignedAndWhole) {
     request.nullText = "-9999";
-    EXPECT_EQ(data("1,10.5,x y\n2,,-1234567.125\n3,NaN,3\n"), "         1      10.5       x_y\n         2     -9999 -1234567.125\n         3     -9999         3\n");
+    EXPECT_EQ(data("1,10.5,x y\n2,,-1234567.125\n3,NaN,3\n"),
+              "         1      10.5       x_y\n         2     -9999 -1234567.125\n         3     -9999         3\n");
     EXPECT_TRUE(result.done) << result.why;
     EXPECT_EQ(result.textCells, 1);
     EXPECT_EQ(result.rows, 3);
@@ -106,7 +106,8 @@ TEST_F(MakeLas, stepIsCheckedInTheMask) {
         if (row.varies) {
             EXPECT_EQ(user.asked().back().title, "STEP Not Constant!");
             EXPECT_EQ(user.asked().back().text,
-                      "The depth interval between depths is not constant. If you don't expect this, try sorting the depth. The STEP will be "
+                      "The depth interval between depths is not constant. If you don't expect this, try sorting the "
+                      "depth. The STEP will be "
                       "written as 0 (= variable STEP) for now. ");
             EXPECT_NE(text.find("  STEP.F             0.0000 "), std::string::npos) << text;
         }
@@ -118,12 +119,15 @@ TEST_F(MakeLas, refusesWhatCannotBeALog) {
         const char *name, *table, *title, *why;
     };
     for (const Case& row : {
-             Case{"empty", "", "Insufficient Data to Convert", "You must have at least 2 columns and one row of data to create a new LAS file. "},
+             Case{"empty", "", "Insufficient Data to Convert",
+                  "You must have at least 2 columns and one row of data to create a new LAS file. "},
              Case{"one column", "1\n2\n", "Insufficient Data to Convert", "You must have at least 2 columns"},
              Case{"an empty depth", "1,2\n,3\nx,5\n", "Empty Depth Sample",
-                  "One or more of the depth entries (column 1) are empty. All Depths must have numeric values. Remove empty rows, and fill in "
+                  "One or more of the depth entries (column 1) are empty. All Depths must have numeric values. Remove "
+                  "empty rows, and fill in "
                   "missing depths, then try again. (line 2)"},
-             Case{"a text depth", "DEPT,GR\n1,2\n2,2\n3 m,2\n", "Depth Is No Number", "The depth \"3 m\" in line 4 is not a number."},
+             Case{"a text depth", "DEPT,GR\n1,2\n2,2\n3 m,2\n", "Depth Is No Number",
+                  "The depth \"3 m\" in line 4 is not a number."},
          }) {
         SCOPED_TRACE(row.name);
         user.willAnswer(Answer::Ok);
@@ -152,7 +156,8 @@ TEST_F(MakeLas, unusedColumnsAreDroppedForGood) {
     EXPECT_EQ(grd.columns(), 3);
     EXPECT_EQ(result.firstDepth, 1);
     EXPECT_EQ(result.step, 1);
-    EXPECT_NE(folder.read("out.las").find("~Ascii  MD     CHAN2\r\n         1         B\r\n         2         D\r\n"), std::string::npos)
+    EXPECT_NE(folder.read("out.las").find("~Ascii  MD     CHAN2\r\n         1         B\r\n         2         D\r\n"),
+              std::string::npos)
         << folder.read("out.las");
     grd.setUsed(1, false);
     grd.setUsed(2, false);
@@ -162,8 +167,10 @@ TEST_F(MakeLas, unusedColumnsAreDroppedForGood) {
 
 TEST_F(MakeLas, takesTheHeaderFromAFile) {
     const std::string header =
-        "~V\n VERS. 1.2 : x\n WRAP. YES : y\n~Well Information\n STRT.F 1 : start\n STOP.F 2 : stop\n STEP.F 1 : step\n NULL. -1 : null\n"
-        " WELL.  Old Well : WELL\n~Curve\n DEPT.F : x\n~Parameter Information\n BHT.DEGC   35.5 : temp\n\n~Other\nfree text\n~A DEPT GR\n1 2\n";
+        "~V\n VERS. 1.2 : x\n WRAP. YES : y\n~Well Information\n STRT.F 1 : start\n STOP.F 2 : stop\n STEP.F 1 : "
+        "step\n NULL. -1 : null\n"
+        " WELL.  Old Well : WELL\n~Curve\n DEPT.F : x\n~Parameter Information\n BHT.DEGC   35.5 : temp\n\n~Other\nfree "
+        "text\n~A DEPT GR\n1 2\n";
     const std::string crlf = [&header] {
         std::string text;
         for (const char c : header) text += c == '\n' ? std::string("\r\n") : std::string(1, c);
@@ -198,7 +205,9 @@ TEST_F(MakeLas, takesTheHeaderFromAFile) {
     }
     request.headerFile = folder.path("absent.las");
     EXPECT_NE(made("1 2\n2 3\n").find("~WELL INFORMATION BLOCK"), std::string::npos) << "the template stands in";
-    request.headerText = "~Version Information\n VERS.             2.00                :v\n~Well Information\n COMP .   Mine :Company\n~Ascii\n";
+    request.headerText =
+        "~Version Information\n VERS.             2.00                :v\n~Well Information\n COMP .   Mine "
+        ":Company\n~Ascii\n";
     EXPECT_NE(made("1 2\n2 3\n").find("COMP .   Mine :Company"), std::string::npos);
 }
 

@@ -13,9 +13,11 @@ namespace {
 /// A small well. GR has a gap, DT is null all over, RHOB has one sample.
 std::string well(const std::string& unit, const std::string& top = "") {
     return "~Version\n VERS.   2.0 : CWLS\n WRAP.   NO  : One line\n"
-           "~Well\n STRT." + unit + "  100.0 : Start\n STOP." + unit + "  104.0 : Stop\n STEP." + unit +
+           "~Well\n STRT." +
+           unit + "  100.0 : Start\n STOP." + unit + "  104.0 : Stop\n STEP." + unit +
            "  1.0 : Step\n NULL.  -999.25 : Null\n COMP.  Some Company : COMPANY\n WELL.  Well 1 : WELL NAME\n" + top +
-           "~Curve\n DEPT." + unit + " : Depth\n GR.GAPI : Gamma\n DT.US/F : Sonic\n RHOB.G/C3 : Density\n"
+           "~Curve\n DEPT." + unit +
+           " : Depth\n GR.GAPI : Gamma\n DT.US/F : Sonic\n RHOB.G/C3 : Density\n"
            "~Parameter\n RUN.               1          : Run number of this file\n"
            "~A\n 100.0    10.0 -999.25 -999.25\n 101.0    20.0 -999.25 -999.25\n 102.0 -999.25 -999.25   2.5\n"
            " 103.0    30.0 -999.25 -999.25\n 104.0    60.0 -999.25 -999.25\n";
@@ -36,7 +38,8 @@ struct Listing : testing::Test {
         options.price.pricePerUnit = 0.5F;
     }
     void all() {
-        options.curveList = options.footageStats = options.intervals = options.minMaxStats = options.mnemonicsList = options.includePrice = true;
+        options.curveList = options.footageStats = options.intervals = options.minMaxStats = options.mnemonicsList =
+            options.includePrice = true;
         options.mnemonics = {"WELL", "NOT"};
     }
     ListingResult run() { return propertyListing(app, options, request, grid); }
@@ -54,22 +57,23 @@ TEST_F(Listing, ofOneFileWithEveryOption) {
     const std::string path = folder.writeLines("a.las", well("F"));
     request.files = {path};
     EXPECT_TRUE(run().done());
-    EXPECT_EQ(listing(), std::string(80, '_') + "\nLISTING for : " + path +
-                             "\n\n\n"
-                             "Mnemonics\n\nWELL: Well 1 WELL NAME\nNOT:  \n\n"
-                             "\nCurves      Non-Null Curve F        Non-null Intervals\n\n"
-                             "DEPT  .F            0.0 c-F : ()\n"
-                             "GR    .GAPI         2.0 c-F : (100.0- 101.0 /103.0- 104.0)\n"
-                             "DT    .US/F         0.0 c-F : ()\n"
-                             "RHOB  .G/C3         0.0 c-F : (102.0- 102.0)\n"
-                             "Total C-F :        2.0\n\n"
-                             "Statistics:    Minimum     (@Depth)    Maximum     (@Depth)    Average  Standard Deviation\n" +
-                             std::string(30, ' ') + "F" + std::string(24, ' ') +
-                             "F\n"
-                             "GR    .GAPI    10.0000     100.0000    60.0000     104.0000    30.0000     21.6025   \n"
-                             "DT    .US/F    0.0000      0.0000      0.0000      0.0000      0.0000      0.0000    \n"
-                             "RHOB  .G/C3    2.5000      102.0000    2.5000      102.0000    2.5000      0.0000    \n"
-                             "\nPrice Estimate this well: $1.00\n\n");
+    EXPECT_EQ(listing(),
+              std::string(80, '_') + "\nLISTING for : " + path +
+                  "\n\n\n"
+                  "Mnemonics\n\nWELL: Well 1 WELL NAME\nNOT:  \n\n"
+                  "\nCurves      Non-Null Curve F        Non-null Intervals\n\n"
+                  "DEPT  .F            0.0 c-F : ()\n"
+                  "GR    .GAPI         2.0 c-F : (100.0- 101.0 /103.0- 104.0)\n"
+                  "DT    .US/F         0.0 c-F : ()\n"
+                  "RHOB  .G/C3         0.0 c-F : (102.0- 102.0)\n"
+                  "Total C-F :        2.0\n\n"
+                  "Statistics:    Minimum     (@Depth)    Maximum     (@Depth)    Average  Standard Deviation\n" +
+                  std::string(30, ' ') + "F" + std::string(24, ' ') +
+                  "F\n"
+                  "GR    .GAPI    10.0000     100.0000    60.0000     104.0000    30.0000     21.6025   \n"
+                  "DT    .US/F    0.0000      0.0000      0.0000      0.0000      0.0000      0.0000    \n"
+                  "RHOB  .G/C3    2.5000      102.0000    2.5000      102.0000    2.5000      0.0000    \n"
+                  "\nPrice Estimate this well: $1.00\n\n");
     EXPECT_EQ(grid.asText(),
               "WellName\tChannel\tMin\tMax\tAverage\tSTD\tNNCF\tMin @\tMax @\r\n"
               "Well 1 (a.las)\tGR.GAPI\t10.0000\t60.0000\t30.0000\t21.6025\t2.0000\t100.0000\t104.0000\r\n"
@@ -84,7 +88,8 @@ TEST_F(Listing, leavesOutWhatIsSwitchedOff) {
         const char* text;
     };
     request.files = {folder.writeLines("a.las", well("M"))};
-    for (const Case& row : {Case{"curves", &ListingOptions::curveList, "\n\nCurves      Non-Null Curve M    \n\nDEPT  .M       \nGR    .GAPI    \n"},
+    for (const Case& row : {Case{"curves", &ListingOptions::curveList,
+                                 "\n\nCurves      Non-Null Curve M    \n\nDEPT  .M       \nGR    .GAPI    \n"},
                             Case{"footage", &ListingOptions::footageStats, "Total C-M :        2.0\n"},
                             Case{"statistics", &ListingOptions::minMaxStats, "Statistics:"},
                             Case{"mnemonics", &ListingOptions::mnemonicsList, "Mnemonics\n\n\n"},
@@ -107,11 +112,13 @@ TEST_F(Listing, summaryWithItsCostEstimate) {
     options.price.discount = 10;
     options.pricingComment = "net 30 days";
     // The second well in metres counts in the unit of the first one.
-    request.files = {folder.writeLines("a.las", well("F")), folder.writeLines("b.las", well("M")), folder.writeLines("c.las", well("F"))};
+    request.files = {folder.writeLines("a.las", well("F")), folder.writeLines("b.las", well("M")),
+                     folder.writeLines("c.las", well("F"))};
     const ListingResult result = run();
     EXPECT_TRUE(result.done());
     EXPECT_NEAR(result.totals.nonNullCurve, 4 + 2 / 0.3048, 1e-9);
-    EXPECT_EQ(summary(), "Multi LAS Listing Report from Welvane:          Date : 07-Jun-2024\n\n" + std::string(80, '-') +
+    EXPECT_EQ(summary(), "Multi LAS Listing Report from Welvane:          Date : 07-Jun-2024\n\n" +
+                             std::string(80, '-') +
                              "\nSUMMARY LISTINGS\n\n\nA comment\n\n"
                              "STATISTICS\n\nTotal Curve-F = 63.4\n\nTotal Non-Null Curve-F = 10.6\n\n"
                              "UNIQUE CHANNEL LISTING\n\n"
@@ -131,7 +138,9 @@ TEST_F(Listing, summaryWithItsCostEstimate) {
     options.price.other = options.price.discount = 0;
     request.files = {folder.path("b.las")};
     EXPECT_TRUE(run().done());
-    EXPECT_NE(summary().find("        2.0 cu-M @ $1.64042/cu-M\n\n\n\n   TOTAL                          =        $1.00\n\n"), std::string::npos)
+    EXPECT_NE(
+        summary().find("        2.0 cu-M @ $1.64042/cu-M\n\n\n\n   TOTAL                          =        $1.00\n\n"),
+        std::string::npos)
         << summary();
     EXPECT_EQ(summary().find("PRICING COMMENTS"), std::string::npos);
 }
@@ -152,11 +161,12 @@ TEST_F(Listing, skipsFilesThatCannotBeRead) {
         SCOPED_TRACE(data);
         all();
         if (!data) options = {};
-        request.files = {folder.path("absent.las"), folder.writeLines("a.las", well("F")), folder.write("binary.las", std::string("\0\1\2", 3)),
-                         folder.path()};
+        request.files = {folder.path("absent.las"), folder.writeLines("a.las", well("F")),
+                         folder.write("binary.las", std::string("\0\1\2", 3)), folder.path()};
         std::size_t seen = 0;
         request.onFile = [&seen](const FileListing&) { ++seen; };
-        for (int box = 0; data && box < 2; ++box) user.willAnswer(Answer::Ok);  // null and depth unit absent in the binary file
+        for (int box = 0; data && box < 2; ++box)
+            user.willAnswer(Answer::Ok);  // null and depth unit absent in the binary file
         const ListingResult result = run();
         EXPECT_TRUE(result.done());
         EXPECT_EQ(result.skipped, (std::vector<std::string>{request.files[0], request.files[2], request.files[3]}));
@@ -170,7 +180,8 @@ TEST_F(Listing, skipsFilesThatCannotBeRead) {
 
 TEST_F(Listing, gridAsCsvQuotesWhatNeedsIt) {
     grid.rows = {"Smith, \"A\"\tGR.GAPI\t1.0000"};
-    EXPECT_EQ(grid.asCsv(), "WellName,Channel,Min,Max,Average,STD,NNCF,Min @,Max @\r\n\"Smith, \"\"A\"\"\",GR.GAPI,1.0000\r\n");
+    EXPECT_EQ(grid.asCsv(),
+              "WellName,Channel,Min,Max,Average,STD,NNCF,Min @,Max @\r\n\"Smith, \"\"A\"\"\",GR.GAPI,1.0000\r\n");
 }
 
 TEST_F(Listing, uniqueChannelsIgnoreCase) {
@@ -188,8 +199,8 @@ TEST_F(Listing, runPutsItsTotalIntoThePriceGrid) {
     struct Case {
         const char *country, *unit, *feet, *total;
     };
-    for (const Case& row : {Case{"Other", "F", "2.0", "$1.00"}, Case{"Other", "M", "6.6", "$3.30"}, Case{"Canada", "M", "2.0", "$1.00"},
-                            Case{"Canada", "FT", "0.6", "$0.30"}}) {
+    for (const Case& row : {Case{"Other", "F", "2.0", "$1.00"}, Case{"Other", "M", "6.6", "$3.30"},
+                            Case{"Canada", "M", "2.0", "$1.00"}, Case{"Canada", "FT", "0.6", "$0.30"}}) {
         SCOPED_TRACE(std::string(row.country) + row.unit);
         app.settings.country = row.country;
         ListingSession session(app);
@@ -233,7 +244,8 @@ TEST_F(Listing, runValueIsRewrittenInTheFile) {
     EXPECT_EQ(editRun(app, vrd, 2, "2"), RunEdit::NoRunLine);
     EXPECT_EQ(user.asked().back().title, "Problem Replacing Value");
     EXPECT_EQ(user.asked().back().text,
-              "Unable to replace RUN Value, as no RUN parameter exists in the ~P section. Edit manually and add RUN to the ~Parameter section");
+              "Unable to replace RUN Value, as no RUN parameter exists in the ~P section. Edit manually and add RUN to "
+              "the ~Parameter section");
 
     const std::string tooShort = folder.writeLines("c.las", "~P\n RUN. 1 : x\n~A\n 1 2\n");
     user.willAnswer(Answer::Yes);

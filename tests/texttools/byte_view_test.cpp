@@ -24,8 +24,8 @@ TEST_F(ByteView, pagesFilesOfEveryLength) {
         std::size_t length;
         std::uint64_t pages, lastStart, lastLength;
     };
-    for (const Case& row : {Case{0, 0, 0, 0}, Case{1, 1, 0, 1}, Case{399, 1, 0, 399}, Case{400, 1, 0, 400}, Case{401, 2, 400, 1},
-                            Case{1000, 3, 800, 200}}) {
+    for (const Case& row : {Case{0, 0, 0, 0}, Case{1, 1, 0, 1}, Case{399, 1, 0, 399}, Case{400, 1, 0, 400},
+                            Case{401, 2, 400, 1}, Case{1000, 3, 800, 200}}) {
         SCOPED_TRACE(row.length);
         ASSERT_TRUE(open(std::string(row.length, 'x')));
         EXPECT_EQ(view.pageCount(), row.pages);
@@ -77,10 +77,11 @@ TEST_F(ByteView, hintsTellWhatACodeIs) {
 
 TEST_F(ByteView, rendersAPageForATerminal) {
     ASSERT_TRUE(open("~V\r\nDEPT\nlast line of it\r\n"));
-    EXPECT_EQ(renderPage(view, true),
-              "00000000  126  086  013  010  068  069  080  084  010* 108  097  115  116  032  108  105  |~V..DEPT*last li|"
-              "  <- isolated line feed at 8\n"
-              "00000010  110  101  032  111  102  032  105  116  013  010                                |ne of it..|\n");
+    EXPECT_EQ(
+        renderPage(view, true),
+        "00000000  126  086  013  010  068  069  080  084  010* 108  097  115  116  032  108  105  |~V..DEPT*last li|"
+        "  <- isolated line feed at 8\n"
+        "00000010  110  101  032  111  102  032  105  116  013  010                                |ne of it..|\n");
     EXPECT_EQ(renderPage(view, false), "00000000  |~V..DEPT*last line of it..|  <- isolated line feed at 8\n");
 }
 
@@ -94,8 +95,8 @@ TEST_F(ByteView, findsEveryIsolatedLineFeed) {
     border.replace(block - 1, 2, "\r\n");
     std::string broken = border;
     broken[block - 1] = 'x';
-    for (const Case& row : {Case{"", {}}, Case{"a\r\nb\rc", {}}, Case{"\n", {0}}, Case{"\r\n\n\n\r\n", {2, 3}}, Case{border, {}},
-                            Case{broken, {block}}}) {
+    for (const Case& row : {Case{"", {}}, Case{"a\r\nb\rc", {}}, Case{"\n", {0}}, Case{"\r\n\n\n\r\n", {2, 3}},
+                            Case{border, {}}, Case{broken, {block}}}) {
         SCOPED_TRACE(row.bytes.substr(0, 20));
         const BadEnds found = findBadEnds(app, folder.write("ends.las", row.bytes));
         EXPECT_TRUE(found.readable);

@@ -1,7 +1,6 @@
 #include "texttools/search_replace.h"
 
 #include <gtest/gtest.h>
-
 #include <random>
 
 #include "shared/text.h"
@@ -21,7 +20,8 @@ struct SearchReplace : testing::Test {
 
     std::string replaced(const std::string& bytes, const std::string& search, const std::string& replacement) {
         const std::string source = folder.write("source.las", bytes);
-        const SearchReplaceResult result = searchReplaceFile(app, source, folder.path("target.las"), search, replacement);
+        const SearchReplaceResult result =
+            searchReplaceFile(app, source, folder.path("target.las"), search, replacement);
         EXPECT_TRUE(result.done) << result.why;
         return folder.read("target.las");
     }
@@ -54,7 +54,8 @@ TEST_F(SearchReplace, replacesFromTheStartWithoutRegardToCase) {
 }
 
 TEST_F(SearchReplace, largeFilesAreWorkedOnAsOneText) {
-    // Few different letters, so that matches, near matches and block borders meet often; against the plain whole-text replacement.
+    // Few different letters, so that matches, near matches and block borders meet often; against the plain whole-text
+    // replacement.
     const unsigned seed = 20240611;
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
@@ -62,8 +63,14 @@ TEST_F(SearchReplace, largeFilesAreWorkedOnAsOneText) {
     for (int piece = 0; piece < 300000; ++piece) bytes += "aAb \r\n"[random() % 6];
     const std::size_t border = std::size_t{256} << 10;
     bytes.replace(border - 3, 6, "abcdef");
-    for (const auto& [search, replacement] : std::vector<std::pair<std::string, std::string>>{
-             {"a", "x"}, {"\n", "\r\n"}, {" ", ""}, {"b", "123456789"}, {"\r\n", "\n"}, {"abcdef", "-"}, {"aab", "ab"}, {"a a", ""}}) {
+    for (const auto& [search, replacement] : std::vector<std::pair<std::string, std::string>>{{"a", "x"},
+                                                                                              {"\n", "\r\n"},
+                                                                                              {" ", ""},
+                                                                                              {"b", "123456789"},
+                                                                                              {"\r\n", "\n"},
+                                                                                              {"abcdef", "-"},
+                                                                                              {"aab", "ab"},
+                                                                                              {"a a", ""}}) {
         SCOPED_TRACE(search);
         EXPECT_TRUE(replaced(bytes, search, replacement) == replaceAll(bytes, search, replacement));
     }
@@ -115,7 +122,8 @@ TEST_F(SearchReplace, codesOfAField) {
             EXPECT_EQ(user.asked().back().title, row.box);
         }
     }
-    EXPECT_EQ(user.asked().front().text, "Only the space and numbers (0-9) are legal characters when using ASCII codes");
+    EXPECT_EQ(user.asked().front().text,
+              "Only the space and numbers (0-9) are legal characters when using ASCII codes");
     EXPECT_EQ(user.asked().back().text, "All ASCII code numbers must be between 1-255");
 }
 
