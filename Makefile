@@ -2,7 +2,7 @@
 PREFIX ?= /usr/local
 DESTDIR ?=
 
-.PHONY: build demo test sanitize bench lint format install clean
+.PHONY: build demo test sanitize fuzz bench lint format install clean
 
 build:
 	scripts/setup
@@ -17,6 +17,10 @@ test:
 
 sanitize:
 	scripts/test asan
+
+# SECONDS is how long each fuzzer runs.
+fuzz:
+	scripts/fuzz $(SECONDS)
 
 bench:
 	scripts/setup

@@ -161,9 +161,9 @@ void writeData(BlockWriter& writer, const Shape& shape) {
 /// column.
 void settleSize(Shape& shape, std::int64_t bytes) {
     const int lines = shape.wrapped ? 1 + (shape.channels - 2 + valuesPerLine) / valuesPerLine : 1;
-    const std::int64_t header_ = static_cast<std::int64_t>(header(shape).size());
+    const std::int64_t headerBytes = static_cast<std::int64_t>(header(shape).size());
     const std::int64_t record = static_cast<std::int64_t>(shape.channels) * columnWidth + 2 * lines;
-    shape.records = std::max<std::int64_t>(2, (bytes - header_) / record);
+    shape.records = std::max<std::int64_t>(2, (bytes - headerBytes) / record);
     for (const std::int64_t step : {500, 100, 10, 1}) {
         shape.stepThousandths = step;
         if (shape.records * step <= 20'000'000) break;

@@ -14,7 +14,9 @@ std::string& slotPath(CommandLine& line) {
     return line.slotPaths[slot];
 }
 
-std::string withoutQuotes(std::string_view text) { return withoutChar(text, '"'); }
+std::string withoutQuotes(std::string_view text) {
+    return withoutChar(text, '"');
+}
 
 void appendWords(std::vector<std::string>& files, std::string_view text) {
     for (std::string& word : split(text, ' ')) {
@@ -49,8 +51,8 @@ std::string argumentText(const std::string& argument) {
         if (places.size() == 1 && places.front() == 0) return "/" + withBackslashes(argument.substr(1));
         if (!places.empty()) return argument;
     }
-    const bool holdsBlank = text.find(' ') != std::string::npos && text.find('"') == std::string::npos;
-    return holdsBlank && text.find('/') == std::string::npos ? "\"" + text + "\"" : text;
+    const bool isName = !trim(text).empty() && text.find_first_of("\"/") == std::string::npos;
+    return isName && text.find(' ') != std::string::npos ? "\"" + text + "\"" : text;
 }
 
 }  // namespace
@@ -116,7 +118,7 @@ CommandLine readCommandLine(std::string_view text) {
     std::vector<std::string> files, switches;
     splitCommandLine(text, files, switches);
     CommandLine line;
-    if (files.size() > 1 && fileExists(files[1])) line.runFile = files[1];
+    if (files.size() > 1) (fileExists(files[1]) ? line.runFile : line.missingFile) = files[1];
     line.slotPaths[0] = line.runFile;
     applySwitches(switches, line);
     return line;

@@ -85,15 +85,18 @@ bool HeadlessRun::act() {
 void HeadlessRun::process() {
     app.run.targetFile = line.outputPath;
     if (app.run.targetFile.empty()) {
-        if (line.refusedOutput.empty()) note("", "no output is named (/Output=)");
-        else note(line.refusedOutput, "its folder does not exist");
+        if (line.refusedOutput.empty())
+            note("", "no output is named (/Output=)");
+        else
+            note(line.refusedOutput, "its folder does not exist");
         return;
     }
     const RunOutcome outcome = doProcess(app, session, {});
     report.written = outcome.completed;
     if (!outcome.completed) note(app.run.targetFile, outcome.refusal.empty() ? "not written" : outcome.refusal);
     for (const ItemReport& item : outcome.items) {
-        for (const SkippedStep& skipped : item.pass.failures.first) note(item.target, skipped.what + ": " + skipped.why);
+        for (const SkippedStep& skipped : item.pass.failures.first)
+            note(item.target, skipped.what + ": " + skipped.why);
     }
 }
 
@@ -105,7 +108,9 @@ HeadlessReport runHeadless(App& app, const CommandLine& line) {
         app.run.commandMode = true;
         HeadlessRun run{app, line, report, {}};
         openSession(app, run.session);
-        for (std::size_t slot = 0; slot < line.slotPaths.size(); ++slot) run.session.slots[slot].path = line.slotPaths[slot];
+        for (std::size_t slot = 0; slot < line.slotPaths.size(); ++slot)
+            run.session.slots[slot].path = line.slotPaths[slot];
+        if (!line.missingFile.empty()) run.note(line.missingFile, "no such file");
         for (int slot = 0; slot < slotCount; ++slot) run.open(slot);
         if (run.act()) run.process();
     } catch (const std::exception& error) {

@@ -16,7 +16,8 @@ struct HeadlessReport {
     std::vector<std::string> notes;  ///< why nothing was written, or what was left out
 };
 
-/// Opens the named files in a session, does what the line says, and runs the pass. Puts app.run in command mode. Never throws.
+/// Opens the named files in a session, does what the line says, and runs the pass. Puts app.run in command mode. Never
+/// throws.
 HeadlessReport runHeadless(App& app, const CommandLine& line);
 
 }  // namespace welvane

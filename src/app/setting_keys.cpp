@@ -29,7 +29,9 @@ std::string check(std::string_view value) {
     return flag(value) == "1" ? "1" : "2";
 }
 
-std::string country(std::string_view value) { return sameText(value, "Canada") ? "Canada" : "Other"; }
+std::string country(std::string_view value) {
+    return sameText(value, "Canada") ? "Canada" : "Other";
+}
 
 std::string porosityUnits(std::string_view value) {
     if (value.empty() || sameText(value, "V/V")) return "V/V";
@@ -54,7 +56,9 @@ std::string matrix(std::string_view value) {
     return matrixTableText(parseMatrixTable(value));
 }
 
-std::string gridSize(std::string_view value) { return gridSizeText(parseGridSize(value)); }
+std::string gridSize(std::string_view value) {
+    return gridSizeText(parseGridSize(value));
+}
 
 std::string gridWidth(std::string_view value) {
     constexpr std::int32_t widthInstead = 600;
@@ -83,7 +87,8 @@ const std::vector<SettingKey>& settingKeys() {
         {"renamedups", "1", "number channels of one name: 1 yes, 2 no", check},
         {"certafter", "1", "certify after processing", flag},
         {"editafter", "1", "open the result after processing", flag},
-        {"cert_prog", "C:\\Program Files\\Ostrandmeyer\\Toolbox\\Corvant.exe", "path of the external checker", asItStands},
+        {"cert_prog", "C:\\Program Files\\Ostrandmeyer\\Toolbox\\Corvant.exe", "path of the external checker",
+         asItStands},
         {"log_prog", "", "path of the external log viewer", asItStands},
         {"inDir", "<program>", "source folder of the browser", asItStands},
         {"outDir", "<program>", "destination folder of the browser", asItStands},
@@ -104,8 +109,8 @@ const std::vector<SettingKey>& settingKeys() {
 }
 
 const SettingKey* findSettingKey(std::string_view name) {
-    const auto found =
-        std::find_if(settingKeys().begin(), settingKeys().end(), [&](const SettingKey& key) { return sameText(key.name, name); });
+    const auto found = std::find_if(settingKeys().begin(), settingKeys().end(),
+                                    [&](const SettingKey& key) { return sameText(key.name, name); });
     return found == settingKeys().end() ? nullptr : &*found;
 }
 

@@ -44,7 +44,9 @@ std::vector<std::string> fieldsOf(std::string_view text, std::size_t count) {
     return fields;
 }
 
-bool flagOf(const std::string& text) { return val(text) != 0; }
+bool flagOf(const std::string& text) {
+    return val(text) != 0;
+}
 
 void readToggles(App& app) {
     const SettingsStore& store = app.platform.settings();
@@ -94,7 +96,8 @@ GridFontSetting parseGridSize(std::string_view text) {
     if (font.size < smallestFontSize) font.size = smallestFontSize;
     font.bold = flagOf(fields[2]);
     font.columnWidth = roundToEven(val(fields[3]));
-    if (font.columnWidth < smallestColumnWidth && font.columnWidth != fitsContents) font.columnWidth = smallestColumnWidth;
+    if (font.columnWidth < smallestColumnWidth && font.columnWidth != fitsContents)
+        font.columnWidth = smallestColumnWidth;
     return font;
 }
 
@@ -107,8 +110,8 @@ FormatDefaults parseFormatDefaults(std::string_view text) {
     FormatDefaults format;
     format.dotColumn = number(0, 6);
     format.valueColumn = number(1, 15);
-    // Kept: a colon column of 0 becomes 50 and a further indent of 0 becomes 10, though a missing setting gives 60 and 50.
-    // Test: StoredFormat
+    // Kept: a colon column of 0 becomes 50 and a further indent of 0 becomes 10, though a missing setting gives 60
+    // and 50. Test: StoredFormat
     format.colonColumn = number(2, 50);
     format.wellExtraColon = number(3, 10);
     format.dataWidth = number(4, 13);
@@ -146,7 +149,8 @@ std::string formatDefaultsText(const FormatDefaults& format) {
 std::string matrixTableText(const MatrixTable& matrix) {
     std::vector<std::string> fields;
     // By way of its shortest text: 2.65 as a single is a little more than 2.65 as a double.
-    for (const MatrixBound& field : matrixFields) fields.push_back(formatMask(val(plainNumber(matrix[field.index])), 3));
+    for (const MatrixBound& field : matrixFields)
+        fields.push_back(formatMask(val(plainNumber(matrix[field.index])), 3));
     return join(fields, "|");
 }
 
@@ -188,9 +192,10 @@ bool loadProcess(App& app) {
     } catch (const std::exception& error) {
         if (app.run.commandMode) return true;
         const std::string text = error.what();
-        app.user.ask({"Error Initializing Welvane.",
-                      "Last resort error trap. The error was " + text + " , number " + std::to_string(failureNumber(text)),
-                      Buttons::Ok, Icon::Stop, Answer::Ok});
+        app.user.ask(
+            {"Error Initializing Welvane.",
+             "Last resort error trap. The error was " + text + " , number " + std::to_string(failureNumber(text)),
+             Buttons::Ok, Icon::Stop, Answer::Ok});
         return false;
     }
     return true;

@@ -14,8 +14,8 @@ inline constexpr std::string_view stockGridSize = "Arial|10|0|800";
 inline constexpr std::string_view stockFormatText = "6|15|60|50|13|5";
 inline constexpr std::string_view stockMatrixText = "1.000|2.650|2.710|2.870|55.500|47.600|43.500";
 
-/// A "|"-joined setting read and corrected: missing, zero and out-of-range fields take their replacements. RunTimeFailure
-/// for a number beyond its 16 or 32 bits.
+/// A "|"-joined setting read and corrected: missing, zero and out-of-range fields take their replacements.
+/// RunTimeFailure for a number beyond its 16 or 32 bits.
 GridFontSetting parseGridSize(std::string_view text);
 FormatDefaults parseFormatDefaults(std::string_view text);
 MatrixTable parseMatrixTable(std::string_view text);
@@ -33,8 +33,8 @@ std::string locateReferenceFile(std::string_view programFolder, std::string_view
 /// Settings and paths of `app`. A failure in between is told in a box and keeps what was read so far.
 void startup(App& app);
 
-/// startup(), then the reference tables: curves, units, parameters. A missing parameter file is told in a box. False when
-/// the process cannot go on, which was told too; never in command mode.
+/// startup(), then the reference tables: curves, units, parameters. A missing parameter file is told in a box. False
+/// when the process cannot go on, which was told too; never in command mode.
 bool loadProcess(App& app);
 
 }  // namespace welvane

@@ -75,12 +75,14 @@ Json factsAsJson(const FileFacts& facts) {
     return json;
 }
 
-std::string orNone(std::string_view text) { return text.empty() ? std::string("none") : shownText(text); }
+std::string orNone(std::string_view text) {
+    return text.empty() ? std::string("none") : shownText(text);
+}
 
 std::string channelTable(const SlotChannels& channels) {
     const auto cells = [](const SlotChannel& channel) {
-        return std::array<std::string, 4>{shownText(channel.field.mnem), shownText(channel.field.unit), shownText(channel.field.value),
-                                          shownText(channel.field.desc)};
+        return std::array<std::string, 4>{shownText(channel.field.mnem), shownText(channel.field.unit),
+                                          shownText(channel.field.value), shownText(channel.field.desc)};
     };
     const std::array<std::string, 4> heads = {"Mnem", "Unit", "Value", "Description"};
     // A few long fields do not push the whole table out of the window.
@@ -89,7 +91,8 @@ std::string channelTable(const SlotChannels& channels) {
     for (std::size_t cell = 0; cell < 4; ++cell) widths[cell] = heads[cell].size();
     for (const SlotChannel& channel : channels) {
         const auto texts = cells(channel);
-        for (std::size_t cell = 0; cell < 4; ++cell) widths[cell] = std::min(widest, std::max(widths[cell], characterCount(texts[cell])));
+        for (std::size_t cell = 0; cell < 4; ++cell)
+            widths[cell] = std::min(widest, std::max(widths[cell], characterCount(texts[cell])));
     }
     const std::size_t number = std::max<std::size_t>(3, std::to_string(channels.size()).size());
     const auto line = [&](const std::string& first, const std::array<std::string, 4>& texts) {
@@ -98,7 +101,8 @@ std::string channelTable(const SlotChannels& channels) {
         return std::string(trimRight(text)) + "\n";
     };
     std::string table = line("#", heads);
-    for (std::size_t index = 0; index < channels.size(); ++index) table += line(std::to_string(index), cells(channels[index]));
+    for (std::size_t index = 0; index < channels.size(); ++index)
+        table += line(std::to_string(index), cells(channels[index]));
     return table;
 }
 
@@ -107,19 +111,28 @@ std::string factsAsText(const FileFacts& facts) {
     const std::string unit = slot.depthUnit.empty() ? "" : " " + shownText(slot.depthUnit);
     const std::size_t logs = facts.channels.empty() ? 0 : facts.channels.size() - 1;
     std::string text = shownText(slot.path) + "\n";
-    const auto add = [&](std::string_view label, const std::string& value) { text += "  " + padded(label, 10) + value + "\n"; };
-    const std::string wrapping = slot.wrap.empty() ? "shape of the data undecided" : sameText(slot.wrap, "YES") ? "wrapped" : "not wrapped";
+    const auto add = [&](std::string_view label, const std::string& value) {
+        text += "  " + padded(label, 10) + value + "\n";
+    };
+    const std::string wrapping = slot.wrap.empty()            ? "shape of the data undecided"
+                                 : sameText(slot.wrap, "YES") ? "wrapped"
+                                                              : "not wrapped";
     add("LAS", orNone(slot.lasVersion) + ", " + wrapping);
-    add("Header", plainNumber(slot.start) + " to " + plainNumber(slot.stop) + unit + ", step " + plainNumber(slot.step));
-    add("Data", plainNumber(slot.firstDepth) + " to " + plainNumber(slot.lastDepth) + unit + ", from byte " + std::to_string(slot.dataStart) + " on");
+    add("Header",
+        plainNumber(slot.start) + " to " + plainNumber(slot.stop) + unit + ", step " + plainNumber(slot.step));
+    add("Data", plainNumber(slot.firstDepth) + " to " + plainNumber(slot.lastDepth) + unit + ", from byte " +
+                    std::to_string(slot.dataStart) + " on");
     add("Per step", std::to_string(slot.wordsPerStep) + " numbers on " + std::to_string(slot.linesPerStep) +
-                        (slot.linesPerStep == 1 ? " line, " : " lines, ") + std::to_string(slot.bytesPerStep) + " bytes");
+                        (slot.linesPerStep == 1 ? " line, " : " lines, ") + std::to_string(slot.bytesPerStep) +
+                        " bytes");
     add("Null", orNone(slot.nullText));
-    add("Layout", "dot at " + std::to_string(slot.dotColumn) + ", value at " + std::to_string(slot.valueColumn) + ", colon at " +
-                      std::to_string(slot.colonColumn) + "; data " + std::to_string(slot.firstColumnWidth) + " wide with " +
-                      std::to_string(slot.firstColumnDecimals) + " decimals");
+    add("Layout", "dot at " + std::to_string(slot.dotColumn) + ", value at " + std::to_string(slot.valueColumn) +
+                      ", colon at " + std::to_string(slot.colonColumn) + "; data " +
+                      std::to_string(slot.firstColumnWidth) + " wide with " + std::to_string(slot.firstColumnDecimals) +
+                      " decimals");
     std::string sections;
-    for (const std::string& title : facts.sections) sections += (sections.empty() ? "" : ", ") + shownText(title.substr(0, title.find(' ')));
+    for (const std::string& title : facts.sections)
+        sections += (sections.empty() ? "" : ", ") + shownText(title.substr(0, title.find(' ')));
     add("Sections", orNone(sections));
     add("Channels", std::to_string(logs) + " and the index " + orNone(slot.indexName));
     return text + "\n" + channelTable(facts.channels);
@@ -139,7 +152,8 @@ ExitCode performInfo(Workbench& bench, const InfoChoices& choices) {
         }
         return ExitCode::Done;
     });
-    if (bench.options().json && !(files.size() == 1 && all.empty())) bench.print((files.size() == 1 ? all.front() : all).dump(2) + "\n");
+    if (bench.options().json && !(files.size() == 1 && all.empty()))
+        bench.print((files.size() == 1 ? all.front() : all).dump(2) + "\n");
     return code;
 }
 

@@ -61,7 +61,9 @@ Walk walkOver(std::string_view bytes) {
     return walk;
 }
 
-std::string numberText(std::size_t number) { return std::to_string(number); }
+std::string numberText(std::size_t number) {
+    return std::to_string(number);
+}
 
 }  // namespace
 
@@ -79,20 +81,23 @@ std::string whyNoLas(std::string_view path, bool loose) {
     const std::optional<MappedFile> file = MappedFile::open(path);
     if (!file) return whyUnreadable(path);
     const Walk walk = walkOver(file->bytes());
-    if (walk.longLine != 0) return "line " + numberText(walk.longLine) + " is longer than " + numberText(longestLine >> 20) + " MB";
+    if (walk.longLine != 0)
+        return "line " + numberText(walk.longLine) + " is longer than " + numberText(longestLine >> 20) + " MB";
     if (!walk.curveSection && !walk.dataSection) return "no LAS file: it has neither ~Curve nor ~A";
     if (!walk.curveSection) return "no ~Curve section";
     if (!walk.dataSection) return "no ~A section: nothing but a header";
     if (walk.curveLines == 0) return "its ~Curve section names no channel";
     if (walk.curveLines > mostColumns)
-        return numberText(walk.curveLines) + " channels, more than the " + numberText(mostColumns) + " that can be held";
+        return numberText(walk.curveLines) + " channels, more than the " + numberText(mostColumns) +
+               " that can be held";
     if (!walk.dataLine) return "no data behind its ~A line";
     if (trim(getDepthHeader(path).step().value).empty()) return "no STEP in its ~Well section";
     const DataShape shape = detectDataLayout(path);
     if (shape.layout != DataLayout::Undecided || loose) return {};
     if (shape.differingLineNumber == 0) return "its data have no regular shape (--loose reads them line by line)";
     return "its data have no regular shape: lines " + numberText(shape.firstLineNumber) + " and " +
-           numberText(shape.differingLineNumber) + " differ in their number of values (--loose reads them line by line)";
+           numberText(shape.differingLineNumber) +
+           " differ in their number of values (--loose reads them line by line)";
 }
 
 bool hasLoneLineFeed(std::string_view path) {

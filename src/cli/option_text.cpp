@@ -19,7 +19,8 @@ void needLimit(std::string_view option, std::string_view text) {
     const std::string_view sign = text.substr(0, number == npos ? text.size() : number);
     constexpr std::string_view signs[] = {"", "<", ">", "=", "<=", ">=", "=<", "=>"};
     const bool knownSign = std::find(std::begin(signs), std::end(signs), sign) != std::end(signs);
-    if (!knownSign || number == npos || !isNumeric(text.substr(number))) refuse(option, text, "a depth, or a limit such as \">=1000\"");
+    if (!knownSign || number == npos || !isNumeric(text.substr(number)))
+        refuse(option, text, "a depth, or a limit such as \">=1000\"");
 }
 
 double needNumber(std::string_view option, std::string_view text) {
@@ -48,8 +49,8 @@ bool needYesOrNo(std::string_view option, std::string_view text) {
     return needWord(option, text, {{"yes", "Yes"}, {"no", "No"}}) == "Yes";
 }
 
-std::vector<std::string> needPieces(std::string_view option, std::string_view text, char separator, std::size_t least, std::size_t most,
-                                    std::string_view form) {
+std::vector<std::string> needPieces(std::string_view option, std::string_view text, char separator, std::size_t least,
+                                    std::size_t most, std::string_view form) {
     std::vector<std::string> pieces = split(text, separator);
     if (pieces.size() < least || pieces.size() > most) refuse(option, text, std::string("of the form ").append(form));
     return pieces;

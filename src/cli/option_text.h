@@ -21,7 +21,7 @@ using Words = std::vector<std::pair<std::string_view, std::string_view>>;
 std::string_view needWord(std::string_view option, std::string_view text, const Words& words);
 bool needYesOrNo(std::string_view option, std::string_view text);
 /// Pieces between separators, from `least` to `most` of them; `form` is what the option should look like.
-std::vector<std::string> needPieces(std::string_view option, std::string_view text, char separator, std::size_t least, std::size_t most,
-                                    std::string_view form);
+std::vector<std::string> needPieces(std::string_view option, std::string_view text, char separator, std::size_t least,
+                                    std::size_t most, std::string_view form);
 
 }  // namespace welvane

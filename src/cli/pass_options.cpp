@@ -4,13 +4,14 @@
 
 #include "cli/option_text.h"
 #include "cli/session_options.h"
+#include "cli/survey_file.h"
 #include "cli/verbs.h"
+#include "las/classify.h"
 #include "session/edit_rules.h"
 #include "session/filters.h"
 #include "session/loading.h"
 #include "session/matching.h"
 #include "session/session_setup.h"
-#include "session/tvd.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
@@ -25,12 +26,13 @@ constexpr int settingColumn = static_cast<int>(PrdColumn::Setting), optionColumn
 /// An option of one text: where it goes, and how the help shows it.
 struct TextOption {
     const char* name;
-    std::string PassChoices::* target;
+    std::string PassChoices::*target;
     const char* form;
     const char* help;
 };
 
-void declareTexts(CLI::App& command, PassChoices& choices, const char* group, std::initializer_list<TextOption> options) {
+void declareTexts(CLI::App& command, PassChoices& choices, const char* group,
+                  std::initializer_list<TextOption> options) {
     for (const TextOption& option : options) {
         command.add_option(option.name, choices.*option.target, option.help)->type_name(option.form)->group(group);
     }
@@ -39,17 +41,21 @@ void declareTexts(CLI::App& command, PassChoices& choices, const char* group, st
 void declareLists(CLI::App& command, PassChoices& choices, const char* group) {
     struct ListOption {
         const char* name;
-        std::vector<std::string> PassChoices::* target;
+        std::vector<std::string> PassChoices::*target;
         const char* form;
         const char* help;
     };
-    for (const ListOption& option :
-         {ListOption{"--curve", &PassChoices::curves, "LINE",
-                     "One ~Curve line: rename, describe or compute a channel, e.g.\n\"DPHI.V/V : Porosity | FUN=BULKDEN2PORO,RHOB,2.65,1.0\""},
-          ListOption{"--link", &PassChoices::links, "SLOT:CHANNEL>COLUMN[:FROM:TO]", "Feed an output column from an input channel by hand"},
-          ListOption{"--apply-depths", &PassChoices::applyDepths, "SLOT:FROM:TO", "Depths from which an input feeds all its channels"},
-          ListOption{"--shift", &PassChoices::shifts, "SLOT:CHANNEL:OFFSET", "Move an input channel in depth, positive down"},
-          ListOption{"--clip", &PassChoices::clips, "SLOT:CHANNEL:TOP:BOTTOM", "Cut an input channel to an interval"}}) {
+    for (const ListOption& option : {ListOption{"--curve", &PassChoices::curves, "LINE",
+                                                "One ~Curve line: rename, describe or compute a channel, "
+                                                "e.g.\n\"DPHI.V/V : Porosity | FUN=BULKDEN2PORO,RHOB,2.65,1.0\""},
+                                     ListOption{"--link", &PassChoices::links, "SLOT:CHANNEL>COLUMN[:FROM:TO]",
+                                                "Feed an output column from an input channel by hand"},
+                                     ListOption{"--apply-depths", &PassChoices::applyDepths, "SLOT:FROM:TO",
+                                                "Depths from which an input feeds all its channels"},
+                                     ListOption{"--shift", &PassChoices::shifts, "SLOT:CHANNEL:OFFSET",
+                                                "Move an input channel in depth, positive down"},
+                                     ListOption{"--clip", &PassChoices::clips, "SLOT:CHANNEL:TOP:BOTTOM",
+                                                "Cut an input channel to an interval"}}) {
         command.add_option(option.name, choices.*option.target, option.help)
             ->type_name(option.form)
             ->expected(1)
@@ -60,13 +66,15 @@ void declareLists(CLI::App& command, PassChoices& choices, const char* group) {
 }
 
 /// Sets one cell of prd by its edit rule.
-void edit(Workbench& bench, Session& session, PrdRow row, std::string_view text, int column = settingColumn, int comboIndex = -1) {
+void edit(Workbench& bench, Session& session, PrdRow row, std::string_view text, int column = settingColumn,
+          int comboIndex = -1) {
     editProperty(bench.app(), session, {static_cast<int>(row), column, std::string(text), comboIndex});
 }
 
 void setStepAndUnit(Workbench& bench, Session& session, const PassChoices& choices) {
     if (!choices.unit.empty()) {
-        edit(bench, session, PrdRow::DepthUnits, needWord("--unit", choices.unit, {{"F", "F"}, {"M", "M"}, {"FT", "FT"}}));
+        edit(bench, session, PrdRow::DepthUnits,
+             needWord("--unit", choices.unit, {{"F", "F"}, {"M", "M"}, {"FT", "FT"}}));
     }
     if (choices.step.empty()) return;
     // A list item of the properties' table has words in it; anything else is a number.
@@ -108,30 +116,34 @@ void setPlainAscii(Workbench& bench, Session& session, const PassChoices& choice
     checkProperty(bench.app(), session, PrdRow::PlainAscii, true);
     edit(bench, session, PrdRow::PlainAscii,
          needWord("--ascii", choices.ascii,
-                  {{"No Header", "No Header"}, {"MNEM", "MNEM"}, {"MNEM.UNIT", "MNEM.UNIT"}, {"One line each", "One line each"}}),
+                  {{"No Header", "No Header"},
+                   {"MNEM", "MNEM"},
+                   {"MNEM.UNIT", "MNEM.UNIT"},
+                   {"One line each", "One line each"}}),
          optionColumn);
     if (choices.separator.empty()) return;
     edit(bench, session, PrdRow::PlainAscii,
-         needWord("--separator", choices.separator, {{"space", "Space"}, {"tab", "Tab"}, {"comma", "Comma"}}), secondColumn);
+         needWord("--separator", choices.separator, {{"space", "Space"}, {"tab", "Tab"}, {"comma", "Comma"}}),
+         secondColumn);
 }
 
 void setTvd(Workbench& bench, Session& session, const std::string& path) {
     if (path.empty()) return;
-    const Input survey = bench.openInput(path);
     const bool metres = sameText(session.tables.setting(PrdRow::DepthUnits), "M");
-    setSurveyUnit(session.tables.trd, metres ? SurveyUnit::Metres : SurveyUnit::Feet);
-    if (!readSurvey(survey.path, session, bench.user())) throw Refusal(path, "no survey station was found in it");
+    readSurveyFile(bench, session, path, metres ? SurveyUnit::Metres : SurveyUnit::Feet);
     if (checkProperty(bench.app(), session, PrdRow::ApplyTvd, true).sortSurvey) sortGrd(session);
 }
 
 /// Rows that take a text by a word or as it stands.
 void setTexts(Workbench& bench, Session& session, const PassChoices& choices) {
-    for (const auto& [option, row, text] : {std::tuple{"--from", PrdRow::From, &choices.from}, {"--to", PrdRow::To, &choices.to}}) {
+    for (const auto& [option, row, text] :
+         {std::tuple{"--from", PrdRow::From, &choices.from}, {"--to", PrdRow::To, &choices.to}}) {
         if (text->empty()) continue;
         needLimit(option, *text);
         edit(bench, session, row, *text);
     }
-    for (const auto& [option, row, text] : {std::tuple{"--offset", PrdRow::DepthOffset, &choices.offset}, {"--null", PrdRow::Null, &choices.null}}) {
+    for (const auto& [option, row, text] :
+         {std::tuple{"--offset", PrdRow::DepthOffset, &choices.offset}, {"--null", PrdRow::Null, &choices.null}}) {
         if (text->empty()) continue;
         needNumber(option, *text);
         edit(bench, session, row, *text);
@@ -143,10 +155,16 @@ void setTexts(Workbench& bench, Session& session, const PassChoices& choices) {
         Words words;
     };
     for (const WordOption& word :
-         {WordOption{"--direction", PrdRow::Direction, choices.direction, {{"shallow", "Shallow to Deep"}, {"deep", "Deep to Shallow"}}},
+         {WordOption{"--direction",
+                     PrdRow::Direction,
+                     choices.direction,
+                     {{"shallow", "Shallow to Deep"}, {"deep", "Deep to Shallow"}}},
           WordOption{"--wrap", PrdRow::Wrap, choices.wrap, {{"yes", "Yes"}, {"no", "No"}}},
           WordOption{"--vers", PrdRow::Vers, choices.vers, {{"1.2", "1.2"}, {"2.0", "2.0"}, {"2", "2.0"}}},
-          WordOption{"--fill", PrdRow::NullFill, choices.fill, {{"none", "None"}, {"linear", "Linear"}, {"flat", "Flat Top"}}}}) {
+          WordOption{"--fill",
+                     PrdRow::NullFill,
+                     choices.fill,
+                     {{"none", "None"}, {"linear", "Linear"}, {"flat", "Flat Top"}}}}) {
         if (!word.text.empty()) edit(bench, session, word.row, needWord(word.option, word.text, word.words));
     }
 }
@@ -159,7 +177,8 @@ void setProperties(Workbench& bench, Session& session, const std::vector<Input>&
     if (!choices.format.empty()) setFormat(bench, session, choices.format);
     // Not by the edit rule: that stores the choice for all later sessions.
     if (!choices.renameDuplicates.empty())
-        session.tables.setChecked(PrdRow::RenameDuplicates, needYesOrNo("--rename-duplicates", choices.renameDuplicates));
+        session.tables.setChecked(PrdRow::RenameDuplicates,
+                                  needYesOrNo("--rename-duplicates", choices.renameDuplicates));
     if (!choices.columnWidth.empty()) {
         const double width = needNumber("--column-width", choices.columnWidth);
         if (width < 1 || width > 32767) throw UsageFault("--column-width: " + choices.columnWidth + " is out of range");
@@ -168,7 +187,8 @@ void setProperties(Workbench& bench, Session& session, const std::vector<Input>&
     }
     if (choices.fillEmpty) checkProperty(app, session, PrdRow::FillEmpty, true);
     if (!choices.mergeParameters.empty())
-        checkProperty(app, session, PrdRow::MergeParameters, needYesOrNo("--merge-parameters", choices.mergeParameters));
+        checkProperty(app, session, PrdRow::MergeParameters,
+                      needYesOrNo("--merge-parameters", choices.mergeParameters));
     setPlainAscii(bench, session, choices);
     if (choices.keepDetails) checkProperty(app, session, PrdRow::KeepInputDetails, true);
     if (choices.smooth) checkProperty(app, session, PrdRow::DovranFilter, true);
@@ -177,7 +197,8 @@ void setProperties(Workbench& bench, Session& session, const std::vector<Input>&
 
 void tellSkipped(Workbench& bench, const FailureList& skipped) {
     for (const SkippedStep& step : skipped.first) bench.user().note(step.what + ": " + step.why);
-    if (skipped.count > skipped.first.size()) bench.user().note(std::to_string(skipped.count - skipped.first.size()) + " more like these");
+    if (skipped.count > skipped.first.size())
+        bench.user().note(std::to_string(skipped.count - skipped.first.size()) + " more like these");
 }
 
 void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& inputs) {
@@ -186,7 +207,8 @@ void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& in
         const LoadResult result = Open4Files(bench.app(), session, static_cast<int>(slot));
         if (result.status != LoadStatus::Loaded) throw Refusal(inputs[slot].given, result.why);
         for (const std::string& unit : result.unknownUnits) {
-            if (!bench.app().reference.units.empty()) bench.user().note(inputs[slot].given + ": the unit table does not know \"" + unit + "\"");
+            if (!bench.app().reference.units.empty())
+                bench.user().note(inputs[slot].given + ": the unit table does not know \"" + unit + "\"");
         }
     }
     bench.app().run.lasFile = inputs.front().path;
@@ -208,26 +230,30 @@ void declarePassOptions(CLI::App& command, PassChoices& choices) {
                   {"--tvd", &C::tvd, "SURVEY", "Write true vertical depths by this survey"}});
     group = "Channels";
     command.add_flag("--splice", choices.splice, "Join channels of the inputs that belong together")->group(group);
-    declareTexts(command, choices, group, {{"--select", &C::select, "A,B,C", "Keep these output channels, in this order"},
-                                           {"--filter", &C::filter, "FILE", "Shape the output by a filter file"}});
+    declareTexts(command, choices, group,
+                 {{"--select", &C::select, "A,B,C", "Keep these output channels, in this order"},
+                  {"--filter", &C::filter, "FILE", "Shape the output by a filter file"}});
     declareLists(command, choices, group);
     group = "Layout";
     declareTexts(command, choices, group,
                  {{"--wrap", &C::wrap, "yes|no", "Wrapped data lines"},
                   {"--vers", &C::vers, "1.2|2.0", "LAS version"},
                   {"--null", &C::null, "N", "Null value"},
-                  {"--format", &C::format, "DOT,VALUE,COLON,PLUS,WIDTH,DECIMALS", "Columns of header lines and data; empty places keep theirs"},
+                  {"--format", &C::format, "DOT,VALUE,COLON,PLUS,WIDTH,DECIMALS",
+                   "Columns of header lines and data; empty places keep theirs"},
                   {"--header", &C::header, "FILE", "Input whose header is taken (a path or 1 to 4)"},
                   {"--sections", &C::sections, "V,W,C,P,O", "Sections and their order"},
                   {"--merge-parameters", &C::mergeParameters, "yes|no", "Join the ~Parameter sections of the inputs"},
                   {"--rename-duplicates", &C::renameDuplicates, "yes|no", "Number channels of one name"},
                   {"--ascii", &C::ascii, "KIND", "Plain table: No Header, MNEM, MNEM.UNIT or One line each"},
                   {"--separator", &C::separator, "space|tab|comma", "Between the fields of --ascii"}});
-    command.add_flag("--fill-empty", choices.fillEmpty, "Fill empty VALUE and DESC fields from the library")->group(group);
+    command.add_flag("--fill-empty", choices.fillEmpty, "Fill empty VALUE and DESC fields from the library")
+        ->group(group);
     command.add_flag("--keep-details", choices.keepDetails, "Tell in the header what the inputs were")->group(group);
     command.add_flag("--smooth", choices.smooth, "Smooth the channels")->group(group);
     group = "Reading";
-    declareTexts(command, choices, group, {{"--column-width", &C::columnWidth, "N", "Data columns of fixed width, in place of blanks"}});
+    declareTexts(command, choices, group,
+                 {{"--column-width", &C::columnWidth, "N", "Data columns of fixed width, in place of blanks"}});
     command.add_flag("--loose", choices.loose, "Read data of no regular shape line by line")->group(group);
 }
 
@@ -241,7 +267,11 @@ void prepareSession(Workbench& bench, Session& session, const std::vector<Input>
     loadInputs(bench, session, inputs);
     if (choices.splice) spliceGuess(app, session);
     if (!choices.filter.empty()) {
-        if (const Input filter = bench.openInput(choices.filter); true) setFilterInUse(session, filter.path);
+        const Input filter = bench.openInput(choices.filter);
+        // Files that it refers to are looked for beside it, so one in LF only is given by its own path: openFilter
+        // reads it through a copy by itself.
+        const bool isUnix = lineEndKind(choices.filter) == LineEnds::Unix;
+        setFilterInUse(session, isUnix ? resolvePath(choices.filter) : filter.path);
         const FilterReport report = openFilter(app, session);
         if (!report.applied) throw Refusal(choices.filter, report.why);
         tellSkipped(bench, report.skipped);

@@ -1,10 +1,15 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include "certify/certify_after.h"
+#include "certify/certify_file.h"
+#include "cli/checker_choice.h"
 #include "cli/pass_options.h"
+#include "cli/run_report.h"
 #include "cli/shown_text.h"
 #include "cli/verbs.h"
 #include "engine/driver.h"
+#include "session/session_setup.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
@@ -16,11 +21,9 @@ namespace {
 struct RunChoices {
     std::vector<std::string> files;
     std::string output;
-    bool dryRun = false;
+    bool dryRun = false, certify = false, open = false;
     PassChoices pass;
 };
-
-std::string counted(std::int64_t number, const std::string& thing) { return std::to_string(number) + " " + thing + (number == 1 ? "" : "s"); }
 
 std::string memoryText(std::uint64_t bytes) {
     if (bytes < 1000000) return formatMask(static_cast<double>(bytes) / 1e3, 1) + " kB";
@@ -29,8 +32,9 @@ std::string memoryText(std::uint64_t bytes) {
 
 std::string planText(const PassPlan& plan, const std::string& unit) {
     const PassGrid& grid = plan.grid;
-    std::string text = "Grid      " + plainNumber(grid.start) + " to " + plainNumber(grid.stop) + " " + unit + ", step " + plainNumber(grid.step) +
-                       (grid.direction < 0 ? ", written from the deep end" : "") + "\n";
+    std::string text = "Grid      " + plainNumber(grid.start) + " to " + plainNumber(grid.stop) + " " + unit +
+                       ", step " + plainNumber(grid.step) + (grid.direction < 0 ? ", written from the deep end" : "") +
+                       "\n";
     text += "Samples   " + std::to_string(grid.sampleCount) + "\n";
     text += "Memory    " + memoryText(plan.memoryNeeded) + "\n";
     text += "Channels  " + std::to_string(plan.channels.size()) + "\n\n";
@@ -48,14 +52,42 @@ std::string planText(const PassPlan& plan, const std::string& unit) {
     return text;
 }
 
-/// What was left out on the way, in a line each.
-void tellItem(TerminalInterface& user, const ItemReport& item) {
-    const PassReport& pass = item.pass;
-    if (pass.overflowCount != 0)
-        user.note(item.target + ": " + counted(static_cast<std::int64_t>(pass.overflowCount), "value") + " too wide for the data column");
-    for (const SkippedStep& step : pass.failures.first) user.note(item.target + ": skipped " + step.what + ": " + step.why);
-    if (pass.failures.count > pass.failures.first.size())
-        user.note(item.target + ": " + std::to_string(pass.failures.count) + " steps skipped in all");
+/// A failure of a file names it already.
+[[noreturn]] void refuseRun(const std::string& output, const std::string& why) {
+    const bool named = output.empty() || beginsWith(why, output + ": ");
+    throw Refusal(named ? "" : output, why.empty() ? "not written" : why);
+}
+
+/// An input whose own STEP is 0 needs one from outside.
+void needStep(const Session& session, const std::vector<Input>& inputs) {
+    const std::string& rate = session.tables.setting(PrdRow::SampleRate);
+    if (sampleRateNumber(rate, session.tables.setting(PrdRow::DepthUnits)) != 0) return;
+    throw Refusal(inputs.back().given, "its STEP is 0: --step has to name one");
+}
+
+/// Whether the output can be checked, and its log written, before any work is done.
+void needCertifiable(Workbench& bench, const RunChoices& choices, const std::vector<Input>& inputs) {
+    if (!endsWith(choices.output, ".las"))
+        throw UsageFault("--certify: only an output whose name ends in .las is checked");
+    needChecker(bench.app().settings.certProgram);
+    bench.checkOutput(certifyLogPath(choices.output), inputs);
+}
+
+/// What follows a written file; the file stays whatever the checker says.
+ExitCode followUp(Workbench& bench, const RunChoices& choices, const CertifyAfterResult& checked) {
+    const std::string& output = choices.output;
+    if (choices.open && !bench.platform().openWithShell(resolvePath(output)))
+        bench.user().say(output + ": no program could be started to open it");
+    if (!choices.certify) return ExitCode::Done;
+    const Verdict verdict = verdictOf(checked.log);
+    const std::string told = output + ": " + std::string(verdictText(verdict));
+    if (verdict == Verdict::Passed) {
+        bench.user().note(told);
+        return ExitCode::Done;
+    }
+    bench.user().say(told);
+    for (const std::string& line : firstFaults(checked.log)) bench.user().say(output + ": " + line);
+    return ExitCode::Negative;
 }
 
 ExitCode writeRun(Workbench& bench, Session& session, const RunChoices& choices, std::uint64_t inputBytes) {
@@ -65,15 +97,25 @@ ExitCode writeRun(Workbench& bench, Session& session, const RunChoices& choices,
     RunRequest request;
     request.outputMode = OutputFile::Mode::Beside;
     request.filterApplied = true;
+    request.wholeInputs = !choices.pass.loose;
+    CertifyAfterResult checked;
+    request.afterProcess = [&](const std::string& path) {
+        if (choices.certify) checked = certifyAfter(app, path, checkerPatience);
+    };
+    // What the boxes of a run tell stands in its outcome too, and there without the detours; questions are asked all
+    // the same.
+    bench.user().mute(true);
     const RunOutcome outcome = processMMM(app, session, request);
+    bench.user().mute(false);
     bench.user().bar().clear();
-    for (const ItemReport& item : outcome.items) tellItem(bench.user(), item);
-    if (!outcome.completed) throw Refusal(choices.output, outcome.refusal.empty() ? "not written" : outcome.refusal);
+    for (const ItemReport& item : outcome.items) tellLeftOut(bench.user(), item);
+    if (!outcome.completed) refuseRun(choices.output, outcome.refusal);
     for (const ItemReport& item : outcome.items) {
-        bench.user().note(item.target + ": " + counted(item.pass.records, "sample") + " of " + counted(item.pass.columns, "channel") + ", " +
-                          item.pass.firstDepth + " to " + item.pass.lastDepth + " " + session.tables.setting(PrdRow::DepthUnits));
+        bench.user().note(item.target + ": " + counted(item.pass.records, "sample") + " of " +
+                          counted(item.pass.columns, "channel") + ", " + item.pass.firstDepth + " to " +
+                          item.pass.lastDepth + " " + session.tables.setting(PrdRow::DepthUnits));
     }
-    return ExitCode::Done;
+    return followUp(bench, choices, checked);
 }
 
 ExitCode performRun(Workbench& bench, const RunChoices& choices) {
@@ -88,11 +130,13 @@ ExitCode performRun(Workbench& bench, const RunChoices& choices) {
         bytes += fileSize(inputs.back().path).value_or(0);
     }
     if (!choices.output.empty()) bench.checkOutput(choices.output, inputs);
+    if (choices.certify && !choices.dryRun) needCertifiable(bench, choices, inputs);
     Session session;
     prepareSession(bench, session, inputs, choices.pass);
+    needStep(session, inputs);
     if (!choices.dryRun) return writeRun(bench, session, choices, bytes);
     const PassPlan plan = planPass(bench.app(), session);
-    if (!plan.refusal.empty()) throw Refusal(choices.output, plan.refusal);
+    if (!plan.refusal.empty()) refuseRun(choices.output, plan.refusal);
     bench.print(planText(plan, session.tables.setting(PrdRow::DepthUnits)));
     return ExitCode::Done;
 }
@@ -101,9 +145,13 @@ ExitCode performRun(Workbench& bench, const RunChoices& choices) {
 
 VerbRun declareRun(CLI::App& command) {
     const auto choices = std::make_shared<RunChoices>();
-    command.add_option("FILE", choices->files, "One to four LAS files; @LIST or - for a list of paths")->required()->type_name("");
+    command.add_option("FILE", choices->files, "One to four LAS files; @LIST or - for a list of paths")
+        ->required()
+        ->type_name("");
     command.add_option("-o,--output", choices->output, "The file to write")->type_name("OUT");
     command.add_flag("--dry-run", choices->dryRun, "Print what the run would do, write nothing");
+    command.add_flag("--certify", choices->certify, "Run the checker on the output; its log stays beside it");
+    command.add_flag("--open", choices->open, "Open the output in its associated program");
     declarePassOptions(command, choices->pass);
     return [choices](Workbench& bench) { return performRun(bench, *choices); };
 }

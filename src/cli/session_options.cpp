@@ -22,7 +22,8 @@ int needChannel(std::string_view option, std::string_view text, const Session& s
         const double number = val(text);
         if (number >= 1 && number <= session.channelCount(slot)) return static_cast<int>(number);
     }
-    throw Refusal(std::string(option), "input " + std::to_string(slot + 1) + " has no channel \"" + std::string(text) + "\"");
+    throw Refusal(std::string(option),
+                  "input " + std::to_string(slot + 1) + " has no channel \"" + std::string(text) + "\"");
 }
 
 int needColumn(Session& session, std::string_view text) {

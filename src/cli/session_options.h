@@ -5,8 +5,8 @@
 
 #include "session/session.h"
 
-/// Options that act on channels and sections of a loaded session. Each raises UsageFault for a text that cannot be read and Refusal for a channel
-/// that is not there.
+/// Options that act on channels and sections of a loaded session. Each raises UsageFault for a text that cannot be read
+/// and Refusal for a channel that is not there.
 namespace welvane {
 
 /// SLOT:CHANNEL>COLUMN[:FROM:TO]. COLUMN is the number of an output column, its mnemonic, or "new".

@@ -18,7 +18,8 @@ struct SettingsChoices {
 };
 
 std::string valueOf(Workbench& bench, const SettingKey& key) {
-    const std::string fallback = key.defaultText == "<program>" ? bench.platform().programFolder() : std::string(key.defaultText);
+    const std::string fallback =
+        key.defaultText == "<program>" ? bench.platform().programFolder() : std::string(key.defaultText);
     return bench.platform().settings().get(key.name, fallback);
 }
 
@@ -40,7 +41,8 @@ ExitCode listAll(Workbench& bench) {
     for (const SettingKey& key : settingKeys()) {
         // Short values leave their meaning in one column; a long one pushes its own out.
         constexpr std::size_t valueWidth = 44;
-        const std::string line = padded(key.name, names) + " = " + padded(shownText(valueOf(bench, key)), valueWidth) + "  " + std::string(key.help);
+        const std::string line = padded(key.name, names) + " = " + padded(shownText(valueOf(bench, key)), valueWidth) +
+                                 "  " + std::string(key.help);
         bench.print(line + "\n");
     }
     return ExitCode::Done;
@@ -49,8 +51,10 @@ ExitCode listAll(Workbench& bench) {
 ExitCode getOne(Workbench& bench, const std::string& name) {
     const SettingKey& key = needKey(name);
     const std::string value = valueOf(bench, key);
-    if (bench.options().json) bench.print(nlohmann::ordered_json{{std::string(key.name), utf8Text(value)}}.dump(2) + "\n");
-    else bench.print(value + "\n");
+    if (bench.options().json)
+        bench.print(nlohmann::ordered_json{{std::string(key.name), utf8Text(value)}}.dump(2) + "\n");
+    else
+        bench.print(value + "\n");
     return ExitCode::Done;
 }
 
@@ -63,7 +67,8 @@ ExitCode setOne(Workbench& bench, const std::string& name, const std::string& va
         throw Refusal(std::string(key.name), failure.what());
     }
     if (kept != value) bench.user().note(std::string(key.name) + ": " + value + " is kept as " + kept);
-    if (!bench.platform().settings().put(key.name, kept)) throw Refusal(std::string(key.name), "the settings could not be written");
+    if (!bench.platform().settings().put(key.name, kept))
+        throw Refusal(std::string(key.name), "the settings could not be written");
     return ExitCode::Done;
 }
 
@@ -86,9 +91,12 @@ ExitCode performSettings(Workbench& bench, const SettingsChoices& choices) {
 
 VerbRun declareSettings(CLI::App& command) {
     const auto choices = std::make_shared<SettingsChoices>();
-    command.add_option("ACTION", choices->action, "list (default), get or set")->check(CLI::IsMember({"list", "get", "set"}))->type_name("");
+    command.add_option("ACTION", choices->action, "list (default), get or set")
+        ->check(CLI::IsMember({"list", "get", "set"}))
+        ->type_name("");
     command.add_option("KEY", choices->key, "Name of a setting; its case does not matter")->type_name("");
-    choices->valueOption = command.add_option("VALUE", choices->value, "New value, checked and corrected as at start")->type_name("");
+    choices->valueOption =
+        command.add_option("VALUE", choices->value, "New value, checked and corrected as at start")->type_name("");
     return [choices](Workbench& bench) { return performSettings(bench, *choices); };
 }
 

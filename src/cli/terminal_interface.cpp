@@ -124,7 +124,21 @@ void TerminalInterface::say(std::string_view line) {
 }
 
 void TerminalInterface::note(std::string_view line) {
-    if (!quiet_) say(line);
+    if (quiet_) return;
+    const bool named = subject_.empty() || line.starts_with(subject_);
+    say(named ? std::string(line) : subject_ + ": " + std::string(line));
+}
+
+void TerminalInterface::noteBlock(std::string_view lines) {
+    if (quiet_) return;
+    bar_.clear();
+    writeError(shownText(lines));
+}
+
+void TerminalInterface::setSpan(std::string label, double begin, double end) {
+    spanLabel_ = std::move(label);
+    spanBegin_ = spanReached_ = begin;
+    spanEnd_ = end;
 }
 
 bool TerminalInterface::canAsk() const {
@@ -187,11 +201,21 @@ std::string TerminalInterface::askFolder(const std::string& title, const std::st
     return askText({title, title + ":", start});
 }
 
-void TerminalInterface::progress(const Progress& progress) { bar_.update(progress.status, progress.fraction); }
+void TerminalInterface::progress(const Progress& progress) { show(progress.status, progress.fraction); }
 
 void TerminalInterface::pumpEvents() {
     if (run_ == nullptr || ++turns_ % turnsPerLook != 0) return;
-    bar_.update(run_->statusText, static_cast<double>(run_->progressFraction));
+    show(run_->statusText, static_cast<double>(run_->progressFraction));
+}
+
+void TerminalInterface::show(std::string_view status, double fraction) {
+    if (spanLabel_.empty()) {
+        bar_.update(status, fraction);
+        return;
+    }
+    // A run has several steps, each from nothing to all; the longer way only grows.
+    spanReached_ = std::max(spanReached_, spanBegin_ + (spanEnd_ - spanBegin_) * std::clamp(fraction, 0.0, 1.0));
+    bar_.update(spanLabel_, spanReached_);
 }
 
 }  // namespace welvane

@@ -57,7 +57,14 @@ class TerminalInterface : public UserInterface {
     void say(std::string_view line);
     /// The same, but not when quiet.
     void note(std::string_view line);
+    /// Whole lines on stderr as they stand, but not when quiet.
+    void noteBlock(std::string_view lines);
     ProgressBar& bar() { return bar_; }
+    /// The progress of a run is shown under this label as the part of a longer way that it is; "" shows each step by
+    /// its own name again.
+    void setSpan(std::string label, double begin, double end);
+    /// Notes are told of this file unless they name it; "" for no file.
+    void setSubject(std::string file) { subject_ = std::move(file); }
 
     Answer ask(const Prompt& prompt) override;
     std::string askText(const TextPrompt& prompt) override;
@@ -67,6 +74,7 @@ class TerminalInterface : public UserInterface {
     void pumpEvents() override;
 
   private:
+    void show(std::string_view status, double fraction);
     bool canAsk() const;
     Answer askAtTerminal(const Prompt& prompt);
     std::string askForLine(const std::string& question, const std::string& defaultText);
@@ -76,6 +84,8 @@ class TerminalInterface : public UserInterface {
     const RunState* run_ = nullptr;
     ProgressBar bar_{ShowProgress::Auto};
     unsigned turns_ = 0;
+    std::string spanLabel_, subject_;
+    double spanBegin_ = 0, spanEnd_ = 1, spanReached_ = 0;
 };
 
 }  // namespace welvane

@@ -80,7 +80,21 @@ ExitCode perform(const VerbRun& run, const CommonOptions& common, const Verb& ve
 const std::vector<Verb>& verbTable() {
     static const std::vector<Verb> table = {
         {"run", "Make one LAS file of one to four inputs", declareRun},
+        {"batch", "The same once per file, into a folder", declareBatch, true},
+        {"functions", "The channel functions that filters and --curve know", declareFunctions, true},
+        {"tvd", "Compute a survey and map depths through it", declareTvd, true},
         {"info", "Tell what stands in a LAS file: depths, data, sections, channels", declareInfo, true},
+        {"check", "Judge what files are, by their ends alone", declareCheck, true},
+        {"repair", "Repair line ends, a curve title or a whole header", declareRepair},
+        {"wrap", "Wrap the data of a LAS file, or unwrap them", declareWrap},
+        {"tops", "List the [TOPS] block", declareTops, true},
+        {"stats", "Statistics and covered intervals of each channel", declareStats, true},
+        {"list", "List files: curves, footage, statistics, a summary, a price", declareList, true},
+        {"price", "Estimate the price of a length of curve", declarePrice, true},
+        {"from-ascii", "Make a LAS file of a table of columns", declareFromAscii},
+        {"certify", "Run the external checker, a verdict per file", declareCertify, true},
+        {"bytes", "Show a file byte by byte, or find its bad line ends", declareBytes},
+        {"replace", "Search and replace over a whole file", declareReplace},
         {"settings", "List, get and set the preferences", declareSettings, true},
     };
     return table;

@@ -31,7 +31,21 @@ const std::vector<Verb>& verbTable();
 const Verb* findVerb(std::string_view name);
 
 VerbRun declareRun(CLI::App& command);
+VerbRun declareBatch(CLI::App& command);
+VerbRun declareFunctions(CLI::App& command);
+VerbRun declareTvd(CLI::App& command);
 VerbRun declareInfo(CLI::App& command);
+VerbRun declareCheck(CLI::App& command);
+VerbRun declareRepair(CLI::App& command);
+VerbRun declareWrap(CLI::App& command);
+VerbRun declareTops(CLI::App& command);
+VerbRun declareStats(CLI::App& command);
+VerbRun declareList(CLI::App& command);
+VerbRun declarePrice(CLI::App& command);
+VerbRun declareFromAscii(CLI::App& command);
+VerbRun declareCertify(CLI::App& command);
+VerbRun declareBytes(CLI::App& command);
+VerbRun declareReplace(CLI::App& command);
 VerbRun declareSettings(CLI::App& command);
 
 /// The arguments behind the program's name, the first of them a verb, "help" or one of the options that stand alone.

@@ -75,12 +75,22 @@ std::string Workbench::repairedCopy(const std::string& named) {
 }
 
 Input Workbench::openInput(const std::string& named) {
+    if (const auto known = copyOf_.find(named); known != copyOf_.end()) return {named, known->second};
     if (const std::string why = whyUnreadable(named); !why.empty()) throw Refusal(named, why);
     if (lineEndKind(named) == LineEnds::Good || !hasLoneLineFeed(named)) return {named, resolvePath(named)};
     if (options_.strict) throw Refusal(named, "lines end in LF without CR");
     Input input{named, repairedCopy(named)};
+    copyOf_[named] = input.path;
     user_.note(named + ": lines end in LF without CR; read through a repaired copy");
     return input;
+}
+
+void Workbench::release(const Input& input) {
+    const auto known = copyOf_.find(input.given);
+    if (known == copyOf_.end()) return;
+    std::error_code ignored;
+    std::filesystem::remove_all(dirOf(known->second), ignored);
+    copyOf_.erase(known);
 }
 
 Input Workbench::openLas(const std::string& named, bool loose) {
@@ -89,7 +99,7 @@ Input Workbench::openLas(const std::string& named, bool loose) {
     return input;
 }
 
-void Workbench::checkOutput(const std::string& output, const std::vector<Input>& inputs) const {
+void Workbench::checkOutput(const std::string& output, const std::vector<Input>& inputs, bool tried) const {
     for (const Input& input : inputs) {
         if (samePath(output, input.given)) throw Refusal(output, "is one of the inputs");
     }
@@ -97,6 +107,7 @@ void Workbench::checkOutput(const std::string& output, const std::vector<Input>&
     const std::string folder = dirOf(output);
     if (!folder.empty() && !folderExists(folder)) throw Refusal(output, "its folder does not exist");
     if (fileExists(output) && !options_.force) throw Refusal(output, "exists already (--force replaces it)");
+    if (!tried) return;
     // Opened and given up again: whatever stands against the file is told before any work is done.
     const OutputFile trial(output, OutputFile::Mode::Beside);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -52,12 +53,16 @@ class Workbench {
     std::vector<std::string> expandLists(const std::vector<std::string>& named) const;
     /// An input that can be read: there, a file, not empty, not binary, its lines ended by CR LF or CR. One whose lines end in LF only is read
     /// through a scratch copy, with a note; Refusal under --strict and for everything else.
+    /// Opened once more, the same copy serves again.
     Input openInput(const std::string& named);
+    /// Removes the scratch copy of an input that is done with, if it has one.
+    void release(const Input& input);
     /// The same, and what a LAS file needs: ~C with lines, ~A with data, STEP, at most 32767 columns, lines of sane length, and (unless
     /// `loose`) data of a regular shape.
     Input openLas(const std::string& named, bool loose);
-    /// Refusal for an output that is one of the inputs, that exists (without --force), or whose folder is not there or cannot be written.
-    void checkOutput(const std::string& output, const std::vector<Input>& inputs) const;
+    /// Refusal for an output that is one of the inputs, that exists (without --force), or whose folder is not there. `tried` also opens it, so that
+    /// a folder that cannot be written is told before any work is done.
+    void checkOutput(const std::string& output, const std::vector<Input>& inputs, bool tried = true) const;
 
     /// Puts text on stdout.
     void print(std::string_view text);
@@ -86,6 +91,7 @@ class Workbench {
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<App> app_;
     int copies_ = 0;
+    std::map<std::string, std::string> copyOf_;  ///< by the name of the input
 };
 
 }  // namespace welvane

@@ -46,7 +46,7 @@ class TableLoader {
         table.text_ = std::make_shared<const std::string>(std::move(text));
     }
 
-    LoadResult load() {
+    TableLoadResult load() {
         std::string_view bytes = table_.bytes();
         if (bytes.substr(0, binarySample).find('\0') != npos) return refuse("the file is not a text file");
         // The mark is blanked out by beginning behind it: places of rows count from the file's start all the same.
@@ -67,7 +67,7 @@ class TableLoader {
     }
 
   private:
-    LoadResult refuse(std::string why) {
+    TableLoadResult refuse(std::string why) {
         result_.why = std::move(why);
         return result_;
     }
@@ -126,15 +126,15 @@ class TableLoader {
     App& app_;
     const LoadOptions& options_;
     GenericTable& table_;
-    LoadResult result_;
+    TableLoadResult result_;
     bool skippedBefore_ = false;  // the last line that was not blank was skipped
 };
 
 namespace {
 
 template <class Source>
-LoadResult loadFrom(App& app, Source source, const LoadOptions& options, GenericTable& grd) {
-    LoadResult result;
+TableLoadResult loadFrom(App& app, Source source, const LoadOptions& options, GenericTable& grd) {
+    TableLoadResult result;
     try {
         GenericTable table;
         TableLoader::hold(table, std::move(source));
@@ -151,15 +151,15 @@ LoadResult loadFrom(App& app, Source source, const LoadOptions& options, Generic
 
 }  // namespace
 
-LoadResult loadTable(App& app, std::string_view path, const LoadOptions& options, GenericTable& grd) {
-    LoadResult result;
+TableLoadResult loadTable(App& app, std::string_view path, const LoadOptions& options, GenericTable& grd) {
+    TableLoadResult result;
     auto file = MappedFile::open(path, &result.why);
     if (!file) return result;
     file->willReadAll();
     return loadFrom(app, std::move(*file), options, grd);
 }
 
-LoadResult loadTableText(App& app, std::string text, const LoadOptions& options, GenericTable& grd) {
+TableLoadResult loadTableText(App& app, std::string text, const LoadOptions& options, GenericTable& grd) {
     return loadFrom(app, std::move(text), options, grd);
 }
 

@@ -15,7 +15,7 @@ struct LoadOptions {
     std::size_t dataLine = 0;  ///< 1-based number of the line marked "Data Starts Here"; 0 finds it
 };
 
-struct LoadResult {
+struct TableLoadResult {
     bool done = false;
     bool cancelled = false;
     Delimiter delimiter = Delimiter::Blanks;  ///< the one used
@@ -29,8 +29,8 @@ struct LoadResult {
 /// further blocks of a report are passed over. Column 1 is named "DEPT", its unit is the one found, otherwise that of
 /// the region. Not done, with the table as it was, for a file that cannot be read, holds NUL bytes or more columns than
 /// 16 bits count. A file without data gives a table without rows.
-LoadResult loadTable(App& app, std::string_view path, const LoadOptions& options, GenericTable& grd);
+TableLoadResult loadTable(App& app, std::string_view path, const LoadOptions& options, GenericTable& grd);
 /// The same from a text, such as the clipboard's.
-LoadResult loadTableText(App& app, std::string text, const LoadOptions& options, GenericTable& grd);
+TableLoadResult loadTableText(App& app, std::string text, const LoadOptions& options, GenericTable& grd);
 
 }  // namespace welvane

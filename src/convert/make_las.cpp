@@ -348,14 +348,14 @@ LasResult makeLas(App& app, GenericTable& grd, const LasRequest& request) {
 }
 
 LasResult tableToLas(App& app, std::string_view sourcePath, const LoadOptions& options, const LasRequest& request,
-                     LoadResult* loaded) {
+                     TableLoadResult* loaded) {
     LasResult result;
     GenericTable grd;
     if (samePath(sourcePath, request.targetPath)) {
         result.why = "the new file would replace its own table";
         return result;
     }
-    const LoadResult load = loadTable(app, sourcePath, options, grd);
+    const TableLoadResult load = loadTable(app, sourcePath, options, grd);
     if (loaded != nullptr) *loaded = load;
     if (!load.done) {
         result.cancelled = load.cancelled;

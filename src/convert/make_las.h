@@ -47,6 +47,6 @@ LasResult makeLas(App& app, GenericTable& grd, const LasRequest& request);
 
 /// Loads a table and writes it: one item of a many-file run.
 LasResult tableToLas(App& app, std::string_view sourcePath, const LoadOptions& options, const LasRequest& request,
-                     LoadResult* loaded = nullptr);
+                     TableLoadResult* loaded = nullptr);
 
 }  // namespace welvane

@@ -118,7 +118,7 @@ bool isPlexmoreAscii(std::string_view path) {
 bool isPlexmoreAsciiTable(std::string_view head) {
     if (head.size() < bannerBlock) return false;
     const std::string_view text = trim(head.substr(0, bannerBlock));
-    return holdsText(text, "[A") && beginsWith(text, "PrimaryIndex");
+    return beginsWith(text, "PrimaryIndex") && holdsText(text, "[A");
 }
 
 FileVerdict judgeFile(std::string_view path) {

@@ -54,6 +54,8 @@ void cancelOnInterrupt(std::atomic<bool>* flag) {
     signal(SIGPIPE, SIG_IGN);
 }
 
-bool wasInterrupted() { return interrupted; }
+bool wasInterrupted() {
+    return interrupted;
+}
 
 }  // namespace welvane

@@ -121,8 +121,8 @@ void restorePath(Session& session, int slot) {
     if (session.slots[slot].path.empty()) freeSlot(session, slot);
 }
 
-LoadResult loadInto(App& app, Session& session, int slot) {
-    LoadResult result;
+SlotLoadResult loadInto(App& app, Session& session, int slot) {
+    SlotLoadResult result;
     const std::string path = session.slots[slot].path;
     std::string why;
     if (!MappedFile::open(path, &why)) return {LoadStatus::Failed, why.empty() ? "cannot be read" : why, 0, 0, {}};
@@ -148,7 +148,7 @@ LoadResult loadInto(App& app, Session& session, int slot) {
 }  // namespace
 
 bool readHeader(const App& app, const Session& session, std::string_view path, InputSlot& slot, SlotChannels& channels,
-                LoadResult& result) {
+                SlotLoadResult& result) {
     if (!fileExists(path)) {
         result.why = "no such file";
         return false;
@@ -170,7 +170,7 @@ bool readHeader(const App& app, const Session& session, std::string_view path, I
     return true;
 }
 
-LoadResult Open4Files(App& app, Session& session, int slot) {
+SlotLoadResult Open4Files(App& app, Session& session, int slot) {
     if (slot < 0 || slot >= slotCount) return {LoadStatus::Failed, "there is no such slot", 0, 0, {}};
     std::string& path = session.slots[slot].path;
     if (!app.run.commandMode && path.empty() && fileExists(app.run.lasFile)) path = app.run.lasFile;
@@ -186,7 +186,7 @@ LoadResult Open4Files(App& app, Session& session, int slot) {
         return {LoadStatus::Declined, "its lines end in LF only", 0, 0, {}};
     }
     // The tables are built in a copy, so that a failure half way leaves none of them torn.
-    LoadResult result;
+    SlotLoadResult result;
     try {
         Session next = session;
         result = loadInto(app, next, slot);

@@ -17,7 +17,7 @@ enum class LoadStatus {
     Failed            ///< the tables stand as they were before
 };
 
-struct LoadResult {
+struct SlotLoadResult {
     LoadStatus status = LoadStatus::Loaded;
     std::string why;  ///< empty for Loaded
     /// For data of no regular shape: 1-based numbers of the first data line and of the first that differs in its words;
@@ -28,10 +28,14 @@ struct LoadResult {
     bool done() const { return status == LoadStatus::Loaded || status == LoadStatus::WithoutChannels; }
 };
 
+/// The short name. An alias and no type of its own: the table converter has a struct of that name in this namespace
+/// too.
+using LoadResult = SlotLoadResult;
+
 /// Puts the file that `session.slots[slot].path` names into its slot and rebuilds the tables for all four slots.
 /// Outside command mode a slot without a path takes the file that is current in the browser. With `session.loose`, data
 /// of no regular shape counts as one line per step.
-LoadResult Open4Files(App& app, Session& session, int slot);
+SlotLoadResult Open4Files(App& app, Session& session, int slot);
 /// The slot is emptied and the tables are rebuilt from the others.
 void closeSlot(App& app, Session& session, int slot);
 /// Tables derived anew from the slots, as after a load, without reading the slot's facts again.
@@ -40,7 +44,7 @@ void rebuildTables(Session& session);
 /// Facts of the file, then its channels. False, with `why` and the line numbers in `result`, when a step fails; what
 /// was found stays.
 bool readHeader(const App& app, const Session& session, std::string_view path, InputSlot& slot, SlotChannels& channels,
-                LoadResult& result);
+                SlotLoadResult& result);
 /// prd and the splice boxes take the slot's values.
 void showSlot(App& app, Session& session, int slot);
 /// srd(slot): `total` columns behind the labels, the slot's channels from column `offset` + 1 on.

@@ -122,7 +122,7 @@ class NumberedColumns {
         return place;
     }
     void move(int from, int to) {
-        const auto [low, high] = std::minmax(from, to);
+        const int low = std::min(from, to), high = std::max(from, to);
         const auto count = [&](int change) {
             for (int place = std::max(low, first_); place <= std::min(high, last_); ++place)
                 present_[numbers_[place]] += change;

@@ -16,9 +16,9 @@ struct ParsedNumber {
 };
 
 /// Lenient reading: blanks (and tabs) in front, a sign, digits, one dot, an exponent with E or D (either
-/// case); reading stops at the first character that cannot continue the number. An exponent letter without digits behind it
-/// is not part of the number. Never reads "inf", "nan" or hex. The value is the correctly rounded double; too large gives the largest
-/// finite double with its sign, too small gives 0.
+/// case); reading stops at the first character that cannot continue the number. An exponent letter without digits
+/// behind it is not part of the number. Never reads "inf", "nan" or hex. The value is the correctly rounded double; too
+/// large gives the largest finite double with its sign, too small gives 0.
 ParsedNumber parseNumber(std::string_view text);
 
 /// Lenient value: parseNumber(text).value.
@@ -49,7 +49,9 @@ float toSingle(double value);
 std::string formatMask(double value, int decimals);
 /// The same into a buffer of at least `formatMaskCapacity(decimals)` characters; returns the length written.
 std::size_t formatMaskTo(char* target, double value, int decimals);
-constexpr std::size_t formatMaskCapacity(int decimals) { return 320u + static_cast<std::size_t>(decimals < 0 ? 0 : decimals); }
+constexpr std::size_t formatMaskCapacity(int decimals) {
+    return 320u + static_cast<std::size_t>(decimals < 0 ? 0 : decimals);
+}
 /// Number of "0" behind the dot of a mask such as "0.0000".
 int maskDecimals(std::string_view mask);
 

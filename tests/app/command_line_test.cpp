@@ -1,8 +1,7 @@
 #include "app/command_line.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
@@ -16,7 +15,9 @@ using Texts = std::vector<std::string>;
 /// Current folder for the time of one test.
 class InFolder {
   public:
-    explicit InFolder(const std::string& folder) : before_(std::filesystem::current_path()) { std::filesystem::current_path(folder); }
+    explicit InFolder(const std::string& folder) : before_(std::filesystem::current_path()) {
+        std::filesystem::current_path(folder);
+    }
     ~InFolder() { std::filesystem::current_path(before_); }
 
   private:
@@ -35,7 +36,10 @@ TEST(SplitCommandLine, cutsFilesAndSwitches) {
         {"runs of blanks", "  a.las   b.las ", {"", "a.las", "b.las"}, {}},
         {"switches alone", "/File1=a.las /Output=c.las", {}, {"", "File1=a.las", "Output=c.las"}},
         {"files on both sides are one word list", "a.las /Dowhat=Filter", {"", "a.las"}, {"", "Dowhat=Filter"}},
-        {"quoted name", "\"C:\\x y\\a.las\" /Dowhat=Filter /Filter=f.fil", {"", "C:\\x y\\a.las"}, {"", "Dowhat=Filter", "Filter=f.fil"}},
+        {"quoted name",
+         "\"C:\\x y\\a.las\" /Dowhat=Filter /Filter=f.fil",
+         {"", "C:\\x y\\a.las"},
+         {"", "Dowhat=Filter", "Filter=f.fil"}},
         {"quoted names come first", "one \"two three\" four \" five \"", {"", "two three", "five", "one", "four"}, {}},
         {"blanks belong to a switch", "/Output=new well.las /x", {}, {"", "Output=new well.las", "x"}},
         {"a slash in a path cuts it", "/File1=data/a.las", {}, {"", "File1=data", "a.las"}},
@@ -56,7 +60,9 @@ TEST(ApplySwitches, fillsByTheTable) {
     std::filesystem::create_directory(folder.path("out"));
     CommandLine line;
     line.runFile = "run.las";
-    applySwitches({"", "FILE2=\"b c.las\"", "xFile3=d.las", "file4=e.las", "DOWHAT=MERGE", "Filter=f=g.fil", "Output=out\\c.las", "Other=1"}, line);
+    applySwitches({"", "FILE2=\"b c.las\"", "xFile3=d.las", "file4=e.las", "DOWHAT=MERGE", "Filter=f=g.fil",
+                   "Output=out\\c.las", "Other=1"},
+                  line);
     EXPECT_EQ(line.slotPaths, (std::array<std::string, 4>{"run.las", "b c.las", "d.las", "e.las"}));
     EXPECT_EQ(line.dowhat, "MERGE");
     EXPECT_EQ(line.filterPath, "f=g.fil");
@@ -100,7 +106,8 @@ TEST(CommandText, pathsSurviveTheCut) {
     };
     for (const Case& row : cases) EXPECT_EQ(commandText(row.arguments), row.text) << row.name;
 
-    const CommandLine line = readCommandLine(commandText({absolute, "/Output=" + folder.path("c.las"), "/Dowhat=Filter"}));
+    const CommandLine line =
+        readCommandLine(commandText({absolute, "/Output=" + folder.path("c.las"), "/Dowhat=Filter"}));
     EXPECT_EQ(line.runFile, turned);
     EXPECT_EQ(line.slotPaths[0], turned);
     EXPECT_FALSE(line.outputPath.empty());

@@ -1,8 +1,7 @@
 #include "app/headless.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <sstream>
 #include <string>
 
@@ -61,7 +60,8 @@ TEST_F(Headless, oneFileIsCopied) {
 
 TEST_F(Headless, spliceJoinsChannelsOfOneName) {
     CommandLine line;
-    line.slotPaths = {folder.writeLines("a.las", test::sampleLas({"GR"}, 100, 5)), folder.writeLines("b.las", test::sampleLas({"RHOB", "GR"}, 105, 5)), "", ""};
+    line.slotPaths = {folder.writeLines("a.las", test::sampleLas({"GR"}, 100, 5)),
+                      folder.writeLines("b.las", test::sampleLas({"RHOB", "GR"}, 105, 5)), "", ""};
     line.outputPath = path("c.las");
     line.dowhat = "SPLICE";
     EXPECT_TRUE(run(line).written);
@@ -73,12 +73,15 @@ TEST_F(Headless, filterSelectsAndRepairsTheFileInPlace) {
     const std::string unixText = test::sampleLas({"GR", "RHOB"}, 100, 5);
     CommandLine line;
     line.slotPaths[0] = folder.write("a.las", unixText);
-    line.filterPath = folder.writeLines("f.fil", "~Version\nVERS. 2.0 :\nWRAP. NO :\n~Well\nSTEP.M 2 :\nNULL. -999.25 :\n~Curve\nDENS.G/C3 : density | RHOB\n");
+    line.filterPath = folder.writeLines(
+        "f.fil",
+        "~Version\nVERS. 2.0 :\nWRAP. NO :\n~Well\nSTEP.M 1 :\nNULL. -999.25 :\n~Curve\nDENS.G/C3 : density | RHOB\n");
     line.outputPath = path("c.las");
     line.dowhat = "filter";
     EXPECT_TRUE(run(line).written);
     EXPECT_EQ(record("c.las", 102), (Values{102, 22}));
-    EXPECT_EQ(folder.read("a.las"), folder.read(std::filesystem::path(folder.writeLines("b.las", unixText)).filename().string()));
+    EXPECT_EQ(folder.read("a.las"),
+              folder.read(std::filesystem::path(folder.writeLines("b.las", unixText)).filename().string()));
 }
 
 TEST_F(Headless, nothingIsWrittenAndTheTraceTellsWhy) {
@@ -88,15 +91,18 @@ TEST_F(Headless, nothingIsWrittenAndTheTraceTellsWhy) {
         const char* name;
         std::string input, output, note;
     };
-    for (const Case& row : {Case{"no output", good, "", "no output is named"}, Case{"output is the input", good, good, "same file"},
-                            Case{"no input", path("none.las"), path("c.las"), "none.las"}, Case{"LF only", unixEnds, path("c.las"), "unix.las"}}) {
+    for (const Case& row :
+         {Case{"no output", good, "", "no output is named"}, Case{"output is the input", good, good, "same file"},
+          Case{"no input", path("none.las"), path("c.las"), "none.las"},
+          Case{"LF only", unixEnds, path("c.las"), "unix.las"}}) {
         CommandLine line;
         line.slotPaths[0] = row.input;
         line.outputPath = row.output;
         const HeadlessReport report = run(line);
         EXPECT_FALSE(report.written) << row.name;
         ASSERT_FALSE(report.notes.empty()) << row.name;
-        EXPECT_NE((report.notes.front() + report.notes.back()).find(row.note), std::string::npos) << row.name << ": " << report.notes.front();
+        EXPECT_NE((report.notes.front() + report.notes.back()).find(row.note), std::string::npos)
+            << row.name << ": " << report.notes.front();
         EXPECT_FALSE(std::filesystem::exists(path("c.las"))) << row.name;
     }
     EXPECT_EQ(folder.read("a.las").substr(0, 8), "~Version");

@@ -1,7 +1,6 @@
 #include "app/startup.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 
 #include "shared/failure.h"
@@ -11,13 +10,20 @@
 namespace welvane {
 namespace {
 
-std::string formatText(std::string_view stored) { return formatDefaultsText(parseFormatDefaults(stored)); }
+std::string formatText(std::string_view stored) {
+    return formatDefaultsText(parseFormatDefaults(stored));
+}
 
 TEST(StoredFormat, isCorrected) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"6|15|60|50|13|5", "6|15|60|50|13|5"}, {"6|15|60|50|4|5", "6|15|60|50|13|5"}, {"6|15|60|50|5|5", "6|15|60|50|13|5"},
-        {"6|15|0|0|13|5", "6|15|50|10|13|5"},   {"8|20", "8|20|50|10|13|5"},           {"", "6|15|50|10|13|5"},
-        {"7.5|8.5|60|50|13|5", "8|8|60|50|13|5"}, {"a|15|60|50|13|0", "6|15|60|50|13|5"}, {"-3|15|60|50|13|5|9", "-3|15|60|50|13|5"}};
+    const std::pair<const char*, const char*> cases[] = {{"6|15|60|50|13|5", "6|15|60|50|13|5"},
+                                                         {"6|15|60|50|4|5", "6|15|60|50|13|5"},
+                                                         {"6|15|60|50|5|5", "6|15|60|50|13|5"},
+                                                         {"6|15|0|0|13|5", "6|15|50|10|13|5"},
+                                                         {"8|20", "8|20|50|10|13|5"},
+                                                         {"", "6|15|50|10|13|5"},
+                                                         {"7.5|8.5|60|50|13|5", "8|8|60|50|13|5"},
+                                                         {"a|15|60|50|13|0", "6|15|60|50|13|5"},
+                                                         {"-3|15|60|50|13|5|9", "-3|15|60|50|13|5"}};
     for (const auto& [stored, kept] : cases) EXPECT_EQ(formatText(stored), kept) << stored;
     EXPECT_THROW(parseFormatDefaults("6|99999|60|50|13|5"), RunTimeFailure);
 }
@@ -35,8 +41,10 @@ TEST(StoredMatrix, isCorrectedFieldByField) {
 }
 
 TEST(StoredGridFont, isCorrected) {
-    const std::pair<const char*, const char*> cases[] = {{"Arial|10|0|800", "Arial|10|0|800"}, {"|4|1|100", "Arial|6|1|200"},
-                                                         {"Mono|7.5|2|-1", "Mono|7.5|1|-1"},   {"", "Arial|6|0|200"}};
+    const std::pair<const char*, const char*> cases[] = {{"Arial|10|0|800", "Arial|10|0|800"},
+                                                         {"|4|1|100", "Arial|6|1|200"},
+                                                         {"Mono|7.5|2|-1", "Mono|7.5|1|-1"},
+                                                         {"", "Arial|6|0|200"}};
     for (const auto& [stored, kept] : cases) EXPECT_EQ(gridSizeText(parseGridSize(stored)), kept) << stored;
 }
 
@@ -81,11 +89,11 @@ TEST_F(Startup, variantOfAReferenceFileWins) {
     platform.program().write("para.ini", "");
     platform.program().write("curves_ZQ.ini", "");
     startup(app);
-    EXPECT_EQ(app.settings.unitsPath, platform.program().path("units.ini"));
-    EXPECT_EQ(app.settings.curvesPath, platform.program().path("curves_ZQ.ini"));
+    EXPECT_EQ(app.settings.unitsPath, platform.programFolder() + "units.ini");
+    EXPECT_EQ(app.settings.curvesPath, platform.programFolder() + "curves_ZQ.ini");
     platform.program().write("units_ZQ.ini", "");
     startup(app);
-    EXPECT_EQ(app.settings.unitsPath, platform.program().path("units_ZQ.ini"));
+    EXPECT_EQ(app.settings.unitsPath, platform.programFolder() + "units_ZQ.ini");
 }
 
 TEST_F(Startup, everyStartEmptiesTheListingList) {
@@ -114,7 +122,8 @@ TEST_F(Startup, loadReadsTheTablesAndTellsOfMissingParameters) {
     ASSERT_EQ(user.asked().size(), 1u);
     EXPECT_EQ(user.asked()[0].title, "PARA.INI File Missing!");
     EXPECT_EQ(user.asked()[0].text,
-              "The pararameter file (para.ini or para_ZQ.ini) is missing from the program directory. Replace it from the install diskettes. "
+              "The pararameter file (para.ini or para_ZQ.ini) is missing from the program directory. Replace it from "
+              "the install diskettes. "
               "Without it, you will not be able to fill standard Parameters.");
 }
 

@@ -18,7 +18,7 @@ struct Grd : testing::Test {
     test::TempFolder folder;
     GenericTable grd;
 
-    LoadResult load(std::string_view text) { return loadTable(app, folder.write("table.txt", text), {}, grd); }
+    TableLoadResult load(std::string_view text) { return loadTable(app, folder.write("table.txt", text), {}, grd); }
     std::string column(int number) const {
         std::string text;
         for (std::int64_t row = grdHeadRows; row < grd.rows(); ++row) text += grd.cell(row, number) + " ";
@@ -46,7 +46,7 @@ TEST_F(Grd, hasFourHeadingRowsOverTheData) {
 
 TEST_F(Grd, linesOfAnotherWidthAreSkippedAndToldOnce) {
     user.willAnswer(Answer::Ok);
-    const LoadResult result = load("D,A\n1,2\n2\n\n3,4,5\n   \n4,5\n");
+    const TableLoadResult result = load("D,A\n1,2\n2\n\n3,4,5\n   \n4,5\n");
     EXPECT_EQ(result.skipped, 2);
     EXPECT_EQ(result.dataLine, 2U);
     EXPECT_EQ(column(1), "1 4 ");
@@ -89,7 +89,7 @@ TEST_F(Grd, badFilesAreRefusedOrEmpty) {
           Case{"heads only", "DEPT,GR\n", true, 3, 5}}) {
         SCOPED_TRACE(row.name);
         grd = {};
-        const LoadResult result = load(row.bytes);
+        const TableLoadResult result = load(row.bytes);
         EXPECT_EQ(result.done, row.done) << result.why;
         EXPECT_EQ(result.why.empty(), row.done);
         EXPECT_EQ(grd.columns(), row.columns);
@@ -142,7 +142,7 @@ TEST_F(Grd, loadCanBeCancelled) {
     app.run.cancelRequested = true;
     std::string text;
     for (int row = 0; row < 5000; ++row) text += "1 2\n";
-    const LoadResult result = load(text);
+    const TableLoadResult result = load(text);
     EXPECT_TRUE(result.cancelled);
     EXPECT_FALSE(result.done);
     EXPECT_EQ(grd.rows(), 0);

@@ -13,7 +13,7 @@ TEST_F(Loading, OneFileFillsTheTables) {
     las.channels = 2;
     las.start = 1000.25;
     las.stop = 1001.25;
-    const LoadResult result = load(0, las);
+    const SlotLoadResult result = load(0, las);
     EXPECT_EQ(result.status, LoadStatus::Loaded) << result.why;
     EXPECT_EQ(outputs(), (Texts{"GR", "rhob"})) << "letters stand as in the file";
     EXPECT_EQ(cell(at(SrdRow::Number), 2), "2");
@@ -119,14 +119,14 @@ TEST_F(Loading, DataWithoutARegularShapeLeavesNoChannels) {
     std::string text = LasText{}.text();
     text += "  1001.50  1\n  1002.00  1  2\n  1002.50  1  2  3\n  1003.00\n  1003.50  9\n";
     session.slots[0].path = folder.writeLines("odd.las", text);
-    const LoadResult result = Open4Files(app, session, 0);
+    const SlotLoadResult result = Open4Files(app, session, 0);
     EXPECT_EQ(result.status, LoadStatus::WithoutChannels);
     EXPECT_EQ(result.firstLineNumber, 16U);
     EXPECT_EQ(result.differingLineNumber, 20U);
     EXPECT_TRUE(session.loaded(0));
     EXPECT_EQ(session.tables.outputs().columns(), 1);
     session.loose = true;
-    const LoadResult loose = Open4Files(app, session, 0);
+    const SlotLoadResult loose = Open4Files(app, session, 0);
     EXPECT_EQ(loose.status, LoadStatus::Loaded) << loose.why;
     EXPECT_EQ(outputs(), Texts{"GR"});
     EXPECT_EQ(session.slots[0].wrap, "NO");
@@ -141,7 +141,7 @@ TEST_F(Loading, BadFilesLeaveASessionThatCanGoOn) {
          {std::string(), std::string(5000, '\0'), std::string("~A"), std::string("~V\r\n~W\r\n~C\r\n~A\r\n"),
           std::string(300000, '~'), std::string(200000, 'x')}) {
         session.slots[1].path = folder.write("bad.las", bytes);
-        const LoadResult result = Open4Files(app, session, 1);
+        const SlotLoadResult result = Open4Files(app, session, 1);
         EXPECT_EQ(result.status, LoadStatus::WithoutChannels) << bytes.substr(0, 20);
         EXPECT_FALSE(result.why.empty());
         EXPECT_EQ(outputs(), (Texts{"GR", "SP"}));
@@ -154,7 +154,7 @@ TEST_F(Loading, MoreColumnsThanSixteenBitsAreRefused) {
     wide.curves.clear();
     wide.channels = 32767;
     for (int channel = 1; channel <= wide.channels; ++channel) wide.curves += "C" + std::to_string(channel) + ".:\n";
-    const LoadResult result = load(1, wide);
+    const SlotLoadResult result = load(1, wide);
     EXPECT_EQ(result.status, LoadStatus::Failed);
     EXPECT_EQ(result.why, "the files have 32768 channels together, more than 32766");
     EXPECT_EQ(outputs(), Texts{"GR"});

@@ -45,13 +45,13 @@ class SessionTest : public ::testing::Test {
 
     std::string writeLas(const std::string& name, const LasText& las) { return folder.writeLines(name, las.text()); }
     /// A file with one channel per mnemonic, loaded into the slot.
-    LoadResult load(int slot, const std::vector<std::string>& mnems, LasText las = {}) {
+    SlotLoadResult load(int slot, const std::vector<std::string>& mnems, LasText las = {}) {
         las.curves.clear();
         for (const std::string& mnem : mnems) las.curves += mnem + ". : CURVE " + mnem + "\n";
         las.channels = static_cast<int>(mnems.size());
         return load(slot, las);
     }
-    LoadResult load(int slot, const LasText& las) {
+    SlotLoadResult load(int slot, const LasText& las) {
         session.slots[slot].path = writeLas("file" + std::to_string(slot + 1) + ".las", las);
         return Open4Files(app, session, slot);
     }

@@ -135,7 +135,7 @@ std::string plainMask(double value, int decimals) {
 double maskValue(Random& random, int decimals) {
     const double power = std::pow(10.0, decimals);
     const double sign = random.below(2) == 0 ? 1 : -1;
-    switch (random.below(6)) {
+    switch (random.below(7)) {
         case 0:
             return random.pattern();
         case 1:
@@ -150,6 +150,8 @@ double maskValue(Random& random, int decimals) {
             return sign * val(random.digits(1 + random.below(12)) + "." + random.digits(decimals) + "5");
         case 4:
             return sign * std::ldexp(static_cast<double>(random.bits() >> 11), -random.below(80));
+        case 5:
+            return sign * random.below(100000000);
         default:
             return sign * static_cast<double>(static_cast<float>(random.below(2000000)) / 1000.0F);
     }

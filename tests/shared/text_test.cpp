@@ -101,15 +101,16 @@ TEST(LineReader, endsLinesAtCrLfAndLoneCr) {
         std::vector<std::string_view> lines;
         std::vector<std::size_t> starts;
     };
-    for (const Case& test : std::vector<Case>{{"CR LF", "a\r\nb\r\n", {"a", "b"}, {0, 3}},
-                                              {"lone CR", "a\rb", {"a", "b"}, {0, 2}},
-                                              {"lone LF is text", "a\nb\r\n", {"a\nb"}, {0}},
-                                              {"LF before CR LF stays", "a\n\r\nb", {"a\n", "b"}, {0, 4}},
-                                              {"CR CR LF is two ends", "a\r\r\nb", {"a", "", "b"}, {0, 2, 4}},
-                                              {"no end at the end", "a\r\nb", {"a", "b"}, {0, 3}},
-                                              {"CR as last byte", "a\r", {"a"}, {0}},
-                                              {"empty lines", "\r\n\r\n", {"", ""}, {0, 2}},
-                                              {"empty text", "", {}, {}}}) {
+    for (const Case& test :
+         std::vector<Case>{{"CR LF", "a\r\nb\r\n", {"a", "b"}, {0, 3}},
+                           {"lone CR", "a\rb", {"a", "b"}, {0, 2}},
+                           {"lone LF is text", "a\nb\r\n", {"a\nb"}, {0}},
+                           {"LF before CR LF stays", "a\n\r\nb", {"a\n", "b"}, {0, 4}},
+                           {"CR CR LF is two ends", "a\r\r\nb", {"a", "", "b"}, {0, 2, 4}},
+                           {"no end at the end", "a\r\nb", {"a", "b"}, {0, 3}},
+                           {"CR as last byte, an LF beyond the text", std::string_view("a\r\n", 2), {"a"}, {0}},
+                           {"empty lines", "\r\n\r\n", {"", ""}, {0, 2}},
+                           {"empty text", "", {}, {}}}) {
         LineReader reader(test.bytes);
         std::string_view line;
         for (std::size_t index = 0; index < test.lines.size(); ++index) {
@@ -118,6 +119,7 @@ TEST(LineReader, endsLinesAtCrLfAndLoneCr) {
             EXPECT_EQ(line, test.lines[index]) << test.name;
         }
         EXPECT_TRUE(reader.atEnd()) << test.name;
+        EXPECT_EQ(reader.position(), test.bytes.size()) << test.name;
         EXPECT_FALSE(reader.next(line)) << test.name;
     }
     LineReader middle("one\r\ntwo\r\n");

@@ -1,0 +1,21 @@
+~Version
+VERS. 2.0 : LAS
+WRAP. NO : Wrap
+~Well
+STRT.M 100 : Start
+STOP.M 104 : Stop
+STEP.M 1 : Step
+NULL. -999.25 : Null
+COMP. Acme : Company
+WELL. Heron 4 : Well
+~Curve
+DEPT.M : Depth
+GR.GAPI 31 : Gamma
+RHOB.G/C3 : Density
+~A
+1 2 3
+1 2
+1 2 3 4
+
+  
+1
