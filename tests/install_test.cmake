@@ -32,8 +32,10 @@ foreach(name units.ini para.ini curves.ini crnphi.ini)
   endif()
 endforeach()
 
-run(curves ${program} library curves list)
-if(NOT curves MATCHES "RHOB")
-  message(FATAL_ERROR "the installed program does not know its stock curves:\n${curves}")
+# GR and GRC are one channel only by the stock curve groups.
+set(examples ${stage}/prefix/${DOCDIR}/examples)
+run(plan ${program} run ${examples}/kestrel-7-run1.las ${examples}/kestrel-7-run2.las --splice --dry-run)
+if(NOT plan MATCHES "run1.las GR [^\n]*run2.las GRC")
+  message(FATAL_ERROR "the installed program does not know its stock curves:\n${plan}")
 endif()
 file(REMOVE_RECURSE ${stage})

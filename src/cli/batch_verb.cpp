@@ -135,12 +135,13 @@ void Batch::makeOutput(const Input& input, BatchItem& item) {
     request.outputMode = OutputFile::Mode::Beside;
     request.filterApplied = true;
     request.wholeInputs = !choices_.pass.loose;
+    request.exactDepthUnit = true;
     // The boxes that tell of a run that broke off say less than its refusal.
     bench_.user().mute(true);
     const RunOutcome outcome = processMMM(bench_.app(), session, request);
     bench_.user().mute(false);
     for (const ItemReport& report : outcome.items) {
-        tellLeftOut(bench_.user(), report);
+        if (outcome.completed) tellLeftOut(bench_.user(), report);
         item.channels = report.pass.columns;
         item.samples = report.pass.records;
     }

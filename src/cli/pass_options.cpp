@@ -71,18 +71,34 @@ void edit(Workbench& bench, Session& session, PrdRow row, std::string_view text,
     editProperty(bench.app(), session, {static_cast<int>(row), column, std::string(text), comboIndex});
 }
 
+/// How many of the first input's depth unit make one of `wanted`. Refusal where the unit table cannot tell.
+double inputUnitsPer(Workbench& bench, const Session& session, const std::string& wanted) {
+    const std::string& input = session.channels[0].empty() ? wanted : session.channels[0].front().field.unit;
+    if (sameText(input, wanted)) return 1;
+    const ReferenceTables& reference = bench.app().reference;
+    if (!knownUnit(reference, input) || !knownUnit(reference, wanted))
+        throw Refusal("--unit", "the unit table does not tell how \"" + input + "\" becomes \"" + wanted + "\"");
+    return unitFactor(reference, input) / unitFactor(reference, wanted);
+}
+
 void setStepAndUnit(Workbench& bench, Session& session, const PassChoices& choices) {
+    double inputUnits = 1;
     if (!choices.unit.empty()) {
-        edit(bench, session, PrdRow::DepthUnits,
-             needWord("--unit", choices.unit, {{"F", "F"}, {"M", "M"}, {"FT", "FT"}}));
+        const std::string unit(needWord("--unit", choices.unit, {{"F", "F"}, {"M", "M"}, {"FT", "FT"}}));
+        inputUnits = inputUnitsPer(bench, session, unit);
+        // Not by the edit rule, which rounds the step in its new unit: the grid stays the input's own, sample for
+        // sample.
+        const auto row = static_cast<int>(PrdRow::DepthUnits);
+        session.tables.prd.text(row, settingColumn) = session.tables.prd.data(row, settingColumn) = unit;
     }
     if (choices.step.empty()) return;
     // A list item of the properties' table has words in it; anything else is a number.
     const bool isItem = holdsText(choices.step, "\"") && holdsText(choices.step, "f");
     if (!isItem) needNumber("--step", choices.step);
-    if (sampleRateNumber(choices.step, session.tables.setting(PrdRow::DepthUnits)) == 0)
-        throw UsageFault("--step: a STEP of zero makes no LAS file");
-    edit(bench, session, PrdRow::SampleRate, choices.step);
+    const double step = sampleRateNumber(choices.step, session.tables.setting(PrdRow::DepthUnits));
+    if (step == 0) throw UsageFault("--step: a STEP of zero makes no LAS file");
+    // A step is named in the unit of the output; the grid counts in the input's.
+    edit(bench, session, PrdRow::SampleRate, inputUnits == 1 ? choices.step : formatMask(step * inputUnits, 4));
 }
 
 void setHeaderFile(Workbench& bench, Session& session, const std::vector<Input>& inputs, const std::string& header) {
@@ -219,15 +235,16 @@ void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& in
 void declarePassOptions(CLI::App& command, PassChoices& choices) {
     using C = PassChoices;
     const char* group = "Grid";
-    declareTexts(command, choices, group,
-                 {{"--from", &C::from, "DEPTH", "Top of the output: a depth, or a limit such as \">=1000\""},
-                  {"--to", &C::to, "DEPTH", "Bottom of the output, in the same way"},
-                  {"--step", &C::step, "STEP", "Sample rate"},
-                  {"--unit", &C::unit, "F|M|FT", "Depth unit"},
-                  {"--offset", &C::offset, "N", "Added to every depth written"},
-                  {"--direction", &C::direction, "shallow|deep", "Begin of the output: shallow or deep end"},
-                  {"--fill", &C::fill, "none|linear|flat", "How gaps of null are filled"},
-                  {"--tvd", &C::tvd, "SURVEY", "Write true vertical depths by this survey"}});
+    declareTexts(
+        command, choices, group,
+        {{"--from", &C::from, "DEPTH", "Top of the output: a depth, or a limit such as \">=1000\""},
+         {"--to", &C::to, "DEPTH", "Bottom of the output, in the same way"},
+         {"--step", &C::step, "STEP", "Sample rate"},
+         {"--unit", &C::unit, "F|M|FT", "Depth unit of the output; --from, --to and --offset count in the input's"},
+         {"--offset", &C::offset, "N", "Added to every depth written"},
+         {"--direction", &C::direction, "shallow|deep", "Begin of the output: shallow or deep end"},
+         {"--fill", &C::fill, "none|linear|flat", "How gaps of null are filled"},
+         {"--tvd", &C::tvd, "SURVEY", "Write true vertical depths by this survey"}});
     group = "Channels";
     command.add_flag("--splice", choices.splice, "Join channels of the inputs that belong together")->group(group);
     declareTexts(command, choices, group,

@@ -98,6 +98,7 @@ ExitCode writeRun(Workbench& bench, Session& session, const RunChoices& choices,
     request.outputMode = OutputFile::Mode::Beside;
     request.filterApplied = true;
     request.wholeInputs = !choices.pass.loose;
+    request.exactDepthUnit = true;
     CertifyAfterResult checked;
     request.afterProcess = [&](const std::string& path) {
         if (choices.certify) checked = certifyAfter(app, path, checkerPatience);
@@ -108,8 +109,11 @@ ExitCode writeRun(Workbench& bench, Session& session, const RunChoices& choices,
     const RunOutcome outcome = processMMM(app, session, request);
     bench.user().mute(false);
     bench.user().bar().clear();
+    if (!outcome.completed) {
+        const bool inputBroke = !outcome.items.empty() && outcome.refusal == outcome.items.back().pass.brokenInput;
+        refuseRun(inputBroke ? "" : choices.output, outcome.refusal);
+    }
     for (const ItemReport& item : outcome.items) tellLeftOut(bench.user(), item);
-    if (!outcome.completed) refuseRun(choices.output, outcome.refusal);
     for (const ItemReport& item : outcome.items) {
         bench.user().note(item.target + ": " + counted(item.pass.records, "sample") + " of " +
                           counted(item.pass.columns, "channel") + ", " + item.pass.firstDepth + " to " +

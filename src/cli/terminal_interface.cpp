@@ -39,18 +39,24 @@ std::string asOneLine(std::string_view text) {
     std::string line;
     for (const char c : text) {
         const bool isBreak = c == '\r' || c == '\n';
-        if (!isBreak) line += c;
-        else if (!line.empty() && line.back() != ' ') line += ' ';
+        if (!isBreak)
+            line += c;
+        else if (!line.empty() && line.back() != ' ')
+            line += ' ';
     }
     return std::string(trim(line));
 }
 
 std::string_view nameOf(Answer answer) {
     switch (answer) {
-        case Answer::Ok: return "OK";
-        case Answer::Cancel: return "Cancel";
-        case Answer::Yes: return "Yes";
-        case Answer::No: return "No";
+        case Answer::Ok:
+            return "OK";
+        case Answer::Cancel:
+            return "Cancel";
+        case Answer::Yes:
+            return "Yes";
+        case Answer::No:
+            return "No";
     }
     return "";
 }
@@ -167,8 +173,10 @@ Answer TerminalInterface::ask(const Prompt& prompt) {
     const Answer answer = prompt.safe();
     std::string told = asOneLine(prompt.text) + " -> " + std::string(nameOf(answer));
     if (ask_ == Ask::AtTerminal) told.append(" (nobody to ask; --yes answers ").append(nameOf(yes)).append(")");
-    if (ask_ == Ask::AtTerminal) say(told);
-    else note(told);
+    if (ask_ == Ask::AtTerminal)
+        say(told);
+    else
+        note(told);
     return answer;
 }
 
@@ -201,7 +209,9 @@ std::string TerminalInterface::askFolder(const std::string& title, const std::st
     return askText({title, title + ":", start});
 }
 
-void TerminalInterface::progress(const Progress& progress) { show(progress.status, progress.fraction); }
+void TerminalInterface::progress(const Progress& progress) {
+    show(progress.status, progress.fraction);
+}
 
 void TerminalInterface::pumpEvents() {
     if (run_ == nullptr || ++turns_ % turnsPerLook != 0) return;

@@ -14,8 +14,8 @@ namespace welvane {
 enum class Ask { AtTerminal, AlwaysYes, AlwaysNo };
 enum class ShowProgress { Auto, Always, Never };
 
-/// A bar with rate and time left on stderr, drawn a few times a second at most and taken away at the end. Where stderr is no terminal, a line
-/// per tenth of the way.
+/// A bar with rate and time left on stderr, drawn a few times a second at most and taken away at the end. Where stderr
+/// is no terminal, a line per tenth of the way.
 class ProgressBar {
   public:
     explicit ProgressBar(ShowProgress show) : show_(show) {}

@@ -26,7 +26,8 @@ void declareCommon(CLI::App& command, const Verb& verb, CommonOptions& common) {
         ->check(CLI::IsMember({"auto", "always", "never"}))
         ->type_name("WHEN")
         ->group(group);
-    CLI::Option* const yes = command.add_flag("-y,--yes", common.yes, "Answer every question with Yes or OK")->group(group);
+    CLI::Option* const yes =
+        command.add_flag("-y,--yes", common.yes, "Answer every question with Yes or OK")->group(group);
     command.add_flag("-n,--no", common.no, "Answer every question with No or Cancel")->excludes(yes)->group(group);
     command.add_flag("-f,--force", common.force, "Replace an output that exists")->group(group);
     command.add_flag("--strict", common.strict, "Refuse an input whose lines end in LF only")->group(group);
@@ -101,7 +102,8 @@ const std::vector<Verb>& verbTable() {
 }
 
 const Verb* findVerb(std::string_view name) {
-    const auto found = std::find_if(verbTable().begin(), verbTable().end(), [&](const Verb& verb) { return verb.name == name; });
+    const auto found =
+        std::find_if(verbTable().begin(), verbTable().end(), [&](const Verb& verb) { return verb.name == name; });
     return found == verbTable().end() ? nullptr : &*found;
 }
 
@@ -113,12 +115,14 @@ std::string overviewText() {
     for (const Verb& verb : verbTable()) width = std::max(width, verb.name.size());
     for (const Verb& verb : verbTable()) text += "  " + padded(verb.name, width + 3) + std::string(verb.summary) + "\n";
     text += "\nSwitches of the headless line (their case does not matter):\n";
-    for (const CommandSwitch& known : commandSwitches()) text += "  " + padded("/" + std::string(known.name), 12) + std::string(known.help) + "\n";
-    text += "\nExamples:\n"
-            "  welvane info well.las\n"
-            "  welvane run run1.las run2.las --splice -o joined.las\n"
-            "  welvane /File1=run1.las /File2=run2.las /Dowhat=splice /Output=joined.las\n"
-            "\nExit status of the verbs: 0 done; 1 refused, failed, or a negative verdict; 2 wrong usage; 130 stopped.\n";
+    for (const CommandSwitch& known : commandSwitches())
+        text += "  " + padded("/" + std::string(known.name), 12) + std::string(known.help) + "\n";
+    text +=
+        "\nExamples:\n"
+        "  welvane info well.las\n"
+        "  welvane run run1.las run2.las --splice -o joined.las\n"
+        "  welvane /File1=run1.las /File2=run2.las /Dowhat=splice /Output=joined.las\n"
+        "\nExit status of the verbs: 0 done; 1 refused, failed, or a negative verdict; 2 wrong usage; 130 stopped.\n";
     return text;
 }
 

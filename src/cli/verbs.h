@@ -12,14 +12,15 @@ namespace CLI {
 class App;
 }
 
-/// The table of verbs. A verb is one file beside this one, with one routine that declares its options, and one row of the table.
+/// The table of verbs. A verb is one file beside this one, with one routine that declares its options, and one row of
+/// the table.
 namespace welvane {
 
 /// Runs a verb whose options have been read.
 using VerbRun = std::function<ExitCode(Workbench& bench)>;
 
-/// A verb: what it is called, what it does in a few words, and the routine that declares its options on the command and returns what runs
-/// them. The common options are declared for it.
+/// A verb: what it is called, what it does in a few words, and the routine that declares its options on the command and
+/// returns what runs them. The common options are declared for it.
 struct Verb {
     std::string_view name, summary;
     VerbRun (*declare)(CLI::App& command);

@@ -36,7 +36,10 @@ ShowProgress progressOf(const std::string& name) {
 }  // namespace
 
 Workbench::Workbench(const CommonOptions& options) : options_(options), platform_(makeSystemPlatform()) {
-    user_.configure(options.yes ? Ask::AlwaysYes : options.no ? Ask::AlwaysNo : Ask::AtTerminal, progressOf(options.progress), options.quiet);
+    user_.configure(options.yes  ? Ask::AlwaysYes
+                    : options.no ? Ask::AlwaysNo
+                                 : Ask::AtTerminal,
+                    progressOf(options.progress), options.quiet);
     app_ = std::make_unique<App>(user_, *platform_);
     user_.watch(app_->run);
     cancelOnInterrupt(&app_->run.cancelRequested);
@@ -70,7 +73,8 @@ std::string Workbench::repairedCopy(const std::string& named) {
     const std::string folder = platform_->scratchFolder() + std::to_string(++copies_) + "/";
     std::filesystem::create_directory(folder);
     std::string copy = folder + fileNameOf(named);
-    if (repairLineEnds(named, copy, app_->run, user_) != StepResult::Done) throw Refusal(named, "its line ends could not be repaired");
+    if (repairLineEnds(named, copy, app_->run, user_) != StepResult::Done)
+        throw Refusal(named, "its line ends could not be repaired");
     return copy;
 }
 

@@ -19,7 +19,8 @@ enum class ExitCode { Done = 0, Negative = 1, Usage = 2, Interrupted = 130 };
 
 /// A file or a wish that is refused. Its text is "FILE: reason" and stands on one line.
 struct Refusal : std::runtime_error {
-    Refusal(const std::string& file, const std::string& reason) : std::runtime_error(file.empty() ? reason : file + ": " + reason) {}
+    Refusal(const std::string& file, const std::string& reason)
+        : std::runtime_error(file.empty() ? reason : file + ": " + reason) {}
 };
 /// Options that make no sense: told with a hint at the help, exit status 2.
 struct UsageFault : std::runtime_error {
@@ -49,24 +50,26 @@ class Workbench {
     App& app() { return *app_; }
     Platform& platform() { return *platform_; }
 
-    /// Files as named, with @LIST and "-" replaced by the paths that they hold, one a line. Refusal for a list that cannot be read.
+    /// Files as named, with @LIST and "-" replaced by the paths that they hold, one a line. Refusal for a list that
+    /// cannot be read.
     std::vector<std::string> expandLists(const std::vector<std::string>& named) const;
-    /// An input that can be read: there, a file, not empty, not binary, its lines ended by CR LF or CR. One whose lines end in LF only is read
-    /// through a scratch copy, with a note; Refusal under --strict and for everything else.
+    /// An input that can be read: there, a file, not empty, not binary, its lines ended by CR LF or CR. One whose lines
+    /// end in LF only is read through a scratch copy, with a note; Refusal under --strict and for everything else.
     /// Opened once more, the same copy serves again.
     Input openInput(const std::string& named);
     /// Removes the scratch copy of an input that is done with, if it has one.
     void release(const Input& input);
-    /// The same, and what a LAS file needs: ~C with lines, ~A with data, STEP, at most 32767 columns, lines of sane length, and (unless
-    /// `loose`) data of a regular shape.
+    /// The same, and what a LAS file needs: ~C with lines, ~A with data, STEP, at most 32767 columns, lines of sane
+    /// length, and (unless `loose`) data of a regular shape.
     Input openLas(const std::string& named, bool loose);
-    /// Refusal for an output that is one of the inputs, that exists (without --force), or whose folder is not there. `tried` also opens it, so that
-    /// a folder that cannot be written is told before any work is done.
+    /// Refusal for an output that is one of the inputs, that exists (without --force), or whose folder is not there.
+    /// `tried` also opens it, so that a folder that cannot be written is told before any work is done.
     void checkOutput(const std::string& output, const std::vector<Input>& inputs, bool tried = true) const;
 
     /// Puts text on stdout.
     void print(std::string_view text);
-    /// Runs `body` for each item; a refusal is told and the next one follows. Negative when one was refused or `body` returned it.
+    /// Runs `body` for each item; a refusal is told and the next one follows. Negative when one was refused or `body`
+    /// returned it.
     template <class Item, class Body>
     ExitCode forEach(const std::vector<Item>& items, Body body) {
         ExitCode result = ExitCode::Done;

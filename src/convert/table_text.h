@@ -18,8 +18,8 @@ enum class Delimiter : char {
     Blanks = ' '  ///< a run of blanks and tabs counts as one
 };
 
-/// Hands out the lines of a text as views, without their ends (CR LF, LF, or CR where most of the first lines end in a lone
-/// one).
+/// Hands out the lines of a text as views, without their ends (CR LF, LF, or CR where most of the first lines end in a
+/// lone one).
 class TableLines {
   public:
     explicit TableLines(std::string_view bytes, std::size_t position = 0);

@@ -18,7 +18,8 @@ namespace {
 void treatInput(PassContext& context, int slot, int firstColumn, int lastColumn) {
     const InputSlot& input = context.session.slots[static_cast<std::size_t>(slot)];
     const bool filled = checkSampleRate(context, input, firstColumn, lastColumn);
-    if (!filled && context.nullFillMode != NullFill::None) applyNullFill(context, context.nullFillMode, firstColumn, lastColumn);
+    if (!filled && context.nullFillMode != NullFill::None)
+        applyNullFill(context, context.nullFillMode, firstColumn, lastColumn);
     const SlotChannels& channels = context.session.channels[static_cast<std::size_t>(slot)];
     clipChannels(context, channels);
     offsetChannels(context, channels);
@@ -56,8 +57,8 @@ void copyLink(PassContext& context, int channel, int slot) {
     std::copy(source.begin() + (first - 1), source.begin() + last, target.begin() + (first - 1));
 }
 
-/// Channel of the output matrix that a function reads. A function that a filter made reads its own channel, into which the links of its input were
-/// copied; otherwise field 6 of the descriptor counts output channels from 1.
+/// Channel of the output matrix that a function reads. A function that a filter made reads its own channel, into which
+/// the links of its input were copied; otherwise field 6 of the descriptor counts output channels from 1.
 int sourceChannel(const PassContext& context, const std::string& descriptor, int own) {
     if (context.session.tables.filterInUse()) return own;
     const double position = val(FunctionDescriptor::parse(descriptor).fields[5]);
@@ -69,16 +70,19 @@ void applyFunction(PassContext& context, int column) {
     const SessionCell& cell = tables.outputs().cell(static_cast<int>(SrdRow::Function), column);
     const ParsedFunction function = parseFunction(cell.data, context.app.settings.matrix);
     const int own = column - 1;
-    // The input unit stands in the data of the wanted unit's cell; where that is empty the input channel came with row 2's.
+    // The input unit stands in the data of the wanted unit's cell; where that is empty the input channel came with row
+    // 2's.
     const SessionCell& unit = tables.outputs().cell(static_cast<int>(SrdRow::Unit), column);
     const std::string& inputUnit = unit.data.empty() ? tables.output(SrdRow::InputUnit, column) : unit.data;
     FailureList failures;
-    evaluateFunction(function, unit.text, inputUnit, std::as_const(context.outputMatrix).column(sourceChannel(context, cell.data, own)),
-                     context.outputMatrix.column(own), context.nullValue, context.app.reference, context.app.settings.matrix, context.functionState,
-                     failures);
+    evaluateFunction(function, unit.text, inputUnit,
+                     std::as_const(context.outputMatrix).column(sourceChannel(context, cell.data, own)),
+                     context.outputMatrix.column(own), context.nullValue, context.app.reference,
+                     context.app.settings.matrix, context.functionState, failures);
     if (failures.count > 0)
         context.report.failures.add(tables.output(SrdRow::Mnem, column) + " (" + cell.text + ")",
-                                    std::to_string(failures.count) + " samples could not be computed and keep the value before them, the first: " +
+                                    std::to_string(failures.count) +
+                                        " samples could not be computed and keep the value before them, the first: " +
                                         failures.first.front().why);
 }
 
@@ -112,7 +116,9 @@ void applyFunctions(PassContext& context) {
     const Table& outputs = context.tables().outputs();
     for (int column = 1; column < outputs.columns(); ++column) {
         const SessionCell& function = outputs.cell(static_cast<int>(SrdRow::Function), column);
-        if (!outputs.checked(static_cast<int>(SrdRow::Use), column) || function.data.empty() || sameText(function.text, "<none>")) continue;
+        if (!outputs.checked(static_cast<int>(SrdRow::Use), column) || function.data.empty() ||
+            sameText(function.text, "<none>"))
+            continue;
         attempt(context.report.failures, "channel function", [&] { applyFunction(context, column); });
     }
 }

@@ -31,7 +31,8 @@ std::string inputDetails(const PassContext& context, int column) {
         const std::string& mnem = outputs.text(linkRow(slot, Link::Mnem), column);
         if (!context.session.loaded(slot) || mnem.empty()) continue;
         text += fileNameOf(context.session.slots[static_cast<std::size_t>(slot)].path) + "-" + mnem + "," +
-                outputs.text(linkRow(slot, Link::From), column) + " to " + outputs.text(linkRow(slot, Link::To), column) + " ";
+                outputs.text(linkRow(slot, Link::From), column) + " to " +
+                outputs.text(linkRow(slot, Link::To), column) + " ";
     }
     return " (Input; " + text + ")";
 }
@@ -73,7 +74,8 @@ void buildCurveTable(PassContext& context) {
     for (int column = 1; column < outputs.columns(); ++column) {
         const std::string& mnem = tables.output(SrdRow::Mnem, column);
         if (mnem.empty() || !outputs.checked(static_cast<int>(SrdRow::Use), column)) continue;
-        OutputCurve curve{mnem, tables.output(SrdRow::Unit, column), tables.output(SrdRow::Value, column), tables.output(SrdRow::Description, column)};
+        OutputCurve curve{mnem, tables.output(SrdRow::Unit, column), tables.output(SrdRow::Value, column),
+                          tables.output(SrdRow::Description, column)};
         if (keepDetails) curve.description += inputDetails(context, column);
         const auto width = static_cast<std::size_t>(std::max<int>(0, context.format().dataWidth));
         context.titleLine += rightAligned(std::string_view(mnem).substr(0, width), width);

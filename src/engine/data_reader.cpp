@@ -19,7 +19,9 @@ namespace {
 
 constexpr std::size_t wrappedLineLength = 80;
 
-constexpr bool isBlank(char c) { return c == ' ' || c == '\t'; }
+constexpr bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
 
 bool isBlankText(std::string_view text) {
     for (const char c : text)
@@ -31,9 +33,15 @@ bool isBlankText(std::string_view text) {
 class Reading {
   public:
     Reading(PassContext& context, const InputSlot& slot, std::string_view bytes, int firstColumn, int lastColumn)
-        : context_(context), slot_(slot), lines_(bytes, slot.dataStart > 0 ? static_cast<std::size_t>(slot.dataStart) - 1 : bytes.size()),
-          start_(context.grid.start), step_(context.grid.step), samples_(context.inputMatrix.samples()), fixedWidth_(static_cast<std::size_t>(context.fixedColumnWidth)) {
-        for (int column = firstColumn; column <= lastColumn; ++column) columns_.push_back(context.inputMatrix.column(column).data());
+        : context_(context),
+          slot_(slot),
+          lines_(bytes, slot.dataStart > 0 ? static_cast<std::size_t>(slot.dataStart) - 1 : bytes.size()),
+          start_(context.grid.start),
+          step_(context.grid.step),
+          samples_(context.inputMatrix.samples()),
+          fixedWidth_(static_cast<std::size_t>(context.fixedColumnWidth)) {
+        for (int column = firstColumn; column <= lastColumn; ++column)
+            columns_.push_back(context.inputMatrix.column(column).data());
     }
 
     ReadResult run() { return sameText(slot_.wrap, "YES") ? readWrapped() : readLines(); }
@@ -55,7 +63,8 @@ class Reading {
     /// Once per record: progress, the user's cancel, a turn for events. False when cancelled.
     bool nextRecord() {
         RunState& run = context_.app.run;
-        run.progressFraction = static_cast<float>(static_cast<double>(lines_.position()) / static_cast<double>(lines_.bytes().size()));
+        run.progressFraction =
+            static_cast<float>(static_cast<double>(lines_.position()) / static_cast<double>(lines_.bytes().size()));
         if (context_.cancelled()) return false;
         if (!run.commandMode) context_.app.user.pumpEvents();
         return true;
@@ -64,7 +73,8 @@ class Reading {
     /// Grid index of a depth, 0 when it falls outside. RunTimeFailure when it leaves 32 bits.
     std::int32_t indexOf(double depth) const {
         const double place = (depth - start_) / step_ + 1;
-        if (!(std::abs(place) < 2147483647.0)) throw RunTimeFailure("depth " + plainNumber(depth) + " is beyond the grid's 32 bits");
+        if (!(std::abs(place) < 2147483647.0))
+            throw RunTimeFailure("depth " + plainNumber(depth) + " is beyond the grid's 32 bits");
         const auto index = static_cast<std::int32_t>(std::lrint(place));
         return index <= 0 || index > samples_ ? 0 : index;
     }
@@ -76,8 +86,9 @@ class Reading {
         return indexOf(number.value);
     }
 
-    /// Stores the values of a text that begins at field_ of the record. Bytes up to `limit` may be looked at: what stands behind the text
-    /// begins with a line end, which continues no number. False when the record falls outside the grid.
+    /// Stores the values of a text that begins at field_ of the record. Bytes up to `limit` may be looked at: what
+    /// stands behind the text begins with a line end, which continues no number. False when the record falls outside
+    /// the grid.
     bool storeFields(const char* at, const char* end, const char* limit) {
         while (true) {
             while (at != end && isBlank(*at)) ++at;
@@ -98,7 +109,8 @@ class Reading {
 
     void fillMissingFields() {
         if (index_ == 0) return;
-        for (std::size_t field = field_ == 0 ? 1 : field_; field <= columns_.size(); ++field) columns_[field - 1][index_ - 1] = 0;
+        for (std::size_t field = field_ == 0 ? 1 : field_; field <= columns_.size(); ++field)
+            columns_[field - 1][index_ - 1] = 0;
     }
 
     void storeFixedWidth(std::string_view record) {
@@ -134,7 +146,8 @@ class Reading {
         return ReadResult::ToTheEnd;
     }
 
-    /// Lays `line` behind what the record's buffer of `capacity` characters holds; text beyond it is lost. Returns the part that fits.
+    /// Lays `line` behind what the record's buffer of `capacity` characters holds; text beyond it is lost. Returns the
+    /// part that fits.
     static std::string_view fitIntoRecord(std::string_view line, bool first, std::size_t capacity, std::size_t& used) {
         if (!first && !line.empty() && line.front() != ' ') ++used;
         const std::size_t room = used < capacity ? capacity - used : 0;
@@ -165,7 +178,9 @@ class Reading {
                 } else if (inside) {
                     // A part that lost its end must not be read on behind it.
                     const char* const end = part.data() + part.size();
-                    inside = storeFields(part.data(), end, part.size() == line.size() ? lines_.bytes().data() + lines_.bytes().size() : end);
+                    inside =
+                        storeFields(part.data(), end,
+                                    part.size() == line.size() ? lines_.bytes().data() + lines_.bytes().size() : end);
                 }
                 ++count;
             }

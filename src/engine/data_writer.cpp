@@ -32,12 +32,15 @@ std::vector<OutputColumn> outputColumns(PassContext& context) {
     const SessionTables& tables = context.tables();
     std::vector<OutputColumn> columns;
     for (int column = 1; column < tables.outputs().columns(); ++column) {
-        if (!tables.outputs().checked(static_cast<int>(SrdRow::Use), column) || tables.output(SrdRow::Mnem, column).empty()) continue;
+        if (!tables.outputs().checked(static_cast<int>(SrdRow::Use), column) ||
+            tables.output(SrdRow::Mnem, column).empty())
+            continue;
         attempt(context.report.failures, "output column", [&] {
             float scale = 1.0F;
             const std::string_view wanted = trim(tables.output(SrdRow::Unit, column));
             const std::string_view input = trim(tables.output(SrdRow::InputUnit, column));
-            if (sameText(tables.output(SrdRow::Function, column), "<none>") && !sameText(wanted, input)) scale = unitScale(context, wanted, input);
+            if (sameText(tables.output(SrdRow::Function, column), "<none>") && !sameText(wanted, input))
+                scale = unitScale(context, wanted, input);
             columns.push_back({context.outputMatrix.column(column - 1).data(), static_cast<double>(scale)});
         });
     }
@@ -49,10 +52,14 @@ double depthDivisor(PassContext& context) {
     if (context.curveTable.empty()) return 1;
     const std::string& pair = context.curveTable.front().unit;
     const std::size_t mark = pair.find('^');
-    if (mark == npos || sameText(pair.substr(0, mark), pair.substr(mark + 1))) return 1;
+    if (mark == npos) return 1;
+    const std::string input = pair.substr(0, mark), wanted = pair.substr(mark + 1);
+    if (sameText(input, wanted)) return 1;
+    const ReferenceTables& reference = context.app.reference;
+    if (context.options.exactDepthUnit) return unitFactor(reference, input) / unitFactor(reference, wanted);
     double divisor = 1;
     attempt(context.report.failures, "depth unit",
-            [&] { divisor = static_cast<double>(1.0F / unitScale(context, pair.substr(mark + 1), pair.substr(0, mark))); });
+            [&] { divisor = static_cast<double>(1.0F / unitScale(context, wanted, input)); });
     return divisor;
 }
 
@@ -60,15 +67,24 @@ double depthDivisor(PassContext& context) {
 class RecordPrinter {
   public:
     RecordPrinter(PassContext& context, OutputFile& file)
-        : context_(context), file_(file), columns_(outputColumns(context)), divisor_(depthDivisor(context)),
-          width_(static_cast<std::size_t>(std::max<int>(0, context.format().dataWidth))), decimals_(context.format().dataDecimals),
-          null_(static_cast<double>(context.nullValue)), nullText_(formatMask(null_, decimals_)),
-          overflow_(overflowText(context.format().dataWidth, decimals_)), toTvd_(context.session.inclinometry, 0) {
+        : context_(context),
+          file_(file),
+          columns_(outputColumns(context)),
+          divisor_(depthDivisor(context)),
+          width_(static_cast<std::size_t>(std::max<int>(0, context.format().dataWidth))),
+          decimals_(context.format().dataDecimals),
+          null_(static_cast<double>(context.nullValue)),
+          nullText_(formatMask(null_, decimals_)),
+          overflow_(overflowText(context.format().dataWidth, decimals_)),
+          toTvd_(context.session.inclinometry, 0) {
+        context.depthDivisor = divisor_;
         context.report.columns = static_cast<int>(columns_.size());
         scratch_.resize(formatMaskCapacity(decimals_) + 16);
     }
 
-    bool fixed() { return eachRecord([this](std::int32_t index) { printFixed(index); }); }
+    bool fixed() {
+        return eachRecord([this](std::int32_t index) { printFixed(index); });
+    }
     bool delimited(char delimiter) {
         return eachRecord([this, delimiter](std::int32_t index) { printDelimited(index, delimiter); });
     }
@@ -113,8 +129,10 @@ class RecordPrinter {
     /// The depth cut to the step's precision and shown at the data's decimals, in scratch_; its length.
     std::size_t formatDepth(std::int32_t index) {
         const double depth = writtenDepth(index);
-        const int cut = context_.grid.stepDecimals;
-        if (cut >= decimals_) return formatMaskFast(scratch_.data(), cut == decimals_ ? depth : val(formatMask(depth, cut)), decimals_);
+        const bool carriedThrough = context_.options.exactDepthUnit && divisor_ != 1;
+        const int cut = carriedThrough ? decimals_ : context_.grid.stepDecimals;
+        if (cut >= decimals_)
+            return formatMaskFast(scratch_.data(), cut == decimals_ ? depth : val(formatMask(depth, cut)), decimals_);
         std::size_t length = formatMaskFast(scratch_.data(), depth, cut);
         if (cut == 0) scratch_[length++] = '.';
         std::memset(scratch_.data() + length, '0', static_cast<std::size_t>(decimals_ - cut));
@@ -210,9 +228,13 @@ void decideWrap(PassContext& context, int columns) {
         return;
     }
     if (!sameText(wrap, "Yes") || tooWide) return;
-    const std::string text = "The LAS file does not need to be in WRAP=YES mode for the number of requested channels (" + std::to_string(columns) +
-                             "), at the set width(" + std::to_string(width) + "). Are you sure you want WRAP set to YES?";
-    if (context.app.user.ask({"WRAP Yes Mode Un-Necessary!", text, Buttons::YesNo, Icon::Question, Answer::Yes}) != Answer::No) return;
+    const std::string text =
+        "The LAS file does not need to be in WRAP=YES mode for the number of requested channels (" +
+        std::to_string(columns) + "), at the set width(" + std::to_string(width) +
+        "). Are you sure you want WRAP set to YES?";
+    if (context.app.user.ask({"WRAP Yes Mode Un-Necessary!", text, Buttons::YesNo, Icon::Question, Answer::Yes}) !=
+        Answer::No)
+        return;
     wrap = "No";
     context.wrapPerLine = 0;
 }
@@ -220,7 +242,8 @@ void decideWrap(PassContext& context, int columns) {
 void tellOverflow(PassContext& context) {
     if (context.report.overflowCount == 0 || context.app.run.commandMode) return;
     context.app.user.ask({"Some Data Changed to Fit Format Width!",
-                          "One or more data values were changed due to the numbers being too large to fit the format width. You might want to re-do the "
+                          "One or more data values were changed due to the numbers being too large to fit the format "
+                          "width. You might want to re-do the "
                           "manipulation with a wider Data width. Changes were made to" +
                               std::to_string(context.report.overflowCount) + " data value(s).",
                           Buttons::Ok, Icon::Information, Answer::Ok});
@@ -259,7 +282,8 @@ bool writeData(PassContext& context, OutputFile& file) {
     RecordPrinter printer(context, file);
     const bool plain = tables.checked(PrdRow::PlainAscii);
     const bool fixed = !plain || sameText(tables.secondOption(PrdRow::PlainAscii), "Space");
-    if (!(fixed ? printer.fixed() : printer.delimited(delimiterOf(tables.secondOption(PrdRow::PlainAscii))))) return false;
+    if (!(fixed ? printer.fixed() : printer.delimited(delimiterOf(tables.secondOption(PrdRow::PlainAscii)))))
+        return false;
     context.app.run.progressFraction = 1;
     tellOverflow(context);
     return true;

@@ -9,8 +9,8 @@ namespace welvane {
 
 namespace {
 
-/// The second pass behind a true vertical depth output: the depths are no regular grid any more, so the file just written is read again and its
-/// samples are filled linearly onto one. It replaces that file when it is whole.
+/// The second pass behind a true vertical depth output: the depths are no regular grid any more, so the file just
+/// written is read again and its samples are filled linearly onto one. It replaces that file when it is whole.
 void makeTvdRegular(App& app, Session& session, ItemReport& item) {
     const std::string keptLasFile = app.run.lasFile;
     app.run.lasFile = app.run.targetFile;
@@ -35,12 +35,15 @@ bool oneItem(App& app, Session& session, const RunRequest& request, RunOutcome& 
     ItemReport& item = outcome.items.emplace_back();
     item.source = app.run.lasFile.empty() ? session.slots[0].path : app.run.lasFile;
     item.target = app.run.targetFile;
-    PassContext context(app, session, {app.run.targetFile, app.run.noInputRun, request.outputMode, request.wholeInputs});
+    PassContext context(
+        app, session,
+        {app.run.targetFile, app.run.noInputRun, request.outputMode, request.wholeInputs, request.exactDepthUnit});
     const PassResult result = doitmastnew(context);
     item.pass = context.report;
     if (result == PassResult::Done && context.applyTvd) makeTvdRegular(app, session, item);
-    if (result == PassResult::Stopped && !app.run.commandMode)
-        app.user.ask({"Problem writing the OutPut File!", "An Error occured while writing the new file. Do not use this file without careful checking! ",
+    if (result == PassResult::Stopped && !app.run.commandMode && request.outputMode == OutputFile::Mode::InPlace)
+        app.user.ask({"Problem writing the OutPut File!",
+                      "An Error occured while writing the new file. Do not use this file without careful checking! ",
                       Buttons::Ok, Icon::Warning, Answer::Ok});
     if (result != PassResult::Done) outcome.refusal = context.report.refusal;
     return result == PassResult::Done;
@@ -48,11 +51,14 @@ bool oneItem(App& app, Session& session, const RunRequest& request, RunOutcome& 
 
 bool outputIsInput(App& app, Session& session, RunOutcome& outcome) {
     for (const InputSlot& slot : session.slots) {
-        if (slot.path.empty() || app.run.targetFile.empty() || !(sameText(slot.path, app.run.targetFile) || samePath(slot.path, app.run.targetFile))) continue;
+        if (slot.path.empty() || app.run.targetFile.empty() ||
+            !(sameText(slot.path, app.run.targetFile) || samePath(slot.path, app.run.targetFile)))
+            continue;
         if (!app.run.commandMode)
             app.user.ask({"Duplicate File Name!",
-                          "Input and output files cannot be the same file! Change the new file name or write it to a different directory!", Buttons::Ok,
-                          Icon::Stop, Answer::Ok});
+                          "Input and output files cannot be the same file! Change the new file name or write it to a "
+                          "different directory!",
+                          Buttons::Ok, Icon::Stop, Answer::Ok});
         outcome.refusal = "input and output are the same file";
         return true;
     }
@@ -67,7 +73,8 @@ void clearSlots(Session& session) {
     }
 }
 
-/// The pass once per selected file, under the filter in use. A file that fails ends the run; the files done so far stay.
+/// The pass once per selected file, under the filter in use. A file that fails ends the run; the files done so far
+/// stay.
 void manyItems(App& app, Session& session, const RunRequest& request, RunOutcome& outcome) {
     clearSlots(session);
     for (const std::string& name : request.browser->names) {
@@ -100,11 +107,13 @@ std::string askTargetName(App& app, Session& session, const RunRequest& request)
     }
     if (plain) name = changeExtension(name, "txt");
     const std::string extension = plain ? "txt" : "las";
-    name = app.user.askFile({plain ? "Specify New Generic ASCII File Name" : "Specify New LAS File Name", extension, dirOf(name), name, true});
+    name = app.user.askFile({plain ? "Specify New Generic ASCII File Name" : "Specify New LAS File Name", extension,
+                             dirOf(name), name, true});
     if (plain && endsWith(name, "las") &&
         app.user.ask({"LAS Name Not Appropriate!",
-                      "Extension must NOT be LAS for a non-LAS file! Click Okay to proceed anyway or Cancel to supply a new filename.", Buttons::OkCancel,
-                      Icon::Warning, Answer::Ok}) == Answer::Cancel)
+                      "Extension must NOT be LAS for a non-LAS file! Click Okay to proceed anyway or Cancel to supply "
+                      "a new filename.",
+                      Buttons::OkCancel, Icon::Warning, Answer::Ok}) == Answer::Cancel)
         return {};
     return name;
 }
@@ -122,7 +131,8 @@ RunOutcome processMMM(App& app, Session& session, const RunRequest& request) {
     const std::size_t selected = request.browser ? request.browser->names.size() : 0;
     if (selected > 1 && samePath(request.browser->sourceFolder, request.browser->destinationFolder)) {
         app.user.ask({"Can't Continue",
-                      "Source and Destination Folders are the same. They must be different to process multiple files. Change Destination folder and try "
+                      "Source and Destination Folders are the same. They must be different to process multiple files. "
+                      "Change Destination folder and try "
                       "again.",
                       Buttons::Ok, Icon::Stop, Answer::Ok});
         outcome.refusal = "source and destination folder are the same";

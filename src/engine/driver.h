@@ -18,7 +18,8 @@ struct BrowserSelection {
 /// Everything around one run that the caller settles.
 struct RunRequest {
     OutputFile::Mode outputMode = OutputFile::Mode::InPlace;
-    bool wholeInputs = false;  ///< as PassOptions
+    bool wholeInputs = false;     ///< as PassOptions
+    bool exactDepthUnit = false;  ///< as PassOptions
     /// The caller has applied the filter in use, and perhaps changed what it set: a single run does not apply it again.
     bool filterApplied = false;
     /// Nothing when no browser is open.
@@ -40,7 +41,8 @@ struct RunOutcome {
     std::string refusal;     ///< why the run did not start or broke off, "" when completed
 };
 
-/// Runs the pass on app.run.targetFile for the loaded session; with more than one file selected, for each of them in turn, ending at the first that fails.
+/// Runs the pass on app.run.targetFile for the loaded session; with more than one file selected, for each of them in
+/// turn, ending at the first that fails.
 RunOutcome processMMM(App& app, Session& session, const RunRequest& request);
 
 /// Asks for the output's name where the run is not in command mode, then runs.

@@ -30,7 +30,8 @@ bool stop(PassContext& context, std::string why) {
 }
 
 bool stepIsZero(PassContext& context) {
-    if (!context.app.run.commandMode) context.app.user.ask({stepZeroTitle, stepZeroText, Buttons::Ok, Icon::Stop, Answer::Ok});
+    if (!context.app.run.commandMode)
+        context.app.user.ask({stepZeroTitle, stepZeroText, Buttons::Ok, Icon::Stop, Answer::Ok});
     context.tables().setting(PrdRow::SampleRate).clear();
     context.app.run.cancelRequested = true;
     return stop(context, "the step is zero: name one other than 0");
@@ -57,20 +58,22 @@ bool checkFormat(PassContext& context) {
     FormatDefaults& format = context.format();
     if (format.dataDecimals < grid.stepDecimals) {
         const std::string text = "The specified number of decimal places (" + std::to_string(format.dataDecimals) +
-                                 "), cannot display the full precision of the specified STEP (" + plainNumber(grid.step) +
-                                 ").  Press OK to make this change and continue.";
+                                 "), cannot display the full precision of the specified STEP (" +
+                                 plainNumber(grid.step) + ").  Press OK to make this change and continue.";
         if (!acceptFormatChange(context, text)) return false;
         format.dataDecimals = toInt16(grid.stepDecimals);
         context.tables().setting(PrdRow::DataDecimals) = std::to_string(format.dataDecimals);
     }
     if (format.dataWidth < neededWidth) {
         const std::string text =
-            "The format specified for the channels is not wide enough to contain the depth numbers. Please increase the Total Width to "
+            "The format specified for the channels is not wide enough to contain the depth numbers. Please increase "
+            "the Total Width to "
             "accomodate the depth range and precision of the STEP to at least " +
             std::to_string(neededWidth) + " total width and " + std::to_string(grid.stepDecimals) +
             " decimals. Press OK to make this change and continue.";
         if (!acceptFormatChange(context, text)) return false;
-        // Kept: the box promises a wider column, dataWidth does not change. Test: PassGridTest.narrowFormatKeepsDataWidth
+        // Kept: the box promises a wider column, dataWidth does not change. Test:
+        // PassGridTest.narrowFormatKeepsDataWidth
         context.tables().setting(PrdRow::DataWidth) = std::to_string(format.dataWidth);
         context.tables().setting(PrdRow::DataDecimals) = std::to_string(format.dataDecimals);
     }
@@ -87,7 +90,8 @@ int findHeaderSlot(const PassContext& context) {
 std::int16_t columnWidth(PassContext& context) {
     if (sameText(context.tables().setting(PrdRow::ParsingOptions), "Auto (Preferred)")) return 0;
     std::int16_t width = 0;
-    attempt(context.report.failures, "column width", [&] { width = toInt16(val(context.tables().option(PrdRow::ParsingOptions))); });
+    attempt(context.report.failures, "column width",
+            [&] { width = toInt16(val(context.tables().option(PrdRow::ParsingOptions))); });
     return width;
 }
 
@@ -102,8 +106,10 @@ void readOptions(PassContext& context) {
     context.grid.depthOffset = val(tables.setting(PrdRow::DepthOffset));
     const std::int16_t width = context.format().dataWidth;
     context.wrapPerLine = 0;
-    if (sameText(tables.setting(PrdRow::Wrap), "Yes") && width > 0) context.wrapPerLine = static_cast<std::int16_t>(wrapLineLength / width);
-    attempt(context.report.failures, "null value", [&] { context.nullValue = toSingle(val(tables.setting(PrdRow::Null))); });
+    if (sameText(tables.setting(PrdRow::Wrap), "Yes") && width > 0)
+        context.wrapPerLine = static_cast<std::int16_t>(wrapLineLength / width);
+    attempt(context.report.failures, "null value",
+            [&] { context.nullValue = toSingle(val(tables.setting(PrdRow::Null))); });
     context.nullFillMode = fillMode(tables.setting(PrdRow::NullFill));
 }
 
@@ -112,8 +118,8 @@ bool boundGrid(PassContext& context) {
     PassGrid& grid = context.grid;
     const double steps = std::abs((grid.start - grid.stop) / grid.step);
     if (!(steps < 2147483647.0 - 1))
-        return stop(context, "the grid from " + plainNumber(grid.start) + " to " + plainNumber(grid.stop) + " by " + plainNumber(grid.step) +
-                                 " has more samples than 32 bits can count");
+        return stop(context, "the grid from " + plainNumber(grid.start) + " to " + plainNumber(grid.stop) + " by " +
+                                 plainNumber(grid.step) + " has more samples than 32 bits can count");
     grid.sampleCount = std::abs(roundToEven((grid.start - grid.stop) / grid.step)) + 1;
     const std::uint64_t needed = matrixBytes(context);
     // Asking the system costs more than a small pass does, and what is this small is always there.
@@ -121,8 +127,9 @@ bool boundGrid(PassContext& context) {
     if (needed <= smallNeed) return true;
     const std::uint64_t available = context.app.platform.freeMemory();
     if (available != 0 && needed > available)
-        return stop(context, "the grid of " + std::to_string(grid.sampleCount) + " samples needs " + std::to_string(needed >> 20) +
-                                 " MB of memory, " + std::to_string(available >> 20) + " MB are free");
+        return stop(context, "the grid of " + std::to_string(grid.sampleCount) + " samples needs " +
+                                 std::to_string(needed >> 20) + " MB of memory, " + std::to_string(available >> 20) +
+                                 " MB are free");
     return true;
 }
 
@@ -169,7 +176,11 @@ bool deriveGrid(PassContext& context) {
     PassGrid& grid = context.grid;
     if (tables.checked(PrdRow::ApplyTvd)) updateInclinometry(context.session);
     context.applyTvd = tables.checked(PrdRow::ApplyTvd) && !context.session.inclinometry.rows.empty();
-    context.tvdUnitFactor = sameText(tables.setting(PrdRow::DepthUnits), "M") ? metresPerFoot : 1.0F;
+    const SlotChannels& channels = context.session.channels[0];
+    const bool carriedThrough = context.options.exactDepthUnit && !channels.empty();
+    const bool metric = carriedThrough ? beginsWith(channels.front().field.unit, "M")
+                                       : sameText(tables.setting(PrdRow::DepthUnits), "M");
+    context.tvdUnitFactor = metric ? metresPerFoot : 1.0F;
     context.headerSlot = findHeaderSlot(context);
 
     const InputSlot& first = context.session.slots[0];

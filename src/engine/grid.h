@@ -4,11 +4,12 @@
 
 namespace welvane {
 
-/// Options and grid of a pass, from prd. False when the pass must stop: report.refusal then says why (a step of zero, a question answered
-/// with Cancel, a grid beyond 32 bits or beyond the memory that is free). Takes no matrix memory yet.
+/// Options and grid of a pass, from prd. False when the pass must stop: report.refusal then says why (a step of zero, a
+/// question answered with Cancel, a grid beyond 32 bits or beyond the memory that is free). Takes no matrix memory yet.
 bool deriveGrid(PassContext& context);
 
-/// A limit text of prd rows 1 and 2: a plain number, or a sign and a number that bound `header` (slot 0's STRT or STOP).
+/// A limit text of prd rows 1 and 2: a plain number, or a sign and a number that bound `header` (slot 0's STRT or
+/// STOP).
 double depthLimit(std::string_view text, double header);
 
 /// The step that a text of prd row 3 tells, rounded to four decimals; list items hold a feet and a metre number.

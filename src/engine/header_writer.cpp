@@ -47,7 +47,8 @@ void writeVersion(PassContext& context, OutputFile& file, const std::string& tit
     for (const std::string& line : *lines) {
         const LineKind kind = lineKind(line);
         HeaderField fields;
-        if (kind == LineKind::Data && parseHeaderLine(std::string_view(line), fields)) file.writeLine(laidOut(context, fields));
+        if (kind == LineKind::Data && parseHeaderLine(std::string_view(line), fields))
+            file.writeLine(laidOut(context, fields));
         if (kind == LineKind::Comment) file.writeLine(line);
         if (kind == LineKind::Blank || kind == LineKind::Other) writeBadLine(context, file, line);
     }
@@ -71,8 +72,9 @@ void writeWellOfFilter(PassContext& context, OutputFile& file, const std::string
     file.writeLine(title);
     file.writeLine("");
     for (int row = 1; row < wrd.rows(); ++row) {
-        const HeaderField fields{wrd.text(row, static_cast<int>(FieldColumn::Mnem)), wrd.text(row, static_cast<int>(FieldColumn::Unit)),
-                                 wrd.text(row, static_cast<int>(FieldColumn::Value)), wrd.text(row, static_cast<int>(FieldColumn::Desc))};
+        const HeaderField fields{
+            wrd.text(row, static_cast<int>(FieldColumn::Mnem)), wrd.text(row, static_cast<int>(FieldColumn::Unit)),
+            wrd.text(row, static_cast<int>(FieldColumn::Value)), wrd.text(row, static_cast<int>(FieldColumn::Desc))};
         const bool spare = fields.mnem.empty() && fields.unit.empty() && fields.value.empty() && fields.desc.empty();
         if (!wrd.rowHidden(row) && !spare) file.writeLine(laidOut(context, fields, context.format().wellExtraColon));
     }
@@ -109,7 +111,8 @@ void writeCurves(PassContext& context, OutputFile& file, const std::string& titl
     for (std::size_t entry = 0; entry < context.curveTable.size(); ++entry) {
         const OutputCurve& curve = context.curveTable[entry];
         HeaderField fields{curve.mnem, curve.unit.substr(curve.unit.find('^') + 1), curve.apiCode, curve.description};
-        if (fill && settings.fillCurveValue && fields.value.empty()) fields.value = apiCodeForMnem(context.app.reference, curve.mnem);
+        if (fill && settings.fillCurveValue && fields.value.empty())
+            fields.value = apiCodeForMnem(context.app.reference, curve.mnem);
         if (fill && settings.fillCurveDescription && fields.desc.empty())
             fields.desc = entry == 0 ? "Depth" : descriptionForMnem(context.app.reference, curve.mnem);
         file.writeLine(laidOut(context, fields));
@@ -121,7 +124,8 @@ std::vector<int> parameterSlots(PassContext& context) {
     std::vector<int> slots;
     const bool merge = context.tables().checked(PrdRow::MergeParameters);
     for (int slot = 0; slot < slotCount; ++slot)
-        if (context.session.loaded(slot) && context.tables().parg[static_cast<std::size_t>(slot)].visible() && (merge || slot == context.headerSlot))
+        if (context.session.loaded(slot) && context.tables().parg[static_cast<std::size_t>(slot)].visible() &&
+            (merge || slot == context.headerSlot))
             slots.push_back(slot);
     return slots;
 }
@@ -129,7 +133,8 @@ std::vector<int> parameterSlots(PassContext& context) {
 void writeRunLines(PassContext& context, OutputFile& file, const std::vector<int>& slots) {
     for (const int slot : slots) {
         const std::string number = std::to_string(slot + 1);
-        file.writeLine(laidOut(context, {"RUN" + number, "", number, "Run Identification mnemonic for Run #" + number}));
+        file.writeLine(
+            laidOut(context, {"RUN" + number, "", number, "Run Identification mnemonic for Run #" + number}));
     }
     file.writeLine(laidOut(context, {"RUNS", "", std::to_string(slots.size()), "Number of runs available"}));
 }
@@ -147,8 +152,10 @@ void writeParameters(PassContext& context, OutputFile& file, const std::string& 
     for (const int slot : slots) {
         const Table& parg = context.tables().parg[static_cast<std::size_t>(slot)];
         for (int row = 1; row < parg.rows(); ++row) {
-            HeaderField fields{parg.text(row, static_cast<int>(FieldColumn::Mnem)), parg.text(row, static_cast<int>(FieldColumn::Unit)),
-                               parg.text(row, static_cast<int>(FieldColumn::Value)), parg.text(row, static_cast<int>(FieldColumn::Desc))};
+            HeaderField fields{parg.text(row, static_cast<int>(FieldColumn::Mnem)),
+                               parg.text(row, static_cast<int>(FieldColumn::Unit)),
+                               parg.text(row, static_cast<int>(FieldColumn::Value)),
+                               parg.text(row, static_cast<int>(FieldColumn::Desc))};
             if (trim(fields.mnem).empty()) continue;
             if (merge) fields.desc += " | RUN" + std::to_string(slot + 1);
             file.writeLine(laidOut(context, fields));
@@ -239,10 +246,11 @@ void correctHeader(PassContext& context, const std::string& path) {
         std::string text;
     };
     const std::string& unit = tables.setting(PrdRow::DepthUnits);
+    const double step = context.options.exactDepthUnit ? context.grid.step / context.depthDivisor : context.grid.step;
     const std::array<Edit, 9> edits = {{
         {"STRT", EditPart::Value, 'W', context.report.firstDepth},
         {"STOP", EditPart::Value, 'W', context.report.lastDepth},
-        {"STEP", EditPart::Value, 'W', formatMask(context.grid.direction * context.grid.step, 5)},
+        {"STEP", EditPart::Value, 'W', formatMask(context.grid.direction * step, 5)},
         {"NULL", EditPart::Value, 'W', formatMask(static_cast<double>(context.nullValue), 5)},
         {"VERS", EditPart::Value, 'V', val(tables.setting(PrdRow::Vers)) == 2 ? "2.00" : "1.2"},
         {"WRAP", EditPart::Value, 'V', context.wrapPerLine > 0 ? "YES" : "NO"},

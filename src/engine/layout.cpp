@@ -31,10 +31,11 @@ char delimiterOf(std::string_view name) {
 
 std::string wrapRecord(std::string_view record, int width, int perLine, int lines) {
     std::string result;
-    eachWrappedLine(record, static_cast<std::size_t>(width), static_cast<std::size_t>(perLine), lines, [&](std::string_view part) {
-        if (!result.empty()) result.append(lineEnd);
-        result.append(part);
-    });
+    eachWrappedLine(record, static_cast<std::size_t>(width), static_cast<std::size_t>(perLine), lines,
+                    [&](std::string_view part) {
+                        if (!result.empty()) result.append(lineEnd);
+                        result.append(part);
+                    });
     return result;
 }
 
@@ -45,7 +46,8 @@ std::string wrapTitle(std::string_view title, int width, std::string_view lead) 
         laidOut.clear();
         FieldSplitter words;
         words.setText(title);
-        for (std::size_t word = 1; word <= words.count(); ++word) laidOut += rightAligned(words.field(word), columnWidth);
+        for (std::size_t word = 1; word <= words.count(); ++word)
+            laidOut += rightAligned(words.field(word), columnWidth);
     }
     const std::size_t perLine = std::max<std::size_t>(1, wrapLineLength / columnWidth) * columnWidth;
     const auto withLead = [&lead](std::string_view text) {

@@ -17,7 +17,8 @@ class Matrix {
     Matrix(int columns, std::int32_t samples)
         : columns_(columns),
           samples_(samples),
-          values_(std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(columns) * static_cast<std::size_t>(samples))) {}
+          values_(std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(columns) *
+                                                           static_cast<std::size_t>(samples))) {}
 
     int columns() const { return columns_; }
     std::int32_t samples() const { return samples_; }
@@ -25,7 +26,8 @@ class Matrix {
     /// All samples of a column, sample i at index i - 1. RunTimeFailure outside the matrix.
     std::span<double> column(int column) {
         if (column < 0 || column >= columns_) throw RunTimeFailure("subscript out of range");
-        return {values_.get() + static_cast<std::size_t>(column) * static_cast<std::size_t>(samples_), static_cast<std::size_t>(samples_)};
+        return {values_.get() + static_cast<std::size_t>(column) * static_cast<std::size_t>(samples_),
+                static_cast<std::size_t>(samples_)};
     }
     std::span<const double> column(int column) const { return const_cast<Matrix*>(this)->column(column); }
 

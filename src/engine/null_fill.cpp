@@ -17,7 +17,8 @@ void fillLinear(std::span<double> samples) {
         if (below >= count) return;
         const double span = static_cast<double>(below - above);
         for (std::size_t index = above + 1; index < below; ++index)
-            samples[index] = (static_cast<double>(index - above) / span) * (samples[below] - samples[above]) + samples[above];
+            samples[index] =
+                (static_cast<double>(index - above) / span) * (samples[below] - samples[above]) + samples[above];
         place = below;
     }
 }

@@ -4,8 +4,9 @@
 
 namespace welvane {
 
-/// Closes gaps of -999.25 (that fixed number, whatever null the output has) in columns firstColumn to lastColumn of the input matrix. Linear fills gaps
-/// with data on both sides by a straight line; Flat Top gives every gap the value above it. Leading gaps stay.
+/// Closes gaps of -999.25 (that fixed number, whatever null the output has) in columns firstColumn to lastColumn of the
+/// input matrix. Linear fills gaps with data on both sides by a straight line; Flat Top gives every gap the value above
+/// it. Leading gaps stay.
 void applyNullFill(PassContext& context, NullFill mode, int firstColumn, int lastColumn);
 
 /// The same over one column; exposed for tests. Samples from index 0.

@@ -17,7 +17,8 @@ namespace {
 /// Where every run that ends early goes.
 PassResult stopPath(PassContext& context) {
     PassReport& report = context.report;
-    if (!context.app.run.commandMode)  // a deliberate exit has no system error to tell of
+    // A deliberate exit has no system error to tell of. Where the old file stands whole, the refusal alone says more.
+    if (!context.app.run.commandMode && context.options.outputMode == OutputFile::Mode::InPlace)
         context.app.user.ask({"", "Error in doitmastnew was , #=0", Buttons::Ok, Icon::None, Answer::Ok});
     report.result = context.cancelled() ? PassResult::Cancelled : PassResult::Stopped;
     return report.result;
@@ -47,7 +48,8 @@ std::string sourcesOf(const Session& session, int column) {
         const std::string& mnem = outputs.text(linkRow(slot, Link::Mnem), column);
         if (mnem.empty() || sameText(mnem, "<none>")) continue;
         if (!text.empty()) text += ", ";
-        text += fileNameOf(session.slots[static_cast<std::size_t>(slot)].path) + " " + mnem + " " + outputs.text(linkRow(slot, Link::From), column) + " to " +
+        text += fileNameOf(session.slots[static_cast<std::size_t>(slot)].path) + " " + mnem + " " +
+                outputs.text(linkRow(slot, Link::From), column) + " to " +
                 outputs.text(linkRow(slot, Link::To), column);
     }
     return text;
@@ -61,7 +63,8 @@ PassResult doitmastnew(PassContext& context) {
     try {
         allocateInputs(context);
         readInputs(context);
-        if (context.options.wholeInputs && !context.report.brokenInput.empty()) return refuse(context, context.report.brokenInput);
+        if (context.options.wholeInputs && !context.report.brokenInput.empty())
+            return refuse(context, context.report.brokenInput);
         composeChannels(context);
     } catch (const std::bad_alloc&) {
         return refuse(context, "the grid's samples do not fit into memory");
@@ -91,8 +94,8 @@ PassPlan planPass(App& app, Session& session) {
         const std::string& mnem = tables.output(SrdRow::Mnem, column);
         if (mnem.empty() || !tables.outputs().checked(static_cast<int>(SrdRow::Use), column)) continue;
         const std::string& function = tables.output(SrdRow::Function, column);
-        plan.channels.push_back(
-            {mnem, tables.output(SrdRow::Unit, column), sourcesOf(session, column), sameText(function, "<none>") ? std::string() : function});
+        plan.channels.push_back({mnem, tables.output(SrdRow::Unit, column), sourcesOf(session, column),
+                                 sameText(function, "<none>") ? std::string() : function});
     }
     return plan;
 }

@@ -69,8 +69,7 @@ void listFiles(App& app, const ListingOptions& options, const ListingRequest& re
         app.run.sourceLabel = path;
         FileListing listing;
         const std::string source = request.open ? request.open(path) : path;
-        const StepResult read =
-            source.empty() ? StepResult::Failed : readFileListing(app, source, options, listing);
+        const StepResult read = source.empty() ? StepResult::Failed : readFileListing(app, source, options, listing);
         listing.path = path;
         if (read == StepResult::Cancelled) {
             result.cancelled = true;

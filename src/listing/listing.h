@@ -42,7 +42,8 @@ struct ListingRequest {
     std::string listingPath;
     OutputFile::Mode mode = OutputFile::Mode::InPlace;
     std::optional<std::chrono::year_month_day> today;  ///< otherwise by the clock
-    /// The file to read in place of a named one, such as a repaired copy; "" skips it. Without it files are read as named.
+    /// The file to read in place of a named one, such as a repaired copy; "" skips it. Without it files are read as
+    /// named.
     std::function<std::string(const std::string& path)> open;
     /// Given each file that was read, for whoever wants its numbers; they are not kept.
     std::function<void(const FileListing&)> onFile;

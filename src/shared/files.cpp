@@ -32,7 +32,9 @@ bool fileExists(std::string_view path) {
     return fs::exists(status) && !fs::is_directory(status);
 }
 
-bool folderExists(std::string_view path) { return !path.empty() && fs::is_directory(statusOf(path)); }
+bool folderExists(std::string_view path) {
+    return !path.empty() && fs::is_directory(statusOf(path));
+}
 
 std::optional<std::uint64_t> fileSize(std::string_view path) {
     std::error_code error;
@@ -80,7 +82,8 @@ bool removeFile(std::string_view path) {
 
 bool copyFile(std::string_view source, std::string_view target) {
     std::error_code error;
-    return fs::copy_file(resolvePath(source), resolvePath(target), fs::copy_options::overwrite_existing, error) && !error;
+    return fs::copy_file(resolvePath(source), resolvePath(target), fs::copy_options::overwrite_existing, error) &&
+           !error;
 }
 
 }  // namespace welvane

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <string_view>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The one seam through which the logic asks and tells: a prompt is a value, someone else answers it.

@@ -21,8 +21,8 @@ struct FormatDefaults {
     std::int16_t dataDecimals = 5;
 };
 
-/// Densities in G/C3 and slownesses in us/f. Index 0 fluid density; 1, 2, 3 sand, lime, dolomite density; 4 to 6 and 7 to 9 the
-/// same three again (matrix in, matrix out); 10, 11, 12 sand, lime, dolomite slowness.
+/// Densities in G/C3 and slownesses in us/f. Index 0 fluid density; 1, 2, 3 sand, lime, dolomite density; 4 to 6 and 7
+/// to 9 the same three again (matrix in, matrix out); 10, 11, 12 sand, lime, dolomite slowness.
 using MatrixTable = std::array<float, 13>;
 inline constexpr MatrixTable stockMatrixTable = {1.0F,  2.65F, 2.71F, 2.87F, 2.65F, 2.71F, 2.87F,
                                                  2.65F, 2.71F, 2.87F, 55.5F, 47.6F, 43.5F};
@@ -49,10 +49,10 @@ struct GridFontSetting {
 struct StartupSettings {
     std::string inDir, outDir;
     GridFontSetting gridFont;
-    bool certifyAfter = true;         ///< ID_certAfter
-    bool editAfter = true;            ///< ID_EditAfter
-    bool viewAfter = false;           ///< ID_ViewAfter, kept for the process only
-    bool multipleSelection = true;    ///< ID_Multiple of the browser
+    bool certifyAfter = true;       ///< ID_certAfter
+    bool editAfter = true;          ///< ID_EditAfter
+    bool viewAfter = false;         ///< ID_ViewAfter, kept for the process only
+    bool multipleSelection = true;  ///< ID_Multiple of the browser
     std::string country = "Other";
     CountryUnits units;
     std::string logProgram;

@@ -7,7 +7,9 @@
 namespace welvane {
 
 namespace {
-[[noreturn]] void outside() { throw RunTimeFailure("subscript out of range"); }
+[[noreturn]] void outside() {
+    throw RunTimeFailure("subscript out of range");
+}
 }  // namespace
 
 void Table::resize(int rows, int columns) {
@@ -23,7 +25,9 @@ SessionCell& Table::cell(int row, int column) {
     return columns_[static_cast<std::size_t>(column)][static_cast<std::size_t>(row)];
 }
 
-const SessionCell& Table::cell(int row, int column) const { return const_cast<Table*>(this)->cell(row, column); }
+const SessionCell& Table::cell(int row, int column) const {
+    return const_cast<Table*>(this)->cell(row, column);
+}
 
 int Table::addRow(const std::vector<std::string>& texts) {
     const int row = rows_;

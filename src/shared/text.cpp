@@ -5,8 +5,8 @@
 namespace welvane {
 
 bool sameText(std::string_view one, std::string_view other) {
-    return one.size() == other.size() &&
-           std::equal(one.begin(), one.end(), other.begin(), [](char a, char b) { return upperChar(a) == upperChar(b); });
+    return one.size() == other.size() && std::equal(one.begin(), one.end(), other.begin(),
+                                                    [](char a, char b) { return upperChar(a) == upperChar(b); });
 }
 
 bool lessText(std::string_view one, std::string_view other) {
@@ -25,7 +25,9 @@ std::size_t findText(std::string_view text, std::string_view part, std::size_t f
     return npos;
 }
 
-bool holdsText(std::string_view text, std::string_view part) { return findText(text, part) != npos; }
+bool holdsText(std::string_view text, std::string_view part) {
+    return findText(text, part) != npos;
+}
 
 bool beginsWith(std::string_view text, std::string_view start) {
     return text.size() >= start.size() && sameText(text.substr(0, start.size()), start);
@@ -45,7 +47,9 @@ std::string_view trimRight(std::string_view text) {
     return last == npos ? std::string_view() : text.substr(0, last + 1);
 }
 
-std::string_view trim(std::string_view text) { return trimLeft(trimRight(text)); }
+std::string_view trim(std::string_view text) {
+    return trimLeft(trimRight(text));
+}
 
 std::string_view trimBreaks(std::string_view text) {
     constexpr std::string_view breaks = " \t\r\n";
@@ -71,7 +75,9 @@ std::string replaceAll(std::string_view text, std::string_view find, std::string
     return result.append(text.substr(done));
 }
 
-void tabsToBlanks(std::string& text) { std::replace(text.begin(), text.end(), '\t', ' '); }
+void tabsToBlanks(std::string& text) {
+    std::replace(text.begin(), text.end(), '\t', ' ');
+}
 
 std::string withoutChar(std::string_view text, char unwanted) {
     std::string result;

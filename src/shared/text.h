@@ -10,8 +10,12 @@ namespace welvane {
 
 inline constexpr std::size_t npos = std::string_view::npos;
 
-constexpr char upperChar(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr char upperChar(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+constexpr bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 /// Equal but for ASCII case.
 bool sameText(std::string_view one, std::string_view other);

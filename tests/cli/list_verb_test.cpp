@@ -44,7 +44,7 @@ TEST_F(ListVerb, optionsShapeTheListing) {
     };
     for (const Case& row :
          {Case{{"--no-statistics"}, "c-M", "Statistics:"}, Case{{"--no-curves"}, "Statistics:", "Curves "},
-          Case{{"--no-footage"}, "GR    .GAPI", "c-M"}, Case{{"--intervals"}, ": (100.0- 104.0)", "TOP"},
+          Case{{"--no-footage"}, "GR    .GAPI", "c-M"}, Case{{"--intervals"}, ": (100.0- 104.0)", "Using TOP"},
           Case{{"--mnemonics", "STEP,XYZ"}, "STEP: 1 Step\nXYZ:", "WELL:"},
           Case{{"--no-mnemonics"}, "c-M", "Mnemonics"},
           Case{{"--top", "NOTOP"}, "TOP, NOTOP not found. Using entire LAS interval", "Using TOP"},

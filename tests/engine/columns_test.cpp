@@ -1,6 +1,5 @@
 // The treatment of input columns on the grid: null filling, clip and depth offset.
 #include <gtest/gtest.h>
-
 #include <random>
 
 #include "engine/null_fill.h"

@@ -15,7 +15,11 @@ struct PlainReader {
     std::vector<std::vector<double>> matrix;
 
     PlainReader(double gridStart, double gridStep, int count, int width)
-        : start(gridStart), step(gridStep), samples(count), columns(width), matrix(static_cast<std::size_t>(width), std::vector<double>(static_cast<std::size_t>(count), lasNull)) {}
+        : start(gridStart),
+          step(gridStep),
+          samples(count),
+          columns(width),
+          matrix(static_cast<std::size_t>(width), std::vector<double>(static_cast<std::size_t>(count), lasNull)) {}
 
     void store(const std::string& record) {
         std::vector<std::string> words;
@@ -33,7 +37,8 @@ struct PlainReader {
         if (place < 1 || place > samples) return;
         for (int column = 0; column < columns; ++column) {
             const auto field = static_cast<std::size_t>(column) + 1;
-            matrix[static_cast<std::size_t>(column)][static_cast<std::size_t>(place) - 1] = field < words.size() ? val(words[field]) : 0.0;
+            matrix[static_cast<std::size_t>(column)][static_cast<std::size_t>(place) - 1] =
+                field < words.size() ? val(words[field]) : 0.0;
         }
     }
 };
@@ -43,8 +48,8 @@ class DataReaderTest : public test::PassTest {
     InputSlot slot;
 
     /// Reads a file's bytes (all of it is data) onto a grid of `count` samples.
-    Matrix read(const std::string& bytes, int columns, int count, double start, double step, ReadResult* result = nullptr, FailureList* failures = nullptr,
-                int fixedWidth = 0) {
+    Matrix read(const std::string& bytes, int columns, int count, double start, double step,
+                ReadResult* result = nullptr, FailureList* failures = nullptr, int fixedWidth = 0) {
         slot.path = folder.write("data.las", bytes);
         slot.dataStart = 1;
         PassContext context(app, session, {});
@@ -68,7 +73,9 @@ class DataReaderTest : public test::PassTest {
 TEST_F(DataReaderTest, equalsAPlainReaderOnRandomFiles) {
     std::mt19937 random(77);
     const auto number = [&random] {
-        static const char* const odd[] = {"-999.2500", "abc", "12abc", "1E3", "-.5", "7.", "1d2", "0", "--3", "123456789012345678901234567890", "NaN", "1,5"};
+        static const char* const odd[] = {"-999.2500", "abc", "12abc", "1E3", "-.5",
+                                          "7.",        "1d2", "0",     "--3", "123456789012345678901234567890",
+                                          "NaN",       "1,5"};
         if (random() % 8 == 0) return std::string(odd[random() % std::size(odd)]);
         return formatMask((static_cast<double>(random() % 2000000) - 1000000) / 1000, static_cast<int>(random() % 6));
     };
@@ -95,7 +102,9 @@ TEST_F(DataReaderTest, equalsAPlainReaderOnRandomFiles) {
         }
         if (random() % 3 == 0 && bytes.size() > 2 && bytes.back() == '\n') bytes.resize(bytes.size() - 2);
         const Matrix matrix = read(bytes, columns, 10, 100, 0.5);
-        for (int c = 0; c < columns; ++c) ASSERT_EQ(column(matrix, c), plain.matrix[static_cast<std::size_t>(c)]) << "round " << round << "\n" << bytes;
+        for (int c = 0; c < columns; ++c)
+            ASSERT_EQ(column(matrix, c), plain.matrix[static_cast<std::size_t>(c)]) << "round " << round << "\n"
+                                                                                    << bytes;
     }
 }
 
@@ -103,7 +112,8 @@ TEST_F(DataReaderTest, linesGoToTheNearestSampleTiesToEven) {
     slot.wrap = "NO";
     // Grid 10, 11, 12, 13: half a step below the start ties to index 0, half a step up ties to the even index.
     EXPECT_EQ(column(read("9.5 1\r\n9.51 2\r\n", 1, 4, 10, 1), 0), (std::vector<double>{2, lasNull, lasNull, lasNull}));
-    EXPECT_EQ(column(read("10.5 1\r\n11.5 2\r\n12.5 3\r\n", 1, 4, 10, 1), 0), (std::vector<double>{lasNull, 2, lasNull, 3}));
+    EXPECT_EQ(column(read("10.5 1\r\n11.5 2\r\n12.5 3\r\n", 1, 4, 10, 1), 0),
+              (std::vector<double>{lasNull, 2, lasNull, 3}));
     EXPECT_EQ(column(read("10 1\r\n10.25 2\r\n10.25 3\r\n", 1, 4, 10, 1), 0)[0], 3) << "the last line on a sample wins";
 }
 

@@ -12,11 +12,23 @@ TEST(DepthLimitTest, signsBoundTheHeaderDepth) {
         double header, expected;
     };
     const std::vector<Case> cases = {
-        {"1000", 1200, 1000},   {">=1000", 1200, 1200}, {">=1000", 800, 1000}, {"=>1000", 800, 1000}, {"<=1000", 1200, 1000},
-        {"<=1000", 800, 800},   {">1000", 1000, 1000},  {">1000", 900, 1000},  {"<1000", 900, 900},   {"<1000", 1100, 1000},
-        {"=1000", 1200, 1000},  {"abc", 5, 0},          {"", 5, 0},            {"> =1000", 800, 1000},
+        {"1000", 1200, 1000},
+        {">=1000", 1200, 1200},
+        {">=1000", 800, 1000},
+        {"=>1000", 800, 1000},
+        {"<=1000", 1200, 1000},
+        {"<=1000", 800, 800},
+        {">1000", 1000, 1000},
+        {">1000", 900, 1000},
+        {"<1000", 900, 900},
+        {"<1000", 1100, 1000},
+        {"=1000", 1200, 1000},
+        {"abc", 5, 0},
+        {"", 5, 0},
+        {"> =1000", 800, 1000},
     };
-    for (const Case& row : cases) EXPECT_DOUBLE_EQ(depthLimit(row.text, row.header), row.expected) << row.text << " against " << row.header;
+    for (const Case& row : cases)
+        EXPECT_DOUBLE_EQ(depthLimit(row.text, row.header), row.expected) << row.text << " against " << row.header;
 }
 
 TEST(StepTest, listItemsHoldFeetAndMetres) {
@@ -25,11 +37,18 @@ TEST(StepTest, listItemsHoldFeetAndMetres) {
         double expected;
     };
     const std::vector<Case> cases = {
-        {"\" 0.5    f ( 0.1524 m)", "F", 0.5}, {"\" 0.5    f ( 0.1524 m)", "FT", 0.5}, {"\" 0.5    f ( 0.1524 m)", "M", 0.1524},
-        {"0.5", "M", 0.5},                     {"-0.5", "F", 0.5},                      {"0.15244", "M", 0.1524},
-        {"0.00004", "M", 0},                   {"abc", "M", 0},                         {"", "F", 0},
+        {"\" 0.5    f ( 0.1524 m)", "F", 0.5},
+        {"\" 0.5    f ( 0.1524 m)", "FT", 0.5},
+        {"\" 0.5    f ( 0.1524 m)", "M", 0.1524},
+        {"0.5", "M", 0.5},
+        {"-0.5", "F", 0.5},
+        {"0.15244", "M", 0.1524},
+        {"0.00004", "M", 0},
+        {"abc", "M", 0},
+        {"", "F", 0},
     };
-    for (const Case& row : cases) EXPECT_DOUBLE_EQ(stepOfText(row.text, row.unit), row.expected) << row.text << " " << row.unit;
+    for (const Case& row : cases)
+        EXPECT_DOUBLE_EQ(stepOfText(row.text, row.unit), row.expected) << row.text << " " << row.unit;
 }
 
 class PassGridTest : public test::PassTest {
@@ -107,7 +126,8 @@ TEST_F(PassGridTest, theUserIsAskedOutsideCommandMode) {
     ASSERT_EQ(user.asked().size(), 1U);
     EXPECT_EQ(user.asked()[0].title, "Format Too Narrow!");
     EXPECT_EQ(user.asked()[0].text,
-              "The specified number of decimal places (2), cannot display the full precision of the specified STEP (0.1524).  Press OK to make this "
+              "The specified number of decimal places (2), cannot display the full precision of the specified STEP "
+              "(0.1524).  Press OK to make this "
               "change and continue.");
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
@@ -17,11 +16,13 @@
 namespace welvane::test {
 
 /// A small LAS 2.0 file; `data` holds its records, one a line.
-inline std::string lasText(const std::string& curves, const std::string& data, const std::string& start, const std::string& stop, const std::string& step,
-                           const std::string& wrap = "NO", const std::string& extra = "") {
-    return "~VERSION\nVERS.   2.0 : CWLS LOG ASCII STANDARD\nWRAP.   " + wrap + " : WRAP MODE\n~WELL\nSTRT.M   " + start + " : START\nSTOP.M   " + stop +
-           " : STOP\nSTEP.M   " + step + " : STEP\nNULL.   -999.25 : NULL VALUE\nCOMP.   ACME OIL : COMPANY\n~CURVE\nDEPT.M   : DEPTH\n" + curves + extra +
-           "~ASCII\n" + data;
+inline std::string lasText(const std::string& curves, const std::string& data, const std::string& start,
+                           const std::string& stop, const std::string& step, const std::string& wrap = "NO",
+                           const std::string& extra = "") {
+    return "~VERSION\nVERS.   2.0 : CWLS LOG ASCII STANDARD\nWRAP.   " + wrap + " : WRAP MODE\n~WELL\nSTRT.M   " +
+           start + " : START\nSTOP.M   " + stop + " : STOP\nSTEP.M   " + step +
+           " : STEP\nNULL.   -999.25 : NULL VALUE\nCOMP.   ACME OIL : COMPANY\n~CURVE\nDEPT.M   : DEPTH\n" + curves +
+           extra + "~ASCII\n" + data;
 }
 
 /// A process and a session in command mode on files of a folder of their own.

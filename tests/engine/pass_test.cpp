@@ -13,8 +13,9 @@ using test::lasText;
 class WholePassTest : public test::PassTest {};
 
 TEST_F(WholePassTest, oneFileIsCopiedWithItsHeaderLaidOutAnew) {
-    load(0, folder.writeLines("a.las", lasText("GR.GAPI   : GAMMA RAY\n", "1000.0 1.5\n1000.5 -999.25\n1001.0 3\n", "1000", "1001", "0.5", "NO",
-                                               "~PARAMETER\nMATR.  SAND : MATRIX\n~OTHER\nnote\n#kept\n")));
+    load(0, folder.writeLines(
+                "a.las", lasText("GR.GAPI   : GAMMA RAY\n", "1000.0 1.5\n1000.5 -999.25\n1001.0 3\n", "1000", "1001",
+                                 "0.5", "NO", "~PARAMETER\nMATR.  SAND : MATRIX\n~OTHER\nnote\n#kept\n")));
     const RunOutcome outcome = run();
     ASSERT_TRUE(outcome.completed) << outcome.refusal;
     EXPECT_EQ(outcome.items[0].pass.records, 3);
@@ -23,7 +24,8 @@ TEST_F(WholePassTest, oneFileIsCopiedWithItsHeaderLaidOutAnew) {
         " VERS.        2.00                                         :CWLS LOG ASCII STANDARD\r\n"
         " WRAP.        NO                                           :WRAP MODE\r\n"
         "~WELL\r\n"
-        " STRT.M       1000.00000                                                                                     :START\r\n";
+        " STRT.M       1000.00000                                                                                     "
+        ":START\r\n";
     EXPECT_EQ(folder.read("out.las").substr(0, expected.size()), expected);
     const std::string curves =
         "~CURVE\r\n"
@@ -41,7 +43,8 @@ TEST_F(WholePassTest, oneFileIsCopiedWithItsHeaderLaidOutAnew) {
 }
 
 TEST_F(WholePassTest, headerSaysWhatWasWritten) {
-    load(0, folder.writeLines("a.las", lasText("GR.GAPI   : GAMMA RAY\n", "1000.0 1\n1000.5 2\n1001.0 3\n", "0", "9999", "0.25")));
+    load(0, folder.writeLines(
+                "a.las", lasText("GR.GAPI   : GAMMA RAY\n", "1000.0 1\n1000.5 2\n1001.0 3\n", "0", "9999", "0.25")));
     session.tables.setting(PrdRow::From) = "1000";
     session.tables.setting(PrdRow::To) = "1001";
     session.tables.setting(PrdRow::SampleRate) = "0.5";
@@ -92,8 +95,11 @@ TEST_F(WholePassTest, plainAsciiHasItsOwnHeadsAndSeparators) {
     const std::vector<Case> cases = {
         {"No Header", "Comma", "1.00000,1.50000\r\n2.00000,-999.25000\r\n"},
         {"MNEM", "Tab", "         DEPT           GR\r\n1.00000\t1.50000\r\n2.00000\t-999.25000\r\n"},
-        {"MNEM.UNIT", "Space", "       DEPT.M      GR.GAPI\r\n      1.00000      1.50000\r\n      2.00000   -999.25000\r\n"},
-        {"One line each", "Space", "         DEPT           GR\r\n            M         GAPI\r\n      1.00000      1.50000\r\n      2.00000   -999.25000\r\n"},
+        {"MNEM.UNIT", "Space",
+         "       DEPT.M      GR.GAPI\r\n      1.00000      1.50000\r\n      2.00000   -999.25000\r\n"},
+        {"One line each", "Space",
+         "         DEPT           GR\r\n            M         GAPI\r\n      1.00000      1.50000\r\n      2.00000   "
+         "-999.25000\r\n"},
     };
     for (const Case& row : cases) {
         session.tables.option(PrdRow::PlainAscii) = row.style;
@@ -147,7 +153,8 @@ TEST(TwoProcessesTest, runSideBySideWithoutKnowingEachOther) {
         openSession(app, session);
         std::string data;
         for (int line = 0; line < 500; ++line) data += std::to_string(base + line) + " " + std::to_string(line) + "\n";
-        session.slots[0].path = folder.writeLines("a.las", lasText("GR.   :\n", data, std::to_string(base), std::to_string(base + 499), "1"));
+        session.slots[0].path = folder.writeLines(
+            "a.las", lasText("GR.   :\n", data, std::to_string(base), std::to_string(base + 499), "1"));
         Open4Files(app, session, 0);
         app.run.targetFile = folder.path("out.las");
         processMMM(app, session, {});
