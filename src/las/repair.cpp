@@ -59,7 +59,7 @@ class Finder {
 /// block and so much behind it that a match that begins in the block is seen whole.
 template <class Find>
 bool writeReplaced(OutputFile& target, std::string_view bytes, std::size_t length, std::string_view replacement,
-                   RunTurn& turn, Find&& find) {
+                   RunTurn& turn, std::uint64_t& found, Find&& find) {
     std::size_t done = 0;
     while (done < bytes.size()) {
         if (!turn.goesOn(done)) return false;
@@ -71,6 +71,7 @@ bool writeReplaced(OutputFile& target, std::string_view bytes, std::size_t lengt
             target.write(bytes.substr(done, place - done));
             target.write(replacement);
             done = place + length;
+            ++found;
         }
         if (done >= blockEnd) continue;
         target.write(bytes.substr(done, blockEnd - done));
@@ -81,19 +82,22 @@ bool writeReplaced(OutputFile& target, std::string_view bytes, std::size_t lengt
 
 template <class Find>
 StepResult replaceBytes(std::string_view source, std::string_view target, std::size_t length,
-                        std::string_view replacement, RunState& run, UserInterface& user, Find&& find) {
-    const auto mapped = MappedFile::open(source);
+                        std::string_view replacement, RunState& run, UserInterface& user, ReplaceReport& report,
+                        Find&& find) {
+    const auto mapped = MappedFile::open(source, &report.why);
     if (!mapped) return StepResult::Failed;
     try {
         mapped->willReadAll();
         OutputFile output(target, OutputFile::Mode::Beside);
         RunTurn turn(run, user, mapped->bytes().size());
-        if (!writeReplaced(output, mapped->bytes(), length, replacement, turn, find)) return StepResult::Cancelled;
+        if (!writeReplaced(output, mapped->bytes(), length, replacement, turn, report.replacements, find))
+            return StepResult::Cancelled;
         if (run.cancelRequested) return StepResult::Cancelled;
-        if (mapped->damaged()) return StepResult::Failed;
+        if (mapped->damaged()) throw RunTimeFailure("the file could not be read to its end");
         output.commit();
         return StepResult::Done;
-    } catch (const std::exception&) {
+    } catch (const std::exception& error) {
+        report.why = error.what();
         return StepResult::Failed;
     }
 }
@@ -151,17 +155,19 @@ bool repairCurveTitle(std::string_view path, UserInterface& user) {
 }
 
 StepResult replaceInFile(std::string_view source, std::string_view target, std::string_view find,
-                         std::string_view replacement, RunState& run, UserInterface& user) {
+                         std::string_view replacement, RunState& run, UserInterface& user, ReplaceReport* report) {
     run.statusText = "Doing Search and Replace. Please Wait...";
+    ReplaceReport unwanted;
     const Finder finder(find);
     // Nothing to look for: the target is a plain copy.
     return replaceBytes(
-        source, target, std::max<std::size_t>(find.size(), 1), replacement, run, user,
+        source, target, std::max<std::size_t>(find.size(), 1), replacement, run, user, report ? *report : unwanted,
         [&](std::string_view text, std::size_t from) { return find.empty() ? npos : finder.next(text, from); });
 }
 
 StepResult repairLineEnds(std::string_view source, std::string_view target, RunState& run, UserInterface& user) {
-    return replaceBytes(source, target, 1, "\r\n", run, user, findBareLineFeed);
+    ReplaceReport unwanted;
+    return replaceBytes(source, target, 1, "\r\n", run, user, unwanted, findBareLineFeed);
 }
 
 }  // namespace welvane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "las/wrap.h"
@@ -20,10 +22,17 @@ bool fixCurveTitle(std::string_view path, std::string_view target);
 /// Asks, then repairs the file itself; true when it was repaired. Nobody to ask: not repaired.
 bool repairCurveTitle(std::string_view path, UserInterface& user);
 
+/// What a search and replace tells beside its result.
+struct ReplaceReport {
+    std::uint64_t replacements = 0;  ///< occurrences found
+    std::string why;                 ///< the reason of a failure
+};
 /// Every occurrence of `find` (case ignored, from the start, none overlapping) replaced, all other bytes kept. Works on
-/// a file of any size.
+/// a file of any size, and behaves as one read of it though it holds a block only. The target, which may be the source,
+/// appears whole or not at all.
 StepResult replaceInFile(std::string_view source, std::string_view target, std::string_view find,
-                         std::string_view replacement, RunState& run, UserInterface& user);
+                         std::string_view replacement, RunState& run, UserInterface& user,
+                         ReplaceReport* report = nullptr);
 
 /// Each LF without a CR before it becomes CR LF; CR LF stays.
 StepResult repairLineEnds(std::string_view source, std::string_view target, RunState& run, UserInterface& user);

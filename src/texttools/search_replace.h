@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/output_file.h"
 #include "session/session.h"
 
 namespace welvane {
@@ -18,12 +17,9 @@ struct SearchReplaceResult {
     explicit operator bool() const { return done; }
 };
 
-/// Writes the source to the target with every occurrence of `search` replaced, found from the start, none overlapping,
-/// ASCII case ignored. It behaves as one read of the whole file but holds only a block of it. An empty `search` finds
-/// nothing. The target, which may be the source, appears whole or (with Mode::Beside) not at all. Both files are closed
-/// on any failure.
+/// Writes the source to the target with every occurrence of `search` replaced: replaceInFile for the tool, which shows
+/// how many there were. Both files are closed on any failure.
 SearchReplaceResult searchReplaceFile(App& app, std::string_view sourcePath, std::string_view targetPath,
-                                      std::string_view searchBytes, std::string_view replaceBytes,
-                                      OutputFile::Mode mode = OutputFile::Mode::Beside);
+                                      std::string_view searchBytes, std::string_view replaceBytes);
 
 }  // namespace welvane
