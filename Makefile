@@ -26,7 +26,7 @@ bench:
 	scripts/setup
 	cmake --preset bench
 	cmake --build --preset bench
-	bench/run.sh build/bench
+	bench/run.sh build/release
 
 lint:
 	scripts/lint

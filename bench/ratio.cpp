@@ -38,7 +38,10 @@ Figures timeOnce(const std::vector<std::string>& command, bool watchMemory) {
     Figures figures;
     const auto start = std::chrono::steady_clock::now();
     pid_t process = 0;
-    if (posix_spawnp(&process, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return figures;
+    posix_spawn_file_actions_t silence;
+    posix_spawn_file_actions_init(&silence);
+    posix_spawn_file_actions_addopen(&silence, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    if (posix_spawnp(&process, arguments[0], &silence, nullptr, arguments.data(), environ) != 0) return figures;
     int status = 0;
     // Watching takes time of its own, so runs that are watched for memory are not the ones that are timed.
     while (watchMemory && waitpid(process, &status, WNOHANG) == 0) {

@@ -16,9 +16,12 @@ ratio() {
     "$build/bin/welvane_ratio" 7 "$build/bin/welvane_floor" "$input" "$folder/floor.out" -- "$@"
 }
 echo "The pass against the floor, $size MB, 20 channels:"
-ratio "verb, unwrapped in and out" "$folder/plain.las" "$build/welvane" run "$folder/plain.las" -o "$folder/out.las" --force --yes --quiet
-ratio "headless line, unwrapped in" "$folder/plain.las" "$build/welvane" "/File1=$folder/plain.las" "/Output=$folder/out.las"
+ratio "verb run, unwrapped" "$folder/plain.las" "$build/welvane" run "$folder/plain.las" -o "$folder/out.las" --force --yes --quiet
+ratio "headless line, unwrapped in, wrapped out" "$folder/plain.las" "$build/welvane" "/File1=$folder/plain.las" "/Output=$folder/out.las"
 ratio "headless line, wrapped in and out" "$folder/wrapped.las" "$build/welvane" "/File1=$folder/wrapped.las" "/Output=$folder/out.las"
+echo "Reading verbs against the same floor:"
+ratio "stats" "$folder/plain.las" "$build/welvane" stats "$folder/plain.las" --quiet
+ratio "list" "$folder/plain.las" "$build/welvane" list "$folder/plain.las" --quiet
 for program in "$build"/bin/*_bench; do
     [ -x "$program" ] && "$program" --benchmark_min_time=0.2
 done
