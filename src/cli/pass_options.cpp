@@ -7,6 +7,7 @@
 #include "cli/survey_file.h"
 #include "cli/verbs.h"
 #include "las/classify.h"
+#include "las/sections.h"
 #include "session/edit_rules.h"
 #include "session/filters.h"
 #include "session/loading.h"
@@ -230,6 +231,17 @@ void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& in
     bench.app().run.lasFile = inputs.front().path;
 }
 
+/// A header without its top or bottom would count as 0 there, and the samples would fall outside the grid unseen.
+void needDepthRange(const std::vector<Input>& inputs, const PassChoices& choices) {
+    for (const Input& input : inputs) {
+        const DepthHeader header = getDepthHeader(input.path);
+        if (choices.from.empty() && trim(header.strt().value).empty())
+            throw Refusal(input.given, "no STRT in its ~Well section: --from has to name the top");
+        if (choices.to.empty() && trim(header.stop().value).empty())
+            throw Refusal(input.given, "no STOP in its ~Well section: --to has to name the bottom");
+    }
+}
+
 }  // namespace
 
 void declarePassOptions(CLI::App& command, PassChoices& choices) {
@@ -282,6 +294,7 @@ void prepareSession(Workbench& bench, Session& session, const std::vector<Input>
     session.tables.frd.setCheck(1, static_cast<int>(FrdColumn::Apply), Check::Unchecked);
     session.loose = choices.loose;
     loadInputs(bench, session, inputs);
+    needDepthRange(inputs, choices);
     if (choices.splice) spliceGuess(app, session);
     if (!choices.filter.empty()) {
         const Input filter = bench.openInput(choices.filter);

@@ -90,6 +90,7 @@ TEST_F(RunVerb, refusedInputsGetOneLine) {
     write("noc.las", without(without(without(good, "~Curve Information\n"), " DEPT.M            : Depth\n"),
                              " GR.GAPI         : Channel GR\n"));
     write("nostep.las", without(good, " STEP.M      1 : Step\n"));
+    write("nostrt.las", without(good, " STRT.M      100 : First depth\n"));
     write("zero.las", good.substr(0, good.find("STEP.M")) + "STEP.M 0 " + good.substr(good.find(": Step")));
     write("ragged.las", ragged);
     write("many.las", many);
@@ -97,19 +98,21 @@ TEST_F(RunVerb, refusedInputsGetOneLine) {
     folder.write("empty.las", "");
     folder.write("binary.las", std::string("~V\0~W", 5));
     ASSERT_EQ(mkfifo(folder.path("pipe.las").c_str(), 0600), 0);
-    const std::pair<const char*, const char*> cases[] = {{"none.las", "No such file or directory"},
-                                                         {".", "Is a directory"},
-                                                         {"pipe.las", "Not a regular file"},
-                                                         {"empty.las", "the file is empty"},
-                                                         {"binary.las", "byte 3 is NUL"},
-                                                         {"noa.las", "no ~A section: nothing but a header"},
-                                                         {"header.las", "no data behind its ~A"},
-                                                         {"noc.las", "no ~Curve section"},
-                                                         {"nostep.las", "no STEP"},
-                                                         {"zero.las", "its STEP is 0: --step has to name one"},
-                                                         {"ragged.las", "lines 14 and 34 differ"},
-                                                         {"many.las", "33002 channels, more than the 32767"},
-                                                         {"long.las", "is longer than 4 MB"}};
+    const std::pair<const char*, const char*> cases[] = {
+        {"none.las", "No such file or directory"},
+        {".", "Is a directory"},
+        {"pipe.las", "Not a regular file"},
+        {"empty.las", "the file is empty"},
+        {"binary.las", "byte 3 is NUL"},
+        {"noa.las", "no ~A section: nothing but a header"},
+        {"header.las", "no data behind its ~A"},
+        {"noc.las", "no ~Curve section"},
+        {"nostep.las", "no STEP"},
+        {"nostrt.las", "no STRT in its ~Well section: --from has to name"},
+        {"zero.las", "its STEP is 0: --step has to name one"},
+        {"ragged.las", "lines 14 and 34 differ"},
+        {"many.las", "33002 channels, more than the 32767"},
+        {"long.las", "is longer than 4 MB"}};
     for (const auto& [name, why] : cases) {
         const ProgramRun done = run({"run", name, "-o", "c.las"});
         EXPECT_EQ(done.status, 1) << name;
