@@ -24,6 +24,22 @@ bool isNull(double value, float nullValue) {
     return static_cast<float>(value) == nullValue;
 }
 
+/// The doubles that become the null value as singles, from the lowest to the highest: two comparisons where a
+/// conversion and back would cost the loop more than the function itself.
+struct NullRange {
+    double lowest, highest;
+
+    explicit NullRange(float null) : lowest(edge(null, -HUGE_VALF)), highest(edge(null, HUGE_VALF)) {}
+    bool holds(double value) const { return (value >= lowest) & (value <= highest); }
+
+  private:
+    /// Halfway to the next single, or the double before it where the half goes to that neighbour.
+    static double edge(float null, float towards) {
+        const double half = (static_cast<double>(null) + static_cast<double>(std::nextafter(null, towards))) / 2;
+        return static_cast<float>(half) == null ? half : std::nextafter(half, static_cast<double>(null));
+    }
+};
+
 /// What the loop of one channel needs.
 struct Channel {
     const FunctionEntry& function;
@@ -67,6 +83,7 @@ std::uint64_t failureBits(double result) {
 template <class Body>
 void eachSample(const Channel& channel, Body body) {
     const auto nullValue = static_cast<double>(channel.nullValue);
+    const NullRange null(channel.nullValue);
     Block x, result;
     for (std::size_t first = 0; first < channel.size(); first += blockSize) {
         const std::size_t count = std::min(blockSize, channel.size() - first);
@@ -82,7 +99,7 @@ void eachSample(const Channel& channel, Body body) {
             const double y = body(x[index]);
             const double kept = result[index];
             failures |= failureBits(y);
-            result[index] = static_cast<double>(static_cast<float>(x[index])) == nullValue ? kept : y;
+            result[index] = null.holds(x[index]) ? kept : y;
         }
         if ((failures >> 63) != 0) {
             for (std::size_t index = 0; index < count; ++index)

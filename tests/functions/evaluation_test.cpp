@@ -217,6 +217,27 @@ TEST(Evaluation, NullIsComparedInSinglePrecision) {
     EXPECT_EQ(run("10|0|0|7|1", {-999.26})[0], 7);
 }
 
+TEST(Evaluation, NullEndsExactlyWhereTheSingleChanges) {
+    const ReferenceTables tables = units();
+    const ParsedFunction constant = parseFunction("10|0|0|7|1", stockMatrixTable);
+    for (const float nullValue : {-999.25F, -999.2537F, -9999.0F, 0.1F, -1e-30F, 3e38F}) {
+        Samples samples;
+        for (const float neighbour : {-HUGE_VALF, HUGE_VALF}) {
+            const double half =
+                (static_cast<double>(nullValue) + static_cast<double>(std::nextafter(nullValue, neighbour))) / 2;
+            for (const double sample : {half, std::nextafter(half, -HUGE_VAL), std::nextafter(half, HUGE_VAL)})
+                samples.push_back(sample);
+        }
+        Samples found = samples;
+        FunctionState state;
+        FailureList failures;
+        evaluateFunction(constant, "", "", found, found, nullValue, tables, stockMatrixTable, state, failures);
+        for (std::size_t index = 0; index < samples.size(); ++index)
+            EXPECT_EQ(found[index] == samples[index], static_cast<float>(samples[index]) == nullValue)
+                << nullValue << ", sample " << index;
+    }
+}
+
 TEST(Evaluation, BlocksAndTheirEndsAgreeWithSingleSamples) {
     std::mt19937 random(7);
     Samples samples(3 * 512 + 77);
