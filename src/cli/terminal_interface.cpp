@@ -1,6 +1,7 @@
 #include "cli/terminal_interface.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 
@@ -23,7 +24,7 @@ constexpr int barWidth = 24;
 constexpr unsigned turnsPerLook = 64;
 
 std::string clockText(double seconds) {
-    const long whole = static_cast<long>(std::min(seconds, 359999.0) + 0.5);
+    const long whole = std::lround(std::min(seconds, 359999.0));
     const auto twoDigits = [](long number) { return (number < 10 ? "0" : "") + std::to_string(number); };
     if (whole < 3600) return std::to_string(whole / 60) + ":" + twoDigits(whole % 60);
     return std::to_string(whole / 3600) + ":" + twoDigits(whole / 60 % 60) + ":" + twoDigits(whole % 60);
