@@ -16,9 +16,8 @@
 #include "shared/numbers.h"
 #include "shared/text.h"
 
+namespace welvane {
 namespace {
-
-using namespace welvane;
 
 constexpr double trackWidth = 150, gap = 22, left = 62, top = 46, height = 560;
 
@@ -130,9 +129,7 @@ class Picture {
     }
 };
 
-}  // namespace
-
-int main(int count, char** arguments) {
+int drawAll(int count, char** arguments) {
     std::vector<Track> tracks;
     for (int index = 2; index < count; ++index) {
         const std::vector<std::string> pieces = split(arguments[index], ':');
@@ -150,4 +147,11 @@ int main(int count, char** arguments) {
     }
     std::ofstream(arguments[1]) << Picture(tracks).svg();
     return 0;
+}
+
+}  // namespace
+}  // namespace welvane
+
+int main(int count, char** arguments) {
+    return welvane::drawAll(count, arguments);
 }

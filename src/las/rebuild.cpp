@@ -90,7 +90,7 @@ std::string dataTitle(const std::vector<HeaderField>& curves, std::int16_t width
 std::string chooseTarget(std::string_view source, std::string_view target, UserInterface& user) {
     const auto same = [source](std::string_view name) { return samePath(source, name) || sameText(source, name); };
     if (!same(target)) return std::string(target);
-    const std::string other = user.askFile({"Save LAS", "las", dirOf(target), fileNameOf(target), true});
+    std::string other = user.askFile({"Save LAS", "las", dirOf(target), fileNameOf(target), true});
     if (other.empty() || !same(other)) return other;
     user.ask({"Duplicate Filename", "Must supply different file name or different path for new file. Try again.",
               Buttons::Ok, Icon::Stop, Answer::Ok});

@@ -43,7 +43,7 @@ std::string_view takeMnem(std::string_view line) {
 }
 
 std::int16_t column(std::size_t place) {
-    const bool fits = place != npos && place < static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max());
+    const bool fits = place < static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max());
     return fits ? static_cast<std::int16_t>(place + 1) : std::int16_t{0};
 }
 

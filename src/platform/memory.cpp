@@ -50,7 +50,7 @@ std::optional<std::uint64_t> leftInGroup(const std::string& folder, const char* 
 }
 
 /// Smallest rest of the group and all groups around it.
-std::optional<std::uint64_t> leftInGroups(std::string root, std::string group, const char* limitFile,
+std::optional<std::uint64_t> leftInGroups(const std::string& root, std::string group, const char* limitFile,
                                           const char* usedFile) {
     std::optional<std::uint64_t> least;
     while (true) {

@@ -32,7 +32,7 @@ std::string environmentText(const char* name) {
 
 std::string findProgramFolder() {
     if (const std::string home = environmentText("WELVANE_HOME"); !home.empty()) return withBackslash(home);
-    const std::string beside = executableFolder();
+    std::string beside = executableFolder();
     if (beside.empty()) return WELVANE_SHARE_FOLDER "/";
     for (const std::string_view name : referenceFiles) {
         if (fileExists(beside + std::string(name))) return beside;
