@@ -141,7 +141,9 @@ class Logs {
 };
 
 void writeColumn(BlockWriter& writer, double value) {
-    formatColumnFast(writer.reserve(columnWidth + columnSlack), columnWidth, value, decimals);
+    std::array<char, formatMaskCapacity(decimals)> text;
+    const std::size_t length = std::min<std::size_t>(formatMaskFast(text.data(), value, decimals), columnWidth);
+    std::copy_n(text.data(), length, std::fill_n(writer.reserve(columnWidth), columnWidth - length, ' '));
     writer.advance(columnWidth);
 }
 

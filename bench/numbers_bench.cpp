@@ -17,7 +17,6 @@ namespace {
 
 constexpr int count = 400000;  // so many that no processor learns their order
 constexpr int decimals = 5;
-constexpr int columnWidth = 13;
 
 /// Depths, small fractions, densities, resistivities and nulls, as they follow each other along a record.
 std::vector<double> logValues() {
@@ -116,12 +115,6 @@ std::size_t printByLibrary(char* target, double value) {
 void printFast(benchmark::State& state) {
     printAll(state, logValues(), [](char* target, double value) { return formatMaskFast(target, value, decimals); });
 }
-void printColumn(benchmark::State& state) {
-    printAll(state, logValues(), [](char* target, double value) {
-        formatColumnFast(target, columnWidth, value, decimals);
-        return std::size_t{columnWidth};
-    });
-}
 void printCalled(benchmark::State& state) {
     printAll(state, logValues(), [](char* target, double value) { return formatMaskTo(target, value, decimals); });
 }
@@ -133,7 +126,6 @@ void printStandard(benchmark::State& state) {
     printAll(state, logValues(), printByLibrary);
 }
 BENCHMARK(printFast);
-BENCHMARK(printColumn);
 BENCHMARK(printCalled);
 BENCHMARK(printSlow);
 BENCHMARK(printStandard);

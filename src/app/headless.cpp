@@ -3,7 +3,7 @@
 #include <exception>
 
 #include "engine/driver.h"
-#include "las/classify.h"
+#include "las/las_file.h"
 #include "las/repair.h"
 #include "session/filters.h"
 #include "session/loading.h"
@@ -28,7 +28,8 @@ struct HeadlessRun {
     void open(int slot) {
         const std::string path = session.slots[static_cast<std::size_t>(slot)].path;
         if (path.empty()) return;
-        const LoadResult result = Open4Files(app, session, slot);
+        const SlotLoadResult result = Open4Files(app, session, slot);
+        if (result.status == LoadStatus::Unreadable) throw FileFailure(resolvePath(path), result.why);
         if (result.status != LoadStatus::Loaded) note(path, result.why);
     }
 
@@ -41,7 +42,8 @@ struct HeadlessRun {
 void HeadlessRun::useFilter() {
     session.filterFile = line.filterPath;
     setFilterInUse(session, session.filterFile);
-    const FilterReport filter = openFilter(app, session);
+    const FilterReport filter = openFilter(app, session, FigureRules::asLaidDown);
+    if (filter.unreadable) throw RunTimeFailure(filter.why);
     if (!filter.applied) note(session.filterFile, filter.why);
     for (const SkippedStep& skipped : filter.skipped.first) note(session.filterFile, skipped.what + ": " + skipped.why);
 }
@@ -57,8 +59,16 @@ bool HeadlessRun::prepareFilterFile() {
     for (InputSlot& slot : session.slots) slot.path.clear();
     session.slots[0].path = path;
     bool changed = !samePath(path, opened);
-    if (hasCurveTitleFault(path)) changed = fixCurveTitle(path, path) || changed;
-    if (lineEndKind(path) == LineEnds::Unix) {
+    LasFilePointer file = fileExists(path) ? openLasFile(path) : nullptr;
+    if (file && curveTitleFaultIn(file->bytes())) {
+        if (!fixCurveTitle(path, path)) {
+            note(path, "its curve title could not be repaired");
+            return false;
+        }
+        changed = true;
+        file = openLasFile(path);
+    }
+    if (file && file->lineEnds() == LineEnds::Unix) {
         if (replaceInFile(path, path, "\n", "\r\n", app.run, app.user) != StepResult::Done) {
             note(path, "its line ends could not be repaired");
             return false;

@@ -99,6 +99,7 @@ const std::vector<SettingKey>& settingKeys() {
         {"minPrice", "150.00", "lowest price of an estimate", number},
         {"pricepercurvefoot", "0.042", "price per foot of curve", number},
         {"lasfile", "", "LAS file last selected", asItStands},
+        {"recent", "", "files last opened, joined by |", asItStands},
         {"mwLFile", "", "listing file last written", asItStands},
         {"filFile", "", "filter last used", asItStands},
         {"tvdfile", "", "survey last used", asItStands},

@@ -31,13 +31,6 @@ const Prompt parametersMissing = {
     "diskettes. Without it, you will not be able to fill standard Parameters.",
     Buttons::Ok, Icon::Warning, Answer::Ok};
 
-/// Number of a failure as the boxes show it.
-int failureNumber(std::string_view text) {
-    if (sameText(text, "overflow")) return 6;
-    if (sameText(text, "subscript out of range")) return 9;
-    return 13;
-}
-
 std::vector<std::string> fieldsOf(std::string_view text, std::size_t count) {
     std::vector<std::string> fields = split(text, '|');
     fields.resize(count);
@@ -87,6 +80,12 @@ void readSettings(App& app) {
 }
 
 }  // namespace
+
+int failureNumber(std::string_view text) {
+    if (sameText(text, "overflow")) return 6;
+    if (sameText(text, "subscript out of range")) return 9;
+    return 13;
+}
 
 GridFontSetting parseGridSize(std::string_view text) {
     const std::vector<std::string> fields = fieldsOf(text, 4);
@@ -174,6 +173,8 @@ void startup(App& app) {
     app.settings.porosityUnits = "V/V";
     try {
         readSettings(app);
+    } catch (const FileFailure&) {
+        throw;
     } catch (const std::exception& error) {
         const std::string text = error.what();
         app.user.ask({"", "Error in startup was " + text + "err =" + std::to_string(failureNumber(text)), Buttons::Ok,
@@ -189,6 +190,8 @@ bool loadProcess(App& app) {
         if (!readParameters(app.reference, app.settings.paraPath) && app.settings.paraPath.empty()) {
             app.user.ask(parametersMissing);
         }
+    } catch (const FileFailure&) {
+        throw;
     } catch (const std::exception& error) {
         if (app.run.commandMode) return true;
         const std::string text = error.what();

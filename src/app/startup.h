@@ -30,11 +30,16 @@ void setCountryUnits(StartupSettings& settings);
 /// The reference file in use: the variant "NAME_ZQ.ini" where it exists, else "NAME.ini", else "".
 std::string locateReferenceFile(std::string_view programFolder, std::string_view name);
 
-/// Settings and paths of `app`. A failure in between is told in a box and keeps what was read so far.
+/// Number of a failure as the boxes show it.
+int failureNumber(std::string_view text);
+
+/// Settings and paths of `app`. A failure in between is told in a box and keeps what was read so far. FileFailure for
+/// settings that are there and cannot be read: a run with others than the user's would give another file.
 void startup(App& app);
 
 /// startup(), then the reference tables: curves, units, parameters. A missing parameter file is told in a box. False
-/// when the process cannot go on, which was told too; never in command mode.
+/// when the process cannot go on, which was told too; never in command mode. FileFailure as startup(), also for a
+/// reference file.
 bool loadProcess(App& app);
 
 }  // namespace welvane

@@ -19,7 +19,7 @@ CertifyAfterResult certifyAfter(App& app, std::string_view path, double timeoutS
     options.timeoutSeconds = timeoutSeconds;
     removeFile(certifyLogPath(path));
     result.ran = true;
-    result.log = certifyFile(app, path, "", options, path);
+    result.log = certifyFile(app, path, "", options, path).log;
     for (const std::string& line : failureLines(result.log)) result.faults.append(line).append("\n");
     if (result.faults.empty()) return result;
     app.user.ask({.title = std::string(failedTitle),

@@ -43,10 +43,10 @@ bool holdsSeparator(std::string_view path) {
 /// How a run ended, in the terms of the two boxes.
 enum class RunEnd { Ended, Unfinished, NotFound, NotRun };
 
-RunEnd runChecker(App& app, const std::vector<std::string>& arguments, double timeoutSeconds) {
+RunEnd runChecker(App& app, const std::vector<std::string>& arguments, double timeoutSeconds, ProcessResult& result) {
     if (arguments.empty() || arguments.front().empty()) return RunEnd::NotFound;
     if (holdsSeparator(arguments.front()) && !fileExists(arguments.front())) return RunEnd::NotFound;
-    const ProcessResult result = app.platform.runAndWait(arguments, timeoutSeconds, [&app] {
+    result = app.platform.runAndWait(arguments, timeoutSeconds, [&app] {
         if (!app.run.commandMode) app.user.pumpEvents();
         return !app.run.cancelRequested.load();
     });
@@ -111,25 +111,26 @@ std::string certifyLogPath(std::string_view path) {
     return log;
 }
 
-std::string certifyFile(App& app, std::string_view path, std::string_view logPath, const CertifyOptions& options,
-                        std::string_view firstFile) {
-    if (!options.legal()) return {};
+CheckerRun certifyFile(App& app, std::string_view path, std::string_view logPath, const CertifyOptions& options,
+                       std::string_view firstFile) {
+    CheckerRun run;
+    if (!options.legal()) return run;
     const std::string log = logPath.empty() ? certifyLogPath(path) : std::string(logPath);
     const auto arguments = certifyArguments(app.settings.certProgram, path, logPath, options);
-    const RunEnd end = runChecker(app, arguments, options.timeoutSeconds);
+    const RunEnd end = runChecker(app, arguments, options.timeoutSeconds, run.ended);
     if (end == RunEnd::NotFound) {
         tell(app, notLocatedTitle, std::string(notLocatedText));
-        return {};
+        return run;
     }
     if (end == RunEnd::NotRun) {
         tell(app, notPossibleTitle, std::string(notPossibleText).append(firstFile).append(notPossibleEnd));
-        return {};
+        return run;
     }
-    std::string text = readWholeFile(log);
+    run.log = readWholeFile(log);
     if (!options.deleteLog.empty()) removeFile(log);
     // What an unfinished checker has not found yet is no pass; what it did find stands.
-    if (end == RunEnd::Unfinished && !holdsFailure(text)) return {};
-    return text;
+    if (end == RunEnd::Unfinished && !holdsFailure(run.log)) run.log.clear();
+    return run;
 }
 
 }  // namespace welvane

@@ -43,11 +43,16 @@ std::vector<std::string> certifyArguments(std::string_view setting, std::string_
 /// behind its whole name.
 std::string certifyLogPath(std::string_view path);
 
-/// Runs the checker on `path`, pending events being served, and returns the whole text of its log: "" when a slot is
-/// illegal, when the checker could not be run (after a box), left no log, or did not come to its end (crash, time
-/// limit, cancel) without naming a fault. An empty `logPath` stands for certifyLogPath. `firstFile` is the file of row
-/// 0 of the table, which the box of a failure names.
-std::string certifyFile(App& app, std::string_view path, std::string_view logPath, const CertifyOptions& options,
-                        std::string_view firstFile);
+/// What a run of the checker left.
+struct CheckerRun {
+    std::string log;      ///< the whole text of its log
+    ProcessResult ended;  ///< how the program ended
+};
+/// Runs the checker on `path`, pending events being served. The log is "" when a slot is illegal, when the checker
+/// could not be run (after a box), left no log, or did not come to its end (crash, time limit, cancel) without naming a
+/// fault. An empty `logPath` stands for certifyLogPath. `firstFile` is the file of row 0 of the table, which the box of
+/// a failure names.
+CheckerRun certifyFile(App& app, std::string_view path, std::string_view logPath, const CertifyOptions& options,
+                       std::string_view firstFile);
 
 }  // namespace welvane

@@ -56,9 +56,9 @@ ExitCode openDesktop() {
 
 ExitCode start(const std::vector<std::string>& arguments) {
     if (!arguments.empty() && namesVerbs(arguments.front())) return runVerb(arguments);
-    const std::string text = commandText(arguments);
-    if (text.empty()) return openDesktop();
     try {
+        const std::string text = commandText(arguments);
+        if (text.empty()) return openDesktop();
         runHeadlessLine(text);
     } catch (const std::exception& error) {
         if (tracing()) std::fputs(("welvane: " + shownText(error.what()) + "\n").c_str(), stderr);

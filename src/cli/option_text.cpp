@@ -14,29 +14,30 @@ namespace {
 }
 }  // namespace
 
-void needLimit(std::string_view option, std::string_view text) {
-    const std::size_t number = text.find_first_not_of("<>=");
-    const std::string_view sign = text.substr(0, number == npos ? text.size() : number);
-    constexpr std::string_view signs[] = {"", "<", ">", "=", "<=", ">=", "=<", "=>"};
-    const bool knownSign = std::find(std::begin(signs), std::end(signs), sign) != std::end(signs);
-    if (!knownSign || number == npos || !isNumeric(text.substr(number)))
-        refuse(option, text, "a depth, or a limit such as \">=1000\"");
+DepthLimit needLimit(std::string_view option, std::string_view text) {
+    const std::optional<DepthLimit> limit = DepthLimit::read(text);
+    if (!limit) refuse(option, text, "a depth, or a limit such as \">=1000\"");
+    return *limit;
 }
 
-double needNumber(std::string_view option, std::string_view text) {
-    if (!isNumeric(text)) refuse(option, text, "a number");
-    return val(text);
+GivenNumber needNumber(std::string_view option, std::string_view text) {
+    const std::optional<GivenNumber> number = GivenNumber::read(text);
+    if (!number) refuse(option, text, "a number");
+    return *number;
 }
 
-int needSlot(std::string_view option, std::string_view text, const Session& session) {
+std::optional<GivenNumber> optionalNumber(std::string_view option, std::string_view text) {
+    if (text.empty()) return std::nullopt;
+    return needNumber(option, text);
+}
+
+int needSlot(std::string_view option, std::string_view text) {
     const bool known = text.size() == 1 && text[0] >= '1' && text[0] <= '4';
     if (!known) refuse(option, text, "a slot: 1 is the first input, 4 the fourth");
-    const int slot = text[0] - '1';
-    if (!session.loaded(slot)) throw UsageFault(std::string(option) + ": there is no input " + std::string(text));
-    return slot;
+    return text[0] - '1';
 }
 
-std::string_view needWord(std::string_view option, std::string_view text, const Words& words) {
+std::string_view needWord(std::string_view option, std::string_view text, std::span<const PropertyWord> words) {
     std::string list;
     for (const auto& [word, meaning] : words) {
         if (sameText(word, text)) return meaning;
@@ -46,7 +47,7 @@ std::string_view needWord(std::string_view option, std::string_view text, const 
 }
 
 bool needYesOrNo(std::string_view option, std::string_view text) {
-    return needWord(option, text, {{"yes", "Yes"}, {"no", "No"}}) == "Yes";
+    return needWord(option, text, findProperty(PrdRow::Wrap)->words) == textOf(Wrap::Yes);
 }
 
 std::vector<std::string> needPieces(std::string_view option, std::string_view text, char separator, std::size_t least,

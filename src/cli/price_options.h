@@ -2,12 +2,8 @@
 
 #include <string>
 
-#include "session/session.h"
-#include "shared/table.h"
-
-namespace CLI {
-class App;
-}
+#include "cli/options.h"
+#include "jobs/price.h"
 
 /// The details of a price estimate, the same for a listing and for the calculator alone.
 namespace welvane {
@@ -16,16 +12,11 @@ namespace welvane {
 struct PriceChoices {
     std::string perFoot, other, discount, minimum;
     bool metric = false;
-
-    bool any() const { return metric || !(perFoot + other + discount + minimum).empty(); }
 };
 
-void declarePriceOptions(CLI::App& command, PriceChoices& choices);
-/// ord of a listing with the price's details as given; the settings give the others. UsageFault for a text that is no
-/// number.
-Table pricedOrd(App& app, const PriceChoices& choices);
-/// A length or an amount as a number of single precision from 0 to `most`; UsageFault for another text.
-double needAmount(std::string_view option, std::string_view text, double most);
-inline constexpr double anyAmount = 3e38;
+inline constexpr std::string_view priceGroup = "Price";
+void addPriceOptions(VerbOptions& rows, PriceChoices& choices);
+/// UsageFault for a text that is no number.
+PriceDetails priceDetails(const PriceChoices& choices);
 
 }  // namespace welvane

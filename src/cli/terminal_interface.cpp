@@ -1,7 +1,6 @@
 #include "cli/terminal_interface.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <iostream>
 
@@ -14,21 +13,12 @@ namespace welvane {
 
 namespace {
 
-using namespace std::chrono_literals;
-
-/// Nothing is drawn for what is done sooner than this.
-constexpr auto quietTime = 300ms;
-constexpr auto redrawTime = 100ms;
+/// Nothing is drawn for what is done sooner than this, in seconds.
+constexpr double quietTime = 0.3;
+constexpr double redrawTime = 0.1;
 constexpr int barWidth = 24;
 /// A look at the clock once in so many turns.
 constexpr unsigned turnsPerLook = 64;
-
-std::string clockText(double seconds) {
-    const long whole = std::lround(std::min(seconds, 359999.0));
-    const auto twoDigits = [](long number) { return (number < 10 ? "0" : "") + std::to_string(number); };
-    if (whole < 3600) return std::to_string(whole / 60) + ":" + twoDigits(whole % 60);
-    return std::to_string(whole / 3600) + ":" + twoDigits(whole / 60 % 60) + ":" + twoDigits(whole % 60);
-}
 
 void writeError(std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), stderr);
@@ -64,48 +54,35 @@ std::string_view nameOf(Answer answer) {
 
 }  // namespace
 
+double ProgressBar::now() const {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - made_).count();
+}
+
 void ProgressBar::setTotal(std::uint64_t bytes) {
-    total_ = bytes;
-    begin("", Clock::now());
-}
-
-void ProgressBar::begin(std::string_view status, Clock::time_point now) {
-    status_ = status;
-    begun_ = now;
-    lastFraction_ = 0;
+    meter_.setTotal(bytes, now());
     lastTenth_ = -1;
-}
-
-std::string ProgressBar::measure(double fraction, Clock::time_point now) const {
-    const double seconds = std::chrono::duration<double>(now - begun_).count();
-    if (seconds <= 0 || fraction <= 0) return {};
-    std::string text;
-    if (total_ != 0) text = "  " + formatMask(fraction * static_cast<double>(total_) / 1e6 / seconds, 1) + " MB/s";
-    return text + "  " + clockText(seconds * (1 - fraction) / fraction) + " left";
 }
 
 void ProgressBar::update(std::string_view status, double fraction) {
     const bool terminal = isTerminal(Stream::Error);
     if (show_ == ShowProgress::Never || (show_ == ShowProgress::Auto && !terminal)) return;
-    fraction = std::clamp(fraction, 0.0, 1.0);
-    const auto now = Clock::now();
-    // A new step, or the same one on the next file.
-    if (begun_ == Clock::time_point{} || status != status_ || fraction < lastFraction_) begin(status, now);
-    lastFraction_ = fraction;
-    const std::string percent = std::to_string(static_cast<int>(fraction * 100)) + " %";
+    const double seconds = now();
+    const ProgressReading reading = meter_.read(status, fraction, seconds);
+    const std::string percent = std::to_string(reading.percent) + " %";
     if (!terminal) {
-        const int tenth = static_cast<int>(fraction * 10);
-        if (tenth == lastTenth_) return;
+        const int tenth = static_cast<int>(reading.fraction * 10);
+        // The begin of a step is told again, be it the same one on the next file.
+        if (tenth == lastTenth_ && meter_.elapsed(seconds) > 0) return;
         lastTenth_ = tenth;
-        writeError(shownText(status) + " " + percent + measure(fraction, now) + "\n");
+        writeError(shownText(status) + " " + percent + rateText(reading) + "\n");
         return;
     }
-    if (now - begun_ < quietTime || now - drawn_ < redrawTime) return;
-    drawn_ = now;
-    const int filled = static_cast<int>(fraction * barWidth);
+    if (meter_.elapsed(seconds) < quietTime || seconds - drawn_ < redrawTime) return;
+    drawn_ = seconds;
+    const int filled = static_cast<int>(reading.fraction * barWidth);
     const std::string bar = " [" + std::string(static_cast<std::size_t>(filled), '#') +
                             std::string(static_cast<std::size_t>(barWidth - filled), '.') + "] ";
-    const std::string tail = bar + rightAligned(percent, 5) + measure(fraction, now);
+    const std::string tail = bar + rightAligned(percent, 5) + rateText(reading);
     const auto width = static_cast<std::size_t>(terminalWidth());
     std::string head = shownText(status);
     if (head.size() + tail.size() + 1 > width) head.resize(width > tail.size() + 1 ? width - tail.size() - 1 : 0);
@@ -142,10 +119,22 @@ void TerminalInterface::noteBlock(std::string_view lines) {
     writeError(shownText(lines));
 }
 
-void TerminalInterface::setSpan(std::string label, double begin, double end) {
-    spanLabel_ = std::move(label);
-    spanBegin_ = spanReached_ = begin;
-    spanEnd_ = end;
+void TerminalInterface::startWork(const Work& work) {
+    if (work.bytes != 0) bar_.setTotal(work.bytes);
+    spanLabel_ = work.label;
+    spanBegin_ = spanReached_ = work.begin;
+    spanEnd_ = work.end;
+    subject_ = work.file;
+}
+
+void TerminalInterface::endWork() {
+    startWork({});
+    bar_.clear();
+}
+
+void TerminalInterface::tell(const Note& note) {
+    const std::string hint = note.kind == NoteKind::StepVaries ? " (--sort orders the depths)" : "";
+    this->note((note.file.empty() ? "" : note.file + ": ") + textOf(note) + hint);
 }
 
 bool TerminalInterface::canAsk() const {
@@ -165,7 +154,7 @@ Answer TerminalInterface::askAtTerminal(const Prompt& prompt) {
 
 Answer TerminalInterface::ask(const Prompt& prompt) {
     if (prompt.buttons == Buttons::Ok) {
-        if (!muted_) note(asOneLine(prompt.text));
+        if (!held_) note(asOneLine(prompt.text));
         return Answer::Ok;
     }
     if (canAsk()) return askAtTerminal(prompt);

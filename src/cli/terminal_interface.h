@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "shared/progress.h"
 #include "shared/prompts.h"
 #include "shared/run_state.h"
 
@@ -31,15 +32,12 @@ class ProgressBar {
     void clear();
 
   private:
-    using Clock = std::chrono::steady_clock;
-    void begin(std::string_view status, Clock::time_point now);
-    std::string measure(double fraction, Clock::time_point now) const;
+    double now() const;  ///< seconds since the bar was made
 
     ShowProgress show_;
-    std::uint64_t total_ = 0;
-    std::string status_;
-    Clock::time_point begun_{}, drawn_{};
-    double lastFraction_ = 0;
+    ProgressMeter meter_;
+    std::chrono::steady_clock::time_point made_ = std::chrono::steady_clock::now();
+    double drawn_ = -1;
     int lastTenth_ = -1;
     bool onScreen_ = false;
 };
@@ -50,8 +48,6 @@ class TerminalInterface : public UserInterface {
     void configure(Ask ask, ShowProgress progress, bool quiet);
     /// Progress is read from here at each turn.
     void watch(const RunState& run) { run_ = &run; }
-    /// Boxes that only tell something are dropped while muted.
-    void mute(bool muted) { muted_ = muted; }
 
     /// One line on stderr behind "welvane: ".
     void say(std::string_view line);
@@ -60,17 +56,18 @@ class TerminalInterface : public UserInterface {
     /// Whole lines on stderr as they stand, but not when quiet.
     void noteBlock(std::string_view lines);
     ProgressBar& bar() { return bar_; }
-    /// The progress of a run is shown under this label as the part of a longer way that it is; "" shows each step by
-    /// its own name again.
-    void setSpan(std::string label, double begin, double end);
-    /// Notes are told of this file unless they name it; "" for no file.
-    void setSubject(std::string file) { subject_ = std::move(file); }
 
     Answer ask(const Prompt& prompt) override;
     std::string askText(const TextPrompt& prompt) override;
     std::string askFile(const FilePrompt& prompt) override;
     std::string askFolder(const std::string& title, const std::string& start) override;
     void progress(const Progress& progress) override;
+    /// Its progress is shown under its label as the part of a longer way that it is, without one each step by its own
+    /// name; notes are told of its file unless they name it.
+    void startWork(const Work& work) override;
+    void endWork() override;
+    void tell(const Note& note) override;
+    void holdBoxes(bool held) override { held_ = held; }
     void pumpEvents() override;
 
   private:
@@ -80,7 +77,7 @@ class TerminalInterface : public UserInterface {
     std::string askForLine(const std::string& question, const std::string& defaultText);
 
     Ask ask_ = Ask::AtTerminal;
-    bool quiet_ = false, muted_ = false;
+    bool quiet_ = false, held_ = false;
     const RunState* run_ = nullptr;
     ProgressBar bar_{ShowProgress::Auto};
     unsigned turns_ = 0;

@@ -1,6 +1,5 @@
 #include "cli/verbs.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
 
@@ -18,20 +17,21 @@ constexpr std::string_view usageLines =
     "       welvane FILE /Switch=value ...        the headless line: silent, exit status 0\n"
     "       welvane                               opens the desktop\n";
 
-void declareCommon(CLI::App& command, const Verb& verb, CommonOptions& common) {
-    const char* const group = "Common options";
-    command.set_help_flag("-h,--help", "Print this help")->group(group);
-    command.add_flag("-q,--quiet", common.quiet, "Say nothing but errors")->group(group);
-    command.add_option("--progress", common.progress, "Show a progress bar: auto, always or never")
-        ->check(CLI::IsMember({"auto", "always", "never"}))
-        ->type_name("WHEN")
-        ->group(group);
-    CLI::Option* const yes =
-        command.add_flag("-y,--yes", common.yes, "Answer every question with Yes or OK")->group(group);
-    command.add_flag("-n,--no", common.no, "Answer every question with No or Cancel")->excludes(yes)->group(group);
-    command.add_flag("-f,--force", common.force, "Replace an output that exists")->group(group);
-    command.add_flag("--strict", common.strict, "Refuse an input whose lines end in LF only")->group(group);
-    if (verb.json) command.add_flag("--json", common.json, "Print one JSON document on stdout")->group(group);
+VerbOptions commonOptions(const Verb& verb, CommonOptions& common) {
+    VerbOptions rows;
+    addOptions(rows, commonGroup,
+               {{"-q,--quiet", &common.quiet, "", "Say nothing but errors"},
+                {"--progress",
+                 &common.progress,
+                 "WHEN",
+                 "Show a progress bar: auto, always or never",
+                 {.words = {"auto", "always", "never"}}},
+                {"-y,--yes", &common.yes, "", "Answer every question with Yes or OK"},
+                {"-n,--no", &common.no, "", "Answer every question with No or Cancel", {.excludes = "--yes"}},
+                {"-f,--force", &common.force, "", "Replace an output that exists"},
+                {"--strict", &common.strict, "", "Refuse an input whose lines end in LF only"}});
+    if (verb.json) addOptions(rows, commonGroup, {{"--json", &common.json, "", "Print one JSON document on stdout"}});
+    return rows;
 }
 
 ExitCode usageFault(const std::string& message, const Verb* verb) {
@@ -51,21 +51,27 @@ ExitCode flushOutput(ExitCode code) {
 ExitCode perform(const VerbRun& run, const CommonOptions& common, const Verb& verb) {
     ExitCode code = ExitCode::Done;
     try {
-        Workbench bench(common);
+        Console console(common);
         try {
-            code = run(bench);
+            code = run(console);
         } catch (const UsageFault& fault) {
             code = usageFault(fault.what(), &verb);
+        } catch (const Refusal& refused) {
+            if (refused.fault.senseless)
+                code = usageFault(faultText(refused.fault), &verb);
+            else if (!wasInterrupted())
+                console.say(refused.fault);
+            if (!refused.fault.senseless) code = ExitCode::Negative;
         } catch (const std::bad_alloc&) {
-            bench.user().say("out of memory");
+            console.user().say("out of memory");
             code = ExitCode::Negative;
         } catch (const std::exception& error) {
             // Somebody who stopped the run knows why it ended.
-            if (!wasInterrupted()) bench.user().say(error.what());
+            if (!wasInterrupted()) console.user().say(error.what());
             code = ExitCode::Negative;
         }
         if (wasInterrupted()) {
-            bench.user().say("stopped");
+            console.user().say("stopped");
             code = ExitCode::Interrupted;
         }
         cancelOnInterrupt(nullptr);
@@ -91,11 +97,14 @@ const std::vector<Verb>& verbTable() {
         {"tops", "List the [TOPS] block", declareTops, true},
         {"stats", "Statistics and covered intervals of each channel", declareStats, true},
         {"list", "List files: curves, footage, statistics, a summary, a price", declareList, true},
+        {"coverage", "How the depths of up to four files lie against each other, as a picture", declareCoverage, true},
+        {"plot", "Draw logs in tracks over depth, of files or of what a run would make of them", declarePlot},
         {"price", "Estimate the price of a length of curve", declarePrice, true},
         {"from-ascii", "Make a LAS file of a table of columns", declareFromAscii},
         {"certify", "Run the external checker, a verdict per file", declareCertify, true},
         {"bytes", "Show a file byte by byte, or find its bad line ends", declareBytes},
         {"replace", "Search and replace over a whole file", declareReplace},
+        {"library", "List and edit the groups of curves and units", declareLibrary, true},
         {"settings", "List, get and set the preferences", declareSettings, true},
     };
     return table;
@@ -142,22 +151,17 @@ ExitCode runVerb(const std::vector<std::string>& arguments) {
     if (verb == nullptr) return usageFault("there is no verb '" + name + "'", nullptr);
 
     CommonOptions common;
-    CLI::App command(std::string(verb->summary) + ".", "welvane " + std::string(verb->name));
-    const VerbRun run = verb->declare(command);
-    declareCommon(command, *verb, common);
-    command.get_formatter()->column_width(34);
-    // The library takes the arguments from the back.
-    std::vector<std::string> rest(arguments.rbegin(), arguments.rend() - 1);
+    const VerbSyntax syntax = verb->declare();
+    std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
     if (wantsHelp) rest = {"--help"};
-    try {
-        command.parse(rest);
-    } catch (const CLI::CallForHelp&) {
-        std::fputs(command.help().c_str(), stdout);
+    const ReadArguments read =
+        readArguments({verb->name, verb->summary, syntax.footer, syntax.options, commonOptions(*verb, common)}, rest);
+    if (read.outcome == ReadArguments::Outcome::Fault) return usageFault(read.text, verb);
+    if (read.outcome == ReadArguments::Outcome::Help) {
+        std::fputs(read.text.c_str(), stdout);
         return flushOutput(ExitCode::Done);
-    } catch (const CLI::ParseError& error) {
-        return usageFault(error.what(), verb);
     }
-    return perform(run, common, *verb);
+    return perform(syntax.run, common, *verb);
 }
 
 }  // namespace welvane

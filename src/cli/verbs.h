@@ -6,24 +6,27 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/workbench.h"
+#include "cli/console.h"
+#include "cli/options.h"
 
-namespace CLI {
-class App;
-}
-
-/// The table of verbs. A verb is one file beside this one, with one routine that declares its options, and one row of
-/// the table.
+/// The table of verbs. A verb is one file in verbs/, with one routine that tells its options, and one row of the table.
 namespace welvane {
 
 /// Runs a verb whose options have been read.
-using VerbRun = std::function<ExitCode(Workbench& bench)>;
+using VerbRun = std::function<ExitCode(Console& console)>;
 
-/// A verb: what it is called, what it does in a few words, and the routine that declares its options on the command and
-/// returns what runs them. The common options are declared for it.
+/// The options that are a verb's own, and what runs it once they are read.
+struct VerbSyntax {
+    VerbOptions options;
+    VerbRun run;
+    std::string_view footer{};  ///< last line of its help
+};
+
+/// A verb: what it is called, what it does in a few words, and the routine that tells its options. The common options
+/// are added to them.
 struct Verb {
     std::string_view name, summary;
-    VerbRun (*declare)(CLI::App& command);
+    VerbSyntax (*declare)();
     bool json = false;  ///< knows --json
 };
 /// In the order of the help.
@@ -31,23 +34,26 @@ const std::vector<Verb>& verbTable();
 /// nullptr when the table does not hold it.
 const Verb* findVerb(std::string_view name);
 
-VerbRun declareRun(CLI::App& command);
-VerbRun declareBatch(CLI::App& command);
-VerbRun declareFunctions(CLI::App& command);
-VerbRun declareTvd(CLI::App& command);
-VerbRun declareInfo(CLI::App& command);
-VerbRun declareCheck(CLI::App& command);
-VerbRun declareRepair(CLI::App& command);
-VerbRun declareWrap(CLI::App& command);
-VerbRun declareTops(CLI::App& command);
-VerbRun declareStats(CLI::App& command);
-VerbRun declareList(CLI::App& command);
-VerbRun declarePrice(CLI::App& command);
-VerbRun declareFromAscii(CLI::App& command);
-VerbRun declareCertify(CLI::App& command);
-VerbRun declareBytes(CLI::App& command);
-VerbRun declareReplace(CLI::App& command);
-VerbRun declareSettings(CLI::App& command);
+VerbSyntax declareRun();
+VerbSyntax declareBatch();
+VerbSyntax declareFunctions();
+VerbSyntax declareTvd();
+VerbSyntax declareInfo();
+VerbSyntax declareCheck();
+VerbSyntax declareRepair();
+VerbSyntax declareWrap();
+VerbSyntax declareTops();
+VerbSyntax declareStats();
+VerbSyntax declareCoverage();
+VerbSyntax declarePlot();
+VerbSyntax declareList();
+VerbSyntax declarePrice();
+VerbSyntax declareFromAscii();
+VerbSyntax declareCertify();
+VerbSyntax declareBytes();
+VerbSyntax declareReplace();
+VerbSyntax declareLibrary();
+VerbSyntax declareSettings();
 
 /// The arguments behind the program's name, the first of them a verb, "help" or one of the options that stand alone.
 ExitCode runVerb(const std::vector<std::string>& arguments);

@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t colonPlace = 56;
 constexpr std::size_t valuePlace = 19;
-constexpr std::size_t binarySample = 4096;
 /// Most that is taken over from a header file.
 constexpr std::size_t longestHeader = std::size_t{16} << 20;
 
@@ -109,7 +108,7 @@ std::optional<HeaderTexts> readHeaderTexts(std::string_view path, std::string& w
     const auto file = MappedFile::open(path, &why);
     if (!file) return std::nullopt;
     HeaderTexts texts;
-    if (file->bytes().substr(0, binarySample).find('\0') == npos) texts = headerTextsOf(file->bytes());
+    if (isText(file->bytes())) texts = headerTextsOf(file->bytes());
     if (texts.version.empty() && texts.well.empty()) {
         why = "the header file " + std::string(path) + " has neither a ~Version nor a ~Well section";
         return std::nullopt;

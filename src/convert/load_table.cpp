@@ -15,8 +15,6 @@ constexpr std::string_view skippedText = "A total of";
 constexpr std::string_view skippedEnd =
     " lines were skipped because the number of columns was different from the one specified as the starting line. Do "
     "not trust this file!";
-/// Bytes at the start of a file in which a NUL tells that it is no text.
-constexpr std::size_t binarySample = 4096;
 /// Lines between two looks at cancelRequested.
 constexpr std::size_t turnLines = 1024;
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
@@ -48,7 +46,7 @@ class TableLoader {
 
     TableLoadResult load() {
         std::string_view bytes = table_.bytes();
-        if (bytes.substr(0, binarySample).find('\0') != npos) return refuse("the file is not a text file");
+        if (!isText(bytes)) return refuse("the file is not a text file");
         // The mark is blanked out by beginning behind it: places of rows count from the file's start all the same.
         const std::size_t skip = beginsWith(bytes, byteOrderMark) ? byteOrderMark.size() : 0;
         TableLayout layout = findTableLayout(bytes.substr(skip), options_.delimiter, options_.dataLine);
@@ -82,6 +80,7 @@ class TableLoader {
         if (layout.columns == 0) return;
         GenericTable::Column& depth = table_.columns_.front();
         depth.name = "DEPT";
+        result_.depthUnitTold = !depth.unit.empty();
         depth.unit = depth.unit.empty() ? app_.settings.units.depthUnit : depthUnit(depth.unit);
     }
 

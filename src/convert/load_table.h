@@ -21,6 +21,7 @@ struct TableLoadResult {
     Delimiter delimiter = Delimiter::Blanks;  ///< the one used
     std::size_t dataLine = 0;                 ///< 1-based number of the first data line, 0 without one
     std::int64_t skipped = 0;                 ///< lines whose number of fields was another one
+    bool depthUnitTold = false;               ///< the table itself names the unit of its first column
     std::string why;                          ///< of a failure
 };
 

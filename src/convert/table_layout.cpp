@@ -16,8 +16,11 @@ constexpr std::size_t previewBytes = std::size_t{4} << 20;
 /// Lines in front of the data among which names and units are looked for.
 constexpr std::size_t linesRemembered = 4;
 
-bool isNumberCell(std::string_view cell) {
-    return cell.empty() || isNoNumberText(cell) || isNumeric(cell);
+/// A decimal comma makes a number too, so that a table of such numbers is not cut at them; who reads it says what
+/// becomes of them.
+bool isNumberCell(std::string_view cell, Delimiter delimiter) {
+    return cell.empty() || isNoNumberText(cell) || isNumeric(cell) ||
+           (delimiter != Delimiter::Comma && isDecimalComma(cell));
 }
 
 /// How much a line looks like a row of data.
@@ -28,8 +31,8 @@ RowKind rowKind(std::string_view line, Delimiter delimiter, std::size_t& count) 
     bool depthFirst = false, numbers = true;
     count = 0;
     for (std::string_view field; cursor.next(field); ++count) {
-        if (count == 0) depthFirst = !field.empty() && isNumberCell(field);
-        numbers = numbers && isNumberCell(field);
+        if (count == 0) depthFirst = !field.empty() && isNumberCell(field, delimiter);
+        numbers = numbers && isNumberCell(field, delimiter);
     }
     if (count == 0) return RowKind::Blank;
     return !depthFirst ? RowKind::Text : numbers ? RowKind::Numbers : RowKind::DepthFirst;

@@ -46,6 +46,11 @@ std::string_view trimSpace(std::string_view text) {
     return text;
 }
 
+bool isText(std::string_view bytes) {
+    constexpr std::size_t sample = 4096;
+    return bytes.substr(0, sample).find('\0') == npos;
+}
+
 TableLines::TableLines(std::string_view bytes, std::size_t position)
     : bytes_(bytes), position_(position), end_(lineEndOf(bytes)) {}
 
@@ -129,6 +134,21 @@ void splitFields(std::string_view line, Delimiter delimiter, std::vector<std::st
     fields.clear();
     FieldCursor cursor(line, delimiter);
     for (std::string_view field; cursor.next(field);) fields.push_back(field);
+}
+
+bool isDecimalComma(std::string_view cell) {
+    if (!cell.empty() && (cell.front() == '-' || cell.front() == '+')) cell.remove_prefix(1);
+    const std::size_t comma = cell.find(',');
+    if (comma == npos || comma == 0 || comma + 1 == cell.size()) return false;
+    return cell.find_first_not_of("0123456789", 0) == comma && isDigit(cell[comma + 1]) &&
+           cell.find_first_not_of("0123456789eE+-", comma + 1) == npos;
+}
+
+std::string withDecimalPoints(std::string_view text) {
+    std::string points(text);
+    for (std::size_t place = 1; place + 1 < points.size(); ++place)
+        if (points[place] == ',' && isDigit(points[place - 1]) && isDigit(points[place + 1])) points[place] = '.';
+    return points;
 }
 
 bool isNoNumberText(std::string_view cell) {

@@ -18,6 +18,9 @@ enum class Delimiter : char {
     Blanks = ' '  ///< a run of blanks and tabs counts as one
 };
 
+/// Whether no NUL among its first bytes tells that it is none.
+bool isText(std::string_view bytes);
+
 /// Hands out the lines of a text as views, without their ends (CR LF, LF, or CR where most of the first lines end in a
 /// lone one).
 class TableLines {
@@ -60,6 +63,11 @@ void splitFields(std::string_view line, Delimiter delimiter, std::vector<std::st
 
 /// Without blanks and tabs at both ends.
 std::string_view trimSpace(std::string_view text);
+
+/// True for a number with a comma in place of its point: "1,5", "-0,25".
+bool isDecimalComma(std::string_view cell);
+/// The text with a point in place of each comma between two digits.
+std::string withDecimalPoints(std::string_view text);
 
 /// True for "inf" and "NaN" (either case, with or without a sign), which become the null value.
 bool isNoNumberText(std::string_view cell);

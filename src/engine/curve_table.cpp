@@ -1,7 +1,6 @@
 #include "engine/curve_table.h"
 
-#include "las/sections.h"
-#include "platform/mapped_file.h"
+#include "shared/distinct_names.h"
 #include "shared/files.h"
 #include "shared/text.h"
 
@@ -9,18 +8,11 @@ namespace welvane {
 
 namespace {
 
-bool hasCurveSection(const std::string& path) {
-    const auto file = MappedFile::open(path);
-    if (!file) return false;
-    LineReader reader(file->bytes());
-    return seekSection(reader, 'C') != 0;
-}
-
-std::string depthUnitPair(const PassContext& context) {
+OutputCurve depthCurve(const PassContext& context) {
     const std::string& wanted = context.session.tables.setting(PrdRow::DepthUnits);
     const SlotChannels& channels = context.session.channels[0];
     const std::string& input = context.session.loaded(0) && !channels.empty() ? channels.front().field.unit : wanted;
-    return input + "^" + wanted;
+    return {"DEPT", input, wanted, "00 001 00 00", "Depth Index"};
 }
 
 /// " (Input; file-MNEM,From to To ...)" of the slots that feed a column.
@@ -45,43 +37,33 @@ bool severalInputs(const Session& session) {
 
 }  // namespace
 
-void renameDuplicates(OutputCurveTable& table) {
-    for (std::size_t i = 0; i < table.size(); ++i) {
-        for (std::size_t j = 1; j < table.size(); ++j) {
-            if (i == j || !sameText(table[i].mnem, table[j].mnem)) continue;
-            std::string& mnem = table[j].mnem;
-            const bool numbered = mnem.size() >= 2 && mnem[mnem.size() - 2] == '_';
-            if (!numbered) {
-                mnem += "_1";
-            } else if (isDigit(mnem.back())) {
-                const int next = mnem.back() - '0' + 1;
-                mnem.pop_back();
-                mnem += std::to_string(next);
-            }
-        }
-    }
+void renameDuplicates(OutputCurveTable& table, FigureRules rules) {
+    std::vector<std::string> names;
+    for (OutputCurve& curve : table) names.push_back(std::move(curve.mnem));
+    makeDistinct(names, rules);
+    for (std::size_t i = 0; i < table.size(); ++i) table[i].mnem = std::move(names[i]);
 }
 
 void buildCurveTable(PassContext& context) {
     context.curveTable.clear();
     context.titleLine.clear();
-    if (!hasCurveSection(context.headerSource)) return;
+    if (!context.headerSource || !context.headerSource->text().seekSection('C')) return;
 
     SessionTables& tables = context.tables();
     const Table& outputs = tables.outputs();
     const bool keepDetails = tables.checked(PrdRow::KeepInputDetails) && severalInputs(context.session);
-    context.curveTable.push_back({"DEPT", depthUnitPair(context), "00 001 00 00", "Depth Index"});
+    context.curveTable.push_back(depthCurve(context));
     for (int column = 1; column < outputs.columns(); ++column) {
         const std::string& mnem = tables.output(SrdRow::Mnem, column);
-        if (mnem.empty() || !outputs.checked(static_cast<int>(SrdRow::Use), column)) continue;
-        OutputCurve curve{mnem, tables.output(SrdRow::Unit, column), tables.output(SrdRow::Value, column),
-                          tables.output(SrdRow::Description, column)};
+        if (mnem.empty() || !outputs.checked(SrdRow::Use, column)) continue;
+        OutputCurve curve{mnem, tables.output(SrdRow::InputUnit, column), tables.output(SrdRow::Unit, column),
+                          tables.output(SrdRow::Value, column), tables.output(SrdRow::Description, column)};
         if (keepDetails) curve.description += inputDetails(context, column);
         const auto width = static_cast<std::size_t>(std::max<int>(0, context.format().dataWidth));
         context.titleLine += rightAligned(std::string_view(mnem).substr(0, width), width);
         context.curveTable.push_back(std::move(curve));
     }
-    if (tables.checked(PrdRow::RenameDuplicates)) renameDuplicates(context.curveTable);
+    if (tables.checked(PrdRow::RenameDuplicates)) renameDuplicates(context.curveTable, context.options.rules);
 }
 
 }  // namespace welvane

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/mapped_file.h"
+#include "las/las_file.h"
 #include "shared/files.h"
 #include "shared/line_reader.h"
 #include "shared/numbers.h"
@@ -32,10 +32,10 @@ bool isBlankText(std::string_view text) {
 /// One reading of one file: where it stands and where its samples go.
 class Reading {
   public:
-    Reading(PassContext& context, const InputSlot& slot, std::string_view bytes, int firstColumn, int lastColumn)
+    Reading(PassContext& context, const InputSlot& slot, int firstColumn, int lastColumn)
         : context_(context),
           slot_(slot),
-          lines_(bytes, slot.dataStart > 0 ? static_cast<std::size_t>(slot.dataStart) - 1 : bytes.size()),
+          lines_(slot.file->text().lines(slot.dataStart > 0 ? static_cast<std::size_t>(slot.dataStart) - 1 : npos)),
           start_(context.grid.start),
           step_(context.grid.step),
           samples_(context.inputMatrix.samples()),
@@ -198,26 +198,32 @@ class Reading {
 }  // namespace
 
 ReadResult readDataIntoMatrix(PassContext& context, const InputSlot& slot, int firstColumn, int lastColumn) {
-    std::string why;
-    const auto file = MappedFile::open(slot.path, &why);
     const std::string name = fileNameOf(slot.path);
-    const auto brokenOff = [&context](const std::string& where, const std::string& reason) {
-        context.report.failures.add(where, reason);
-        if (context.report.brokenInput.empty()) context.report.brokenInput = where + ": " + reason;
+    PassReport& report = context.report;
+    const auto brokenOff = [&report](const std::string& where, const std::string& reason) {
+        report.failures.add(where, reason);
+        if (report.brokenInput.empty()) report.brokenInput = where + ": " + reason;
         return ReadResult::NotDone;
     };
-    if (!file) return brokenOff(name, why);
-    file->willReadAll();
+    if (!slot.file) return brokenOff(name, "not opened");
+    const LasFile& file = *slot.file;
+    file.willReadAll();
     context.app.run.statusText = "Reading " + name + " into array...";
-    Reading reading(context, slot, file->bytes(), firstColumn, lastColumn);
+    Reading reading(context, slot, firstColumn, lastColumn);
+    ReadResult result = ReadResult::NotDone;
+    std::string why;
     try {
-        const ReadResult result = reading.run();
-        if (file->damaged()) throw RunTimeFailure("the file was cut while it was read");
-        return result;
+        result = reading.run();
     } catch (const RunTimeFailure& failure) {
-        return brokenOff(name + ": line " + std::to_string(lineNumberAt(file->bytes(), reading.recordPlace())),
-                         std::string(failure.what()) + ", reading ended");
+        why = failure.what();
     }
+    if (file.damaged()) {
+        why = "the file was cut while it was read";
+        report.inputLost = true;
+    }
+    if (why.empty()) return result;
+    return brokenOff(name + ": line " + std::to_string(file.text().lineNumber(reading.recordPlace())),
+                     why + ", reading ended");
 }
 
 }  // namespace welvane

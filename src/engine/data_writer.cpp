@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "engine/layout.h"
+#include "las/header_text.h"
 #include "session/tvd.h"
 #include "shared/numbers.h"
 #include "shared/numbers_fast.h"
@@ -16,13 +17,6 @@ namespace {
 
 /// The longest record that stands on one line in a file without wrapping.
 constexpr int longestRecord = 254;
-constexpr int wrapLineLength = 78;
-
-/// One written column.
-struct OutputColumn {
-    const double* samples;  ///< sample i at index i - 1
-    double scale;           ///< a single's value
-};
 
 float unitScale(const PassContext& context, std::string_view wanted, std::string_view input) {
     return toSingle(unitFactor(context.app.reference, wanted) / unitFactor(context.app.reference, input));
@@ -32,14 +26,12 @@ std::vector<OutputColumn> outputColumns(PassContext& context) {
     const SessionTables& tables = context.tables();
     std::vector<OutputColumn> columns;
     for (int column = 1; column < tables.outputs().columns(); ++column) {
-        if (!tables.outputs().checked(static_cast<int>(SrdRow::Use), column) ||
-            tables.output(SrdRow::Mnem, column).empty())
-            continue;
+        if (!tables.outputs().checked(SrdRow::Use, column) || tables.output(SrdRow::Mnem, column).empty()) continue;
         attempt(context.report.failures, "output column", [&] {
             float scale = 1.0F;
             const std::string_view wanted = trim(tables.output(SrdRow::Unit, column));
             const std::string_view input = trim(tables.output(SrdRow::InputUnit, column));
-            if (sameText(tables.output(SrdRow::Function, column), "<none>") && !sameText(wanted, input))
+            if (sameText(tables.output(SrdRow::Function, column), noneText) && !sameText(wanted, input))
                 scale = unitScale(context, wanted, input);
             columns.push_back({context.outputMatrix.column(column - 1).data(), static_cast<double>(scale)});
         });
@@ -47,21 +39,60 @@ std::vector<OutputColumn> outputColumns(PassContext& context) {
     return columns;
 }
 
-/// What depths are divided by on their way into the wanted unit.
 double depthDivisor(PassContext& context) {
     if (context.curveTable.empty()) return 1;
-    const std::string& pair = context.curveTable.front().unit;
-    const std::size_t mark = pair.find('^');
-    if (mark == npos) return 1;
-    const std::string input = pair.substr(0, mark), wanted = pair.substr(mark + 1);
-    if (sameText(input, wanted)) return 1;
+    const OutputCurve& depth = context.curveTable.front();
+    if (sameText(depth.inputUnit, depth.unit)) return 1;
     const ReferenceTables& reference = context.app.reference;
-    if (context.options.exactDepthUnit) return unitFactor(reference, input) / unitFactor(reference, wanted);
+    // By true figures a depth unit other than the input's is carried through exactly; as laid down by singles.
+    if (context.options.rules == FigureRules::trueFigures)
+        return unitFactor(reference, depth.inputUnit) / unitFactor(reference, depth.unit);
     double divisor = 1;
     attempt(context.report.failures, "depth unit",
-            [&] { divisor = static_cast<double>(1.0F / unitScale(context, wanted, input)); });
+            [&] { divisor = static_cast<double>(1.0F / unitScale(context, depth.unit, depth.inputUnit)); });
     return divisor;
 }
+
+/// The depths as they are written.
+class DepthPrinter {
+  public:
+    explicit DepthPrinter(PassContext& context)
+        : context_(context), decimals_(context.format().dataDecimals), toTvd_(context.session.inclinometry, 0) {}
+
+    double depth(std::int32_t index) const {
+        const PassGrid& grid = context_.grid;
+        double depth = (index - 1) * grid.step + grid.start + grid.depthOffset;
+        if (context_.applyTvd) {
+            const double factor = static_cast<double>(context_.tvdUnitFactor);
+            depth = factor == 1 ? toTvd_(depth) : toTvd_(depth / factor) * factor;
+        }
+        return depth / context_.depthDivisor;
+    }
+
+    /// The depth cut to the step's precision and shown at the data's decimals; its length. `target` holds
+    /// formatMaskCapacity characters and 16 more.
+    std::size_t print(char* target, std::int32_t index) const {
+        const double value = depth(index);
+        const bool carriedThrough = context_.options.rules == FigureRules::trueFigures && context_.depthDivisor != 1;
+        const int cut = carriedThrough ? decimals_ : context_.grid.stepDecimals;
+        if (cut >= decimals_)
+            return formatMaskFast(target, cut == decimals_ ? value : val(formatMask(value, cut)), decimals_);
+        std::size_t length = formatMaskFast(target, value, cut);
+        if (cut == 0) target[length++] = '.';
+        std::memset(target + length, '0', static_cast<std::size_t>(decimals_ - cut));
+        return length + static_cast<std::size_t>(decimals_ - cut);
+    }
+    std::string text(std::int32_t index) const {
+        std::string text(formatMaskCapacity(decimals_) + 16, ' ');
+        text.resize(print(text.data(), index));
+        return text;
+    }
+
+  private:
+    const PassContext& context_;
+    int decimals_;
+    DepthMapper toTvd_;
+};
 
 /// Prints depths and values of one pass.
 class RecordPrinter {
@@ -69,16 +100,13 @@ class RecordPrinter {
     RecordPrinter(PassContext& context, OutputFile& file)
         : context_(context),
           file_(file),
-          columns_(outputColumns(context)),
-          divisor_(depthDivisor(context)),
+          columns_(context.outputColumns),
+          depths_(context),
           width_(static_cast<std::size_t>(std::max<int>(0, context.format().dataWidth))),
           decimals_(context.format().dataDecimals),
           null_(static_cast<double>(context.nullValue)),
           nullText_(formatMask(null_, decimals_)),
-          overflow_(overflowText(context.format().dataWidth, decimals_)),
-          toTvd_(context.session.inclinometry, 0) {
-        context.depthDivisor = divisor_;
-        context.report.columns = static_cast<int>(columns_.size());
+          overflow_(overflowText(context.format().dataWidth, decimals_)) {
         scratch_.resize(formatMaskCapacity(decimals_) + 16);
     }
 
@@ -92,13 +120,12 @@ class RecordPrinter {
   private:
     PassContext& context_;
     OutputFile& file_;
-    std::vector<OutputColumn> columns_;
-    double divisor_;
+    const std::vector<OutputColumn>& columns_;
+    DepthPrinter depths_;
     std::size_t width_;
     int decimals_;
     double null_;
     std::string nullText_, overflow_;
-    DepthMapper toTvd_;
     std::string scratch_, record_;
 
     template <class Print>
@@ -114,35 +141,6 @@ class RecordPrinter {
             if (!run.commandMode) context_.app.user.pumpEvents();
             if (index == grid.lastIndex) return true;
         }
-    }
-
-    double writtenDepth(std::int32_t index) const {
-        const PassGrid& grid = context_.grid;
-        double depth = (index - 1) * grid.step + grid.start + grid.depthOffset;
-        if (context_.applyTvd) {
-            const double factor = static_cast<double>(context_.tvdUnitFactor);
-            depth = factor == 1 ? toTvd_(depth) : toTvd_(depth / factor) * factor;
-        }
-        return depth / divisor_;
-    }
-
-    /// The depth cut to the step's precision and shown at the data's decimals, in scratch_; its length.
-    std::size_t formatDepth(std::int32_t index) {
-        const double depth = writtenDepth(index);
-        const bool carriedThrough = context_.options.exactDepthUnit && divisor_ != 1;
-        const int cut = carriedThrough ? decimals_ : context_.grid.stepDecimals;
-        if (cut >= decimals_)
-            return formatMaskFast(scratch_.data(), cut == decimals_ ? depth : val(formatMask(depth, cut)), decimals_);
-        std::size_t length = formatMaskFast(scratch_.data(), depth, cut);
-        if (cut == 0) scratch_[length++] = '.';
-        std::memset(scratch_.data() + length, '0', static_cast<std::size_t>(decimals_ - cut));
-        return length + static_cast<std::size_t>(decimals_ - cut);
-    }
-
-    void keepDepth(std::size_t length) {
-        std::string& last = context_.report.lastDepth;
-        last.assign(scratch_.data(), length);
-        if (context_.report.records == 0) context_.report.firstDepth = last;
     }
 
     static void putRight(char* column, std::size_t width, const char* text, std::size_t length) {
@@ -175,8 +173,7 @@ class RecordPrinter {
         const bool wrapped = context_.wrapPerLine > 0;
         if (wrapped) record_.resize(length);
         char* const record = wrapped ? record_.data() : file_.reserve(length + 2);
-        const std::size_t depthLength = formatDepth(index);
-        keepDepth(depthLength);
+        const std::size_t depthLength = depths_.print(scratch_.data(), index);
         putRight(record, width_, scratch_.data(), depthLength);
         char* place = record;
         for (const OutputColumn& column : columns_) putValue(place += width_, column.samples[index - 1], column.scale);
@@ -193,7 +190,7 @@ class RecordPrinter {
     void printDelimited(std::int32_t index, char delimiter) {
         const std::size_t cell = formatMaskCapacity(decimals_) + 16;
         record_.resize((columns_.size() + 1) * (cell + 1));
-        std::size_t length = formatMaskFast(record_.data(), writtenDepth(index), decimals_);
+        std::size_t length = formatMaskFast(record_.data(), depths_.depth(index), decimals_);
         for (const OutputColumn& column : columns_) {
             record_[length++] = delimiter;
             const double value = column.samples[index - 1];
@@ -211,7 +208,7 @@ class RecordPrinter {
 int checkedColumns(const SessionTables& tables) {
     int count = 0;
     for (int column = 1; column < tables.outputs().columns(); ++column)
-        if (tables.outputs().checked(static_cast<int>(SrdRow::Use), column)) ++count;
+        if (tables.outputs().checked(SrdRow::Use, column)) ++count;
     return count;
 }
 
@@ -221,13 +218,13 @@ void decideWrap(PassContext& context, int columns) {
     const int width = context.format().dataWidth;
     const bool tooWide = (columns + 1) * width > longestRecord;
     if (context.app.run.commandMode) {
-        if (!tables.filterInUse() && tooWide && sameText(wrap, "No")) {
-            wrap = "Yes";
+        if (!tables.filterInUse() && tooWide && decode<Wrap>(wrap) == Wrap::No) {
+            wrap = textOf(Wrap::Yes);
             context.wrapPerLine = static_cast<std::int16_t>(wrapLineLength / width);
         }
         return;
     }
-    if (!sameText(wrap, "Yes") || tooWide) return;
+    if (decode<Wrap>(wrap) != Wrap::Yes || tooWide || context.options.wrapSettled) return;
     const std::string text =
         "The LAS file does not need to be in WRAP=YES mode for the number of requested channels (" +
         std::to_string(columns) + "), at the set width(" + std::to_string(width) +
@@ -235,8 +232,14 @@ void decideWrap(PassContext& context, int columns) {
     if (context.app.user.ask({"WRAP Yes Mode Un-Necessary!", text, Buttons::YesNo, Icon::Question, Answer::Yes}) !=
         Answer::No)
         return;
-    wrap = "No";
+    wrap = textOf(Wrap::No);
     context.wrapPerLine = 0;
+}
+
+/// Columns of one width; otherwise a delimiter stands between the values.
+bool fixedLayout(const SessionTables& tables) {
+    return !tables.checked(PrdRow::PlainAscii) ||
+           decode<Separator>(tables.secondOption(PrdRow::PlainAscii)) == Separator::Space;
 }
 
 void tellOverflow(PassContext& context) {
@@ -251,39 +254,47 @@ void tellOverflow(PassContext& context) {
 
 }  // namespace
 
-void writeDataTitle(PassContext& context, OutputFile& file) {
+std::string writeDataTitle(PassContext& context) {
     const SessionTables& tables = context.tables();
     const int columns = tables.filterInUse() ? static_cast<int>(context.curveTable.size()) - 1 : checkedColumns(tables);
-    if (tables.checked(PrdRow::PlainAscii)) {
-        if (context.wrapPerLine > 0) context.wrapLines = (columns + context.wrapPerLine - 1) / context.wrapPerLine;
-        return;
-    }
-    decideWrap(context, columns);
+    const bool plain = tables.checked(PrdRow::PlainAscii);
+    if (!plain) decideWrap(context, columns);
     if (context.wrapPerLine > 0) context.wrapLines = (columns + context.wrapPerLine - 1) / context.wrapPerLine;
+    if (plain) return {};
 
     const auto width = static_cast<std::size_t>(std::max<int>(0, context.format().dataWidth));
     const std::string indexName = context.headerCurveNames.empty() ? std::string() : context.headerCurveNames.front();
     std::string title = rightAligned(indexName, width) + context.titleLine;
     const Table& ord = tables.ord;
-    const std::string section = std::string(trim(ord.text(static_cast<int>(OrdRow::Name), ord.columns() - 1))) + " ";
+    const std::string section = std::string(trim(ord.text(OrdRow::Name, ord.columns() - 1))) + " ";
+    HeaderText text;
     if (context.wrapPerLine > 0) {
         title = wrapTitle(title, context.format().dataWidth, "#");
         if (!title.empty()) title.front() = '#';
-        file.writeLine(title);
-        file.writeLine(section);
-        return;
+        text.line(title);
+        text.line(section);
+    } else {
+        text.line(section.size() < title.size() ? section + title.substr(section.size()) : section);
     }
-    file.writeLine(section.size() < title.size() ? section + title.substr(section.size()) : section);
+    return text.take();
+}
+
+void settleColumns(PassContext& context) {
+    context.outputColumns = outputColumns(context);
+    context.depthDivisor = depthDivisor(context);
+    context.report.columns = static_cast<int>(context.outputColumns.size());
+    if (!fixedLayout(context.tables())) return;
+    const DepthPrinter depths(context);
+    context.report.firstDepth = depths.text(context.grid.firstIndex);
+    context.report.lastDepth = depths.text(context.grid.lastIndex);
 }
 
 bool writeData(PassContext& context, OutputFile& file) {
     context.app.run.statusText = "Writing ~Ascii section ...";
-    SessionTables& tables = context.tables();
+    const SessionTables& tables = context.tables();
     RecordPrinter printer(context, file);
-    const bool plain = tables.checked(PrdRow::PlainAscii);
-    const bool fixed = !plain || sameText(tables.secondOption(PrdRow::PlainAscii), "Space");
-    if (!(fixed ? printer.fixed() : printer.delimited(delimiterOf(tables.secondOption(PrdRow::PlainAscii)))))
-        return false;
+    const auto separator = decode<Separator>(tables.secondOption(PrdRow::PlainAscii)).value_or(Separator::Space);
+    if (!(fixedLayout(tables) ? printer.fixed() : printer.delimited(delimiterOf(separator)))) return false;
     context.app.run.progressFraction = 1;
     tellOverflow(context);
     return true;

@@ -1,16 +1,22 @@
 #pragma once
 
-#include "engine/pass.h"
+#include <string>
+
+#include "engine/pass_context.h"
 #include "platform/output_file.h"
 
 namespace welvane {
 
-/// Settles WRAP and writes the title of the ~Ascii section: the section's name, and the mnemonics of the written
-/// channels on it or, wrapped, above it.
-void writeDataTitle(PassContext& context, OutputFile& file);
+/// Settles WRAP and gives the title of the ~Ascii section: the section's name, and the mnemonics of the written
+/// channels on it or, wrapped, above it. "" for a plain table.
+std::string writeDataTitle(PassContext& context);
 
-/// Prints the samples, one record a grid sample, fixed or delimited. Leaves the depth texts and counts in the report.
-/// False when cancelled between two records.
+/// The columns that are written, with their unit scales, and the divisor of the depths. Leaves context.outputColumns
+/// and depthDivisor, and, where depths stand in columns, the texts of the first and last one in the report.
+void settleColumns(PassContext& context);
+
+/// Prints the samples, one record a grid sample, fixed or delimited. Leaves the counts in the report. False when
+/// cancelled between two records.
 bool writeData(PassContext& context, OutputFile& file);
 
 }  // namespace welvane

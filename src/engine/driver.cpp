@@ -1,5 +1,8 @@
 #include "engine/driver.h"
 
+#include <algorithm>
+
+#include "engine/pass.h"
 #include "session/filters.h"
 #include "session/loading.h"
 #include "shared/files.h"
@@ -10,23 +13,33 @@ namespace welvane {
 namespace {
 
 /// The second pass behind a true vertical depth output: the depths are no regular grid any more, so the file just
-/// written is read again and its samples are filled linearly onto one. It replaces that file when it is whole.
-void makeTvdRegular(App& app, Session& session, ItemReport& item) {
+/// written is read again and its samples are filled linearly onto one. It replaces that file when it is whole. Where
+/// that is refused the file goes: its STEP is not that of its depths. Returns why, "" when it was not refused.
+std::string makeTvdRegular(App& app, Session& session, ItemReport& item) {
+    std::string why;
     const std::string keptLasFile = app.run.lasFile;
     app.run.lasFile = app.run.targetFile;
     for (InputSlot& slot : session.slots) slot.path.clear();
     session.slots[0].path = app.run.targetFile;
-    Open4Files(app, session, 0);
-    session.tables.setting(PrdRow::NullFill) = "Linear";
+    const SlotLoadResult loaded = Open4Files(app, session, 0);
+    session.tables.setting(PrdRow::NullFill) = textOf(NullFill::Linear);
     PassContext context(app, session, {app.run.targetFile, false, OutputFile::Mode::Beside});
-    if (doitmastnew(context) == PassResult::Done) {
+    if (loaded.status == LoadStatus::Unreadable)
+        context.report.refusal = loaded.why;
+    else
+        doitmastnew(context);
+    if (context.report.result == PassResult::Done) {
         item.pass = context.report;
         item.pass.applyTvd = true;
     } else {
-        item.pass.failures.add("second pass", "the depths could not be made regular: " + context.report.refusal);
+        why = "the depths could not be made regular: " + context.report.refusal;
+        item.pass.failures.add("second pass", why);
     }
-    session.tables.setting(PrdRow::NullFill) = "None";
+    session.tables.setting(PrdRow::NullFill) = textOf(NullFill::None);
     app.run.lasFile = keptLasFile;
+    if (context.report.result != PassResult::Stopped) return {};
+    removeFile(app.run.targetFile);
+    return why;
 }
 
 /// True when the item is done.
@@ -35,12 +48,16 @@ bool oneItem(App& app, Session& session, const RunRequest& request, RunOutcome& 
     ItemReport& item = outcome.items.emplace_back();
     item.source = app.run.lasFile.empty() ? session.slots[0].path : app.run.lasFile;
     item.target = app.run.targetFile;
-    PassContext context(
-        app, session,
-        {app.run.targetFile, app.run.noInputRun, request.outputMode, request.wholeInputs, request.exactDepthUnit});
-    const PassResult result = doitmastnew(context);
+    PassContext context(app, session,
+                        {app.run.targetFile, app.run.noInputRun, request.outputMode, request.wholeInputs, request.rules,
+                         request.wrapSettled});
+    PassResult result = doitmastnew(context);
     item.pass = context.report;
-    if (result == PassResult::Done && context.applyTvd) makeTvdRegular(app, session, item);
+    if (result == PassResult::Done && context.applyTvd)
+        if (std::string why = makeTvdRegular(app, session, item); !why.empty()) {
+            context.report.refusal = std::move(why);
+            result = PassResult::Stopped;
+        }
     if (result == PassResult::Stopped && !app.run.commandMode && request.outputMode == OutputFile::Mode::InPlace)
         app.user.ask({"Problem writing the OutPut File!",
                       "An Error occured while writing the new file. Do not use this file without careful checking! ",
@@ -49,20 +66,22 @@ bool oneItem(App& app, Session& session, const RunRequest& request, RunOutcome& 
     return result == PassResult::Done;
 }
 
-bool outputIsInput(App& app, Session& session, RunOutcome& outcome) {
-    for (const InputSlot& slot : session.slots) {
-        if (slot.path.empty() || app.run.targetFile.empty() ||
-            !(sameText(slot.path, app.run.targetFile) || samePath(slot.path, app.run.targetFile)))
-            continue;
-        if (!app.run.commandMode)
-            app.user.ask({"Duplicate File Name!",
-                          "Input and output files cannot be the same file! Change the new file name or write it to a "
-                          "different directory!",
-                          Buttons::Ok, Icon::Stop, Answer::Ok});
-        outcome.refusal = "input and output are the same file";
-        return true;
-    }
-    return false;
+bool outputIsInput(App& app, Session& session, const RunRequest& request, RunOutcome& outcome) {
+    const std::string& target = app.run.targetFile;
+    const auto isTarget = [&](const std::string& path) {
+        if (path.empty() || target.empty()) return false;
+        // As laid down a name in other letter cases counts as the same one, whatever the system says.
+        return samePath(path, target) || (request.rules == FigureRules::asLaidDown && sameText(path, target));
+    };
+    const bool isInput = std::ranges::any_of(session.slots, [&](const InputSlot& slot) { return isTarget(slot.path); });
+    if (!isInput && !(session.tables.filterInUse() && isTarget(session.filterFile))) return false;
+    if (isInput && !app.run.commandMode)
+        app.user.ask({"Duplicate File Name!",
+                      "Input and output files cannot be the same file! Change the new file name or write it to a "
+                      "different directory!",
+                      Buttons::Ok, Icon::Stop, Answer::Ok});
+    outcome.refusal = isInput ? "input and output are the same file" : "filter and output are the same file";
+    return true;
 }
 
 void clearSlots(Session& session) {
@@ -90,14 +109,21 @@ void manyItems(App& app, Session& session, const RunRequest& request, RunOutcome
 }
 
 void singleItem(App& app, Session& session, const RunRequest& request, RunOutcome& outcome) {
-    if (outputIsInput(app, session, outcome)) return;
-    if (!app.run.commandMode && !request.filterApplied && session.tables.filterInUse()) openFilter(app, session);
+    if (outputIsInput(app, session, request, outcome)) return;
+    if (!app.run.commandMode && !request.filterApplied && session.tables.filterInUse()) {
+        const FilterReport filter = openFilter(app, session, request.rules);
+        if (filter.unreadable) {
+            outcome.refusal = filter.why;
+            return;
+        }
+    }
     if (!oneItem(app, session, request, outcome)) return;
     outcome.completed = true;
     if (!app.run.commandMode && request.afterProcess) request.afterProcess(app.run.targetFile);
 }
 
-/// The name of the output; "" when the question was cancelled.
+}  // namespace
+
 std::string askTargetName(App& app, Session& session, const RunRequest& request) {
     std::string name = app.run.targetFile;
     const bool plain = session.tables.checked(PrdRow::PlainAscii) && request.browser == nullptr;
@@ -118,13 +144,11 @@ std::string askTargetName(App& app, Session& session, const RunRequest& request)
     return name;
 }
 
-}  // namespace
-
 RunOutcome processMMM(App& app, Session& session, const RunRequest& request) {
     RunOutcome outcome;
     app.run.batchRunning = true;
     if (app.run.commandMode) {
-        if (!outputIsInput(app, session, outcome)) outcome.completed = oneItem(app, session, request, outcome);
+        if (!outputIsInput(app, session, request, outcome)) outcome.completed = oneItem(app, session, request, outcome);
         app.run.batchRunning = false;
         return outcome;
     }

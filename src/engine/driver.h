@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/pass.h"
+#include "engine/pass_context.h"
 
 /// What drives the pass: once for the loaded session, or once per selected file.
 namespace welvane {
@@ -18,8 +18,9 @@ struct BrowserSelection {
 /// Everything around one run that the caller settles.
 struct RunRequest {
     OutputFile::Mode outputMode = OutputFile::Mode::InPlace;
-    bool wholeInputs = false;     ///< as PassOptions
-    bool exactDepthUnit = false;  ///< as PassOptions
+    bool wholeInputs = false;  ///< as PassOptions
+    FigureRules rules = FigureRules::asLaidDown;
+    bool wrapSettled = false;  ///< as PassOptions
     /// The caller has applied the filter in use, and perhaps changed what it set: a single run does not apply it again.
     bool filterApplied = false;
     /// Nothing when no browser is open.
@@ -44,6 +45,9 @@ struct RunOutcome {
 /// Runs the pass on app.run.targetFile for the loaded session; with more than one file selected, for each of them in
 /// turn, ending at the first that fails.
 RunOutcome processMMM(App& app, Session& session, const RunRequest& request);
+
+/// Asks for the name of the output that a window's run makes; "" when cancelled.
+std::string askTargetName(App& app, Session& session, const RunRequest& request);
 
 /// Asks for the output's name where the run is not in command mode, then runs.
 RunOutcome doProcess(App& app, Session& session, const RunRequest& request);

@@ -2,6 +2,9 @@
 
 #include <cmath>
 
+#include "engine/layout.h"
+#include "session/choices.h"
+#include "session/step_text.h"
 #include "session/tvd.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
@@ -10,19 +13,7 @@ namespace welvane {
 
 namespace {
 
-constexpr int wrapLineLength = 78;
-
-const char* const stepZeroText =
-    "Please enter a STEP that is not zero. Welvane can only produce LAS files with a non-zero step.";
-const char* const stepZeroTitle = "Invalid STEP Value";
 const char* const narrowTitle = "Format Too Narrow!";
-
-std::string_view between(std::string_view text, char from, std::string_view to) {
-    const std::size_t first = text.find(from);
-    if (first == npos) return text;
-    const std::size_t last = findText(text, to, first + 1);
-    return last == npos ? text.substr(first + 1) : text.substr(first + 1, last - first - 1);
-}
 
 bool stop(PassContext& context, std::string why) {
     context.report.refusal = std::move(why);
@@ -30,8 +21,7 @@ bool stop(PassContext& context, std::string why) {
 }
 
 bool stepIsZero(PassContext& context) {
-    if (!context.app.run.commandMode)
-        context.app.user.ask({stepZeroTitle, stepZeroText, Buttons::Ok, Icon::Stop, Answer::Ok});
+    if (!context.app.run.commandMode) context.app.user.ask(zeroStepPrompt());
     context.tables().setting(PrdRow::SampleRate).clear();
     context.app.run.cancelRequested = true;
     return stop(context, "the step is zero: name one other than 0");
@@ -88,17 +78,11 @@ int findHeaderSlot(const PassContext& context) {
 }
 
 std::int16_t columnWidth(PassContext& context) {
-    if (sameText(context.tables().setting(PrdRow::ParsingOptions), "Auto (Preferred)")) return 0;
+    if (decode<Parsing>(context.tables().setting(PrdRow::ParsingOptions)) == Parsing::Auto) return 0;
     std::int16_t width = 0;
     attempt(context.report.failures, "column width",
             [&] { width = toInt16(val(context.tables().option(PrdRow::ParsingOptions))); });
     return width;
-}
-
-NullFill fillMode(const std::string& text) {
-    if (sameText(text, "Linear")) return NullFill::Linear;
-    if (sameText(text, "Flat Top")) return NullFill::FlatTop;
-    return NullFill::None;
 }
 
 void readOptions(PassContext& context) {
@@ -106,11 +90,11 @@ void readOptions(PassContext& context) {
     context.grid.depthOffset = val(tables.setting(PrdRow::DepthOffset));
     const std::int16_t width = context.format().dataWidth;
     context.wrapPerLine = 0;
-    if (sameText(tables.setting(PrdRow::Wrap), "Yes") && width > 0)
+    if (decode<Wrap>(tables.setting(PrdRow::Wrap)) == Wrap::Yes && width > 0)
         context.wrapPerLine = static_cast<std::int16_t>(wrapLineLength / width);
     attempt(context.report.failures, "null value",
             [&] { context.nullValue = toSingle(val(tables.setting(PrdRow::Null))); });
-    context.nullFillMode = fillMode(tables.setting(PrdRow::NullFill));
+    context.nullFillMode = decode<NullFill>(tables.setting(PrdRow::NullFill)).value_or(NullFill::None);
 }
 
 /// Bounds memory before it is taken.
@@ -148,14 +132,8 @@ double depthLimit(std::string_view text, double header) {
     return value;
 }
 
-double stepOfText(std::string_view text, std::string_view depthUnit) {
-    const bool listItem = holdsText(text, "\"") && holdsText(text, "f") && holdsText(text, "m");
-    std::string_view number = text;
-    if (listItem || isNumeric(text)) {
-        const bool feet = sameText(depthUnit, "F") || sameText(depthUnit, "FT");
-        if (holdsText(text, "(")) number = feet ? between(text, '"', "f") : between(text, '(', "m");
-    }
-    return val(formatMask(std::abs(val(number)), 4));
+double gridStep(std::string_view text, std::string_view depthUnit) {
+    return val(formatMask(std::abs(stepNumber(text, depthUnit)), 4));
 }
 
 int countOutputChannels(const SessionTables& tables) {
@@ -177,9 +155,9 @@ bool deriveGrid(PassContext& context) {
     if (tables.checked(PrdRow::ApplyTvd)) updateInclinometry(context.session);
     context.applyTvd = tables.checked(PrdRow::ApplyTvd) && !context.session.inclinometry.rows.empty();
     const SlotChannels& channels = context.session.channels[0];
-    const bool carriedThrough = context.options.exactDepthUnit && !channels.empty();
+    const bool carriedThrough = context.options.rules == FigureRules::trueFigures && !channels.empty();
     const bool metric = carriedThrough ? beginsWith(channels.front().field.unit, "M")
-                                       : sameText(tables.setting(PrdRow::DepthUnits), "M");
+                                       : decode<DepthUnit>(tables.setting(PrdRow::DepthUnits)) == DepthUnit::M;
     context.tvdUnitFactor = metric ? metresPerFoot : 1.0F;
     context.headerSlot = findHeaderSlot(context);
 
@@ -187,7 +165,7 @@ bool deriveGrid(PassContext& context) {
     grid.start = depthLimit(tables.setting(PrdRow::From), first.start);
     grid.stop = depthLimit(tables.setting(PrdRow::To), first.stop);
     context.fixedColumnWidth = columnWidth(context);
-    grid.step = stepOfText(tables.setting(PrdRow::SampleRate), tables.setting(PrdRow::DepthUnits));
+    grid.step = gridStep(tables.setting(PrdRow::SampleRate), tables.setting(PrdRow::DepthUnits));
     if (grid.step == 0) return stepIsZero(context);
     if (grid.start > grid.stop) std::swap(grid.start, grid.stop);
     if (!checkFormat(context)) return false;
@@ -196,7 +174,7 @@ bool deriveGrid(PassContext& context) {
 
     grid.firstIndex = 1;
     grid.lastIndex = grid.sampleCount;
-    if (sameText(tables.setting(PrdRow::Direction), "Deep to Shallow")) {
+    if (decode<Direction>(tables.setting(PrdRow::Direction)) == Direction::DeepToShallow) {
         grid.direction = -1;
         std::swap(grid.firstIndex, grid.lastIndex);
     }

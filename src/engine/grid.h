@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/pass.h"
+#include "engine/pass_context.h"
 
 namespace welvane {
 
@@ -12,8 +12,8 @@ bool deriveGrid(PassContext& context);
 /// STOP).
 double depthLimit(std::string_view text, double header);
 
-/// The step that a text of prd row 3 tells, rounded to four decimals; list items hold a feet and a metre number.
-double stepOfText(std::string_view text, std::string_view depthUnit);
+/// The step of the grid that a text of prd row 3 tells: positive, rounded to four decimals.
+double gridStep(std::string_view text, std::string_view depthUnit);
 
 /// Output channels: columns of srd(4) from 1 with a mnemonic.
 int countOutputChannels(const SessionTables& tables);

@@ -1,12 +1,11 @@
 #include "engine/header_writer.h"
 
 #include <array>
+#include <utility>
 
 #include "engine/curve_table.h"
 #include "las/header_edit.h"
-#include "las/sections.h"
-#include "platform/mapped_file.h"
-#include "shared/line_reader.h"
+#include "session/loading.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
 
@@ -14,15 +13,17 @@ namespace welvane {
 
 namespace {
 
-/// Lines of one section of the header source, up to the first that holds "~"; nothing when the section is absent.
-std::optional<std::vector<std::string>> sectionLines(const std::string& path, char letter) {
-    const auto file = MappedFile::open(path);
-    if (!file) return std::nullopt;
-    LineReader reader(file->bytes());
-    if (seekSection(reader, letter) == 0) return std::nullopt;
-    std::vector<std::string> lines;
-    for (std::string_view line; reader.next(line) && line.find('~') == npos;) lines.emplace_back(line);
-    return lines;
+/// The header source has this section.
+bool hasSection(const PassContext& context, char letter) {
+    return context.headerSource && context.headerSource->text().seekSection(letter);
+}
+
+/// Hands out the lines of one section of the header source, up to the first that holds "~".
+template <class Take>
+void eachLine(const PassContext& context, char letter, Take take) {
+    const LasText& text = context.headerSource->text();
+    LineReader lines = text.lines(text.seekSection(letter).value_or(npos));
+    for (std::string_view line; lines.next(line) && line.find('~') == npos;) take(line);
 }
 
 std::string laidOut(const PassContext& context, const HeaderField& fields, int extraColon = 0) {
@@ -30,28 +31,26 @@ std::string laidOut(const PassContext& context, const HeaderField& fields, int e
     return formatHeaderLine(fields, format.dotColumn, format.colonColumn + extraColon, format.valueColumn);
 }
 
-void writeColumnHeads(const PassContext& context, OutputFile& file) {
-    file.writeLine(laidOut(context, {"#MNEM", "UNIT", "VALUE", "DESCRIPTION"}));
-    file.writeLine(laidOut(context, {"#----", "----", "---------------", "-------------------"}));
+void writeColumnHeads(const PassContext& context, HeaderText& text) {
+    text.line(laidOut(context, {"#MNEM", "UNIT", "VALUE", "DESCRIPTION"}));
+    text.line(laidOut(context, {"#----", "----", "---------------", "-------------------"}));
 }
 
 /// A line that is no header line: kept behind a "#" when bad lines are to be kept, else dropped.
-void writeBadLine(const PassContext& context, OutputFile& file, const std::string& line) {
-    if (context.app.settings.keepBadLines) file.writeLine("#" + line);
+void writeBadLine(const PassContext& context, HeaderText& text, std::string_view line) {
+    if (context.app.settings.keepBadLines) text.line("#" + std::string(line));
 }
 
-void writeVersion(PassContext& context, OutputFile& file, const std::string& title) {
-    const auto lines = sectionLines(context.headerSource, 'V');
-    if (!lines) return;
-    file.writeLine(title);
-    for (const std::string& line : *lines) {
+void writeVersion(PassContext& context, HeaderText& text, const std::string& title) {
+    if (!hasSection(context, 'V')) return;
+    text.line(title);
+    eachLine(context, 'V', [&](std::string_view line) {
         const LineKind kind = lineKind(line);
         HeaderField fields;
-        if (kind == LineKind::Data && parseHeaderLine(std::string_view(line), fields))
-            file.writeLine(laidOut(context, fields));
-        if (kind == LineKind::Comment) file.writeLine(line);
-        if (kind == LineKind::Blank || kind == LineKind::Other) writeBadLine(context, file, line);
-    }
+        if (kind == LineKind::Data && parseHeaderLine(line, fields)) text.line(laidOut(context, fields));
+        if (kind == LineKind::Comment) text.line(line);
+        if (kind == LineKind::Blank || kind == LineKind::Other) writeBadLine(context, text, line);
+    });
 }
 
 bool isDepthLine(const std::string& mnem) {
@@ -67,55 +66,53 @@ void swapForVersions(HeaderField& fields, double inputVersion, double outputVers
     if (outputVersion != 2 && outputVersion != 3) std::swap(fields.value, fields.desc);
 }
 
-void writeWellOfFilter(PassContext& context, OutputFile& file, const std::string& title) {
+void writeWellOfFilter(PassContext& context, HeaderText& text, const std::string& title) {
     const Table& wrd = context.tables().wrd;
-    file.writeLine(title);
-    file.writeLine("");
+    text.line(title);
+    text.line("");
     for (int row = 1; row < wrd.rows(); ++row) {
-        const HeaderField fields{
-            wrd.text(row, static_cast<int>(FieldColumn::Mnem)), wrd.text(row, static_cast<int>(FieldColumn::Unit)),
-            wrd.text(row, static_cast<int>(FieldColumn::Value)), wrd.text(row, static_cast<int>(FieldColumn::Desc))};
+        const HeaderField fields{wrd.text(row, FieldColumn::Mnem), wrd.text(row, FieldColumn::Unit),
+                                 wrd.text(row, FieldColumn::Value), wrd.text(row, FieldColumn::Desc)};
         const bool spare = fields.mnem.empty() && fields.unit.empty() && fields.value.empty() && fields.desc.empty();
-        if (!wrd.rowHidden(row) && !spare) file.writeLine(laidOut(context, fields, context.format().wellExtraColon));
+        if (!wrd.rowHidden(row) && !spare) text.line(laidOut(context, fields, context.format().wellExtraColon));
     }
 }
 
-void writeWell(PassContext& context, OutputFile& file, const std::string& title) {
+void writeWell(PassContext& context, HeaderText& text, const std::string& title) {
     if (context.tables().filterInUse()) {
-        writeWellOfFilter(context, file, title);
+        writeWellOfFilter(context, text, title);
         return;
     }
-    const auto lines = sectionLines(context.headerSource, 'W');
-    if (!lines) return;
-    file.writeLine(title);
+    if (!hasSection(context, 'W')) return;
+    text.line(title);
     const double inputVersion = val(context.session.slots[static_cast<std::size_t>(context.headerSlot)].lasVersion);
     const double outputVersion = val(context.tables().setting(PrdRow::Vers));
-    for (const std::string& line : *lines) {
+    eachLine(context, 'W', [&](std::string_view line) {
         const LineKind kind = lineKind(line);
         HeaderField fields;
-        if (kind == LineKind::Data && parseHeaderLine(std::string_view(line), fields)) {
+        if (kind == LineKind::Data && parseHeaderLine(line, fields)) {
             swapForVersions(fields, inputVersion, outputVersion);
-            file.writeLine(laidOut(context, fields, context.format().wellExtraColon));
+            text.line(laidOut(context, fields, context.format().wellExtraColon));
         }
-        if (kind == LineKind::Comment && isNotTitleLine(line, context.headerCurveNames)) file.writeLine(line);
-        if (kind == LineKind::Blank || kind == LineKind::Other) writeBadLine(context, file, line);
-    }
+        if (kind == LineKind::Comment && isNotTitleLine(line, context.headerCurveNames)) text.line(line);
+        if (kind == LineKind::Blank || kind == LineKind::Other) writeBadLine(context, text, line);
+    });
 }
 
-void writeCurves(PassContext& context, OutputFile& file, const std::string& title) {
+void writeCurves(PassContext& context, HeaderText& text, const std::string& title) {
     if (context.curveTable.empty()) return;
     const bool fill = context.tables().checked(PrdRow::FillEmpty);
     const StartupSettings& settings = context.app.settings;
-    file.writeLine(title);
-    writeColumnHeads(context, file);
+    text.line(title);
+    writeColumnHeads(context, text);
     for (std::size_t entry = 0; entry < context.curveTable.size(); ++entry) {
         const OutputCurve& curve = context.curveTable[entry];
-        HeaderField fields{curve.mnem, curve.unit.substr(curve.unit.find('^') + 1), curve.apiCode, curve.description};
+        HeaderField fields{curve.mnem, curve.unit, curve.apiCode, curve.description};
         if (fill && settings.fillCurveValue && fields.value.empty())
             fields.value = apiCodeForMnem(context.app.reference, curve.mnem);
         if (fill && settings.fillCurveDescription && fields.desc.empty())
             fields.desc = entry == 0 ? "Depth" : descriptionForMnem(context.app.reference, curve.mnem);
-        file.writeLine(laidOut(context, fields));
+        text.line(laidOut(context, fields));
     }
 }
 
@@ -130,54 +127,52 @@ std::vector<int> parameterSlots(PassContext& context) {
     return slots;
 }
 
-void writeRunLines(PassContext& context, OutputFile& file, const std::vector<int>& slots) {
+void writeRunLines(PassContext& context, HeaderText& text, const std::vector<int>& slots) {
     for (const int slot : slots) {
         const std::string number = std::to_string(slot + 1);
-        file.writeLine(
-            laidOut(context, {"RUN" + number, "", number, "Run Identification mnemonic for Run #" + number}));
+        text.line(laidOut(context, {"RUN" + number, "", number, "Run Identification mnemonic for Run #" + number}));
     }
-    file.writeLine(laidOut(context, {"RUNS", "", std::to_string(slots.size()), "Number of runs available"}));
+    text.line(laidOut(context, {"RUNS", "", std::to_string(slots.size()), "Number of runs available"}));
 }
 
-void writeParameters(PassContext& context, OutputFile& file, const std::string& title) {
+void writeParameters(PassContext& context, HeaderText& text, const std::string& title) {
     const std::vector<int> slots = parameterSlots(context);
     const bool merge = context.tables().checked(PrdRow::MergeParameters);
-    bool anyLine = sectionLines(context.headerSource, 'P').has_value();
+    bool anyLine = hasSection(context, 'P');
+    // As laid down, a section that the header's file lacks is left out, whatever a filter or a merge would put there.
+    if (!anyLine && context.options.rules == FigureRules::asLaidDown) return;
     for (const int slot : slots) anyLine = anyLine || context.tables().parg[static_cast<std::size_t>(slot)].rows() > 1;
     if (!anyLine) return;
 
-    file.writeLine(title);
-    writeColumnHeads(context, file);
-    if (merge || context.tables().filterInUse()) writeRunLines(context, file, slots);
+    text.line(title);
+    writeColumnHeads(context, text);
+    if (merge || context.tables().filterInUse()) writeRunLines(context, text, slots);
     for (const int slot : slots) {
         const Table& parg = context.tables().parg[static_cast<std::size_t>(slot)];
         for (int row = 1; row < parg.rows(); ++row) {
-            HeaderField fields{parg.text(row, static_cast<int>(FieldColumn::Mnem)),
-                               parg.text(row, static_cast<int>(FieldColumn::Unit)),
-                               parg.text(row, static_cast<int>(FieldColumn::Value)),
-                               parg.text(row, static_cast<int>(FieldColumn::Desc))};
+            HeaderField fields{parg.text(row, FieldColumn::Mnem), parg.text(row, FieldColumn::Unit),
+                               parg.text(row, FieldColumn::Value), parg.text(row, FieldColumn::Desc)};
             if (trim(fields.mnem).empty()) continue;
             if (merge) fields.desc += " | RUN" + std::to_string(slot + 1);
-            file.writeLine(laidOut(context, fields));
+            text.line(laidOut(context, fields));
         }
     }
 }
 
-void writeOther(PassContext& context, OutputFile& file, const std::string& title) {
-    const std::string text(trimBreaks(context.tables().otherText));
-    if (text.empty()) return;
-    file.writeLine(title);
-    std::string oneFeed = text;
+void writeOther(PassContext& context, HeaderText& text, const std::string& title) {
+    std::string oneFeed(trimBreaks(context.tables().otherText));
+    if (oneFeed.empty()) return;
+    text.line(title);
     for (char& c : oneFeed)
         if (c == '\n') c = ' ';
     for (const std::string& line : split(oneFeed, '\r')) {
         if (!isNotTitleLine(line, context.headerCurveNames)) continue;
         const std::string_view trimmed = trim(line);
-        file.writeLine(!trimmed.empty() && trimmed.front() == '#' ? line : "#" + line);
+        text.line(!trimmed.empty() && trimmed.front() == '#' ? line : "#" + line);
     }
 }
 
-using SectionWriter = void (*)(PassContext&, OutputFile&, const std::string&);
+using SectionWriter = void (*)(PassContext&, HeaderText&, const std::string&);
 
 SectionWriter sectionWriter(std::string_view name) {
     static constexpr std::array<std::pair<std::string_view, SectionWriter>, 5> writers = {
@@ -187,67 +182,67 @@ SectionWriter sectionWriter(std::string_view name) {
     return nullptr;
 }
 
-void readHeaderSource(PassContext& context) {
-    if (context.options.noInputRun) return;
-    const std::string& named = context.tables().setting(PrdRow::HeaderFile);
-    context.headerSource = named.empty() ? context.session.slots[0].path : named;
-    SectionTable curves;
-    readSection(curves, context.headerSource, 'C');
-    for (const HeaderField& curve : curves) context.headerCurveNames.push_back(curve.mnem);
-}
-
 }  // namespace
 
-void writePlainHeader(const PassContext& context, OutputFile& file, std::string_view style) {
-    if (style.empty() || sameText(style, "No Header")) return;
+void writePlainHeader(const PassContext& context, HeaderText& text, std::string_view style) {
+    const auto titles = decode<TitleStyle>(style);
+    if (style.empty() || titles == TitleStyle::NoHeader) return;
     const auto width = static_cast<std::size_t>(std::max<int>(0, context.app.settings.format.dataWidth));
     std::string mnems, units, both;
     for (const OutputCurve& curve : context.curveTable) {
-        const std::string unit = curve.unit.substr(curve.unit.find('^') + 1);
+        const std::string unit = curve.unit;
         mnems += rightAligned(curve.mnem, width);
         units += rightAligned(unit, width);
         both += rightAligned(curve.mnem + "." + unit, width);
     }
-    if (sameText(style, "MNEM")) {
-        file.writeLine(mnems);
-    } else if (sameText(style, "MNEM.UNIT")) {
-        file.writeLine(both);
-    } else if (sameText(style, "One line each")) {
-        file.writeLine(mnems);
-        file.writeLine(units);
+    if (titles == TitleStyle::Mnem) {
+        text.line(mnems);
+    } else if (titles == TitleStyle::MnemUnit) {
+        text.line(both);
+    } else if (titles == TitleStyle::OneLineEach) {
+        text.line(mnems);
+        text.line(units);
     } else {
-        file.writeLine("");
+        text.line("");
     }
 }
 
-void writeHeader(PassContext& context, OutputFile& file) {
-    readHeaderSource(context);
+void openHeaderSource(PassContext& context) {
+    if (context.options.noInputRun) return;
+    const std::string& named = context.tables().setting(PrdRow::HeaderFile);
+    const std::string& path = named.empty() ? context.session.slots[0].path : named;
+    if (path.empty()) return;
+    context.headerSource = fileNamed(context.session, path);
+    for (const HeaderField& curve : context.headerSource->section('C').value_or(SectionTable()))
+        context.headerCurveNames.push_back(curve.mnem);
+}
+
+std::string writeHeader(PassContext& context) {
     context.app.run.statusText = "Writing new header sections ...";
     buildCurveTable(context);
-    SessionTables& tables = context.tables();
+    HeaderText text;
+    const SessionTables& tables = context.tables();
     if (tables.checked(PrdRow::PlainAscii)) {
-        writePlainHeader(context, file, tables.option(PrdRow::PlainAscii));
-        return;
+        writePlainHeader(context, text, tables.option(PrdRow::PlainAscii));
+        return text.take();
     }
     for (int column = 1; column < tables.ord.columns() - 1; ++column) {
-        const std::string& name = tables.ord.text(static_cast<int>(OrdRow::Name), column);
+        const std::string& name = tables.ord.text(OrdRow::Name, column);
         const SectionWriter writer = sectionWriter(name);
-        if (writer == nullptr || !tables.ord.checked(static_cast<int>(OrdRow::Include), column)) continue;
-        attempt(context.report.failures, "writing a header section", [&] { writer(context, file, name); });
+        if (writer == nullptr || !tables.ord.checked(OrdRow::Include, column)) continue;
+        attempt(context.report.failures, "writing a header section", [&] { writer(context, text, name); });
     }
+    if (context.headerSource) context.headerSource->needWhole();
+    return text.take();
 }
 
-void correctHeader(PassContext& context, const std::string& path) {
+std::vector<std::string> correctHeader(PassContext& context, std::string& header) {
     const SessionTables& tables = context.tables();
-    struct Edit {
-        std::string_view mnem;
-        EditPart part;
-        char section;
-        std::string text;
-    };
     const std::string& unit = tables.setting(PrdRow::DepthUnits);
-    const double step = context.options.exactDepthUnit ? context.grid.step / context.depthDivisor : context.grid.step;
-    const std::array<Edit, 9> edits = {{
+    // By true figures STEP stands in the wanted depth unit, as laid down in the input's.
+    const double step = context.options.rules == FigureRules::trueFigures ? context.grid.step / context.depthDivisor
+                                                                          : context.grid.step;
+    const std::array<HeaderEdit, 9> edits = {{
         {"STRT", EditPart::Value, 'W', context.report.firstDepth},
         {"STOP", EditPart::Value, 'W', context.report.lastDepth},
         {"STEP", EditPart::Value, 'W', formatMask(context.grid.direction * step, 5)},
@@ -258,9 +253,13 @@ void correctHeader(PassContext& context, const std::string& path) {
         {"STOP", EditPart::Unit, 'W', unit},
         {"STEP", EditPart::Unit, 'W', unit},
     }};
-    for (const Edit& edit : edits)
-        attempt(context.report.failures, "correcting the header",
-                [&] { editHeaderField(path, edit.mnem, edit.part, edit.text, edit.section, context.app.user); });
+    std::vector<std::string> shortLines;
+    for (const HeaderEdit& edit : edits) {
+        std::string shortLine;
+        editHeaderText(header, edit, shortLine);
+        if (!shortLine.empty()) shortLines.push_back(std::move(shortLine));
+    }
+    return shortLines;
 }
 
 }  // namespace welvane

@@ -9,7 +9,6 @@ namespace welvane {
 
 namespace {
 
-constexpr int wrapLineLength = 78;
 constexpr std::string_view lineEnd = "\r\n";
 
 }  // namespace
@@ -23,20 +22,9 @@ std::string overflowText(int width, int decimals) {
     return text;
 }
 
-char delimiterOf(std::string_view name) {
-    if (sameText(name, "Tab")) return '\t';
-    if (sameText(name, "Comma")) return ',';
-    return ' ';
-}
-
-std::string wrapRecord(std::string_view record, int width, int perLine, int lines) {
-    std::string result;
-    eachWrappedLine(record, static_cast<std::size_t>(width), static_cast<std::size_t>(perLine), lines,
-                    [&](std::string_view part) {
-                        if (!result.empty()) result.append(lineEnd);
-                        result.append(part);
-                    });
-    return result;
+char delimiterOf(Separator separator) {
+    if (separator == Separator::Tab) return '\t';
+    return separator == Separator::Comma ? ',' : ' ';
 }
 
 std::string wrapTitle(std::string_view title, int width, std::string_view lead) {

@@ -4,15 +4,19 @@
 #include <string>
 #include <string_view>
 
+#include "session/choices.h"
+
 /// Texts of the data section: overflow, delimiters, and how a record or the title of the data is broken into lines.
 namespace welvane {
+
+/// Characters of the columns on a wrapped line: as many columns as fit stand on one.
+inline constexpr int wrapLineLength = 78;
 
 /// What stands for a value too wide for its column: nines with the first character a blank and a point before the
 /// decimals.
 std::string overflowText(int width, int decimals);
 
-/// "Tab" a tab, "Comma" a comma, all else a blank.
-char delimiterOf(std::string_view name);
+char delimiterOf(Separator separator);
 
 /// Gives `emit` the lines of a wrapped record: the first column, then `lines` lines of perLine columns each. A count of
 /// lines too high repeats what is left.
@@ -26,9 +30,6 @@ void eachWrappedLine(std::string_view record, std::size_t width, std::size_t per
         if (rest.size() > part.size()) rest.remove_prefix(part.size());
     }
 }
-
-/// The lines of eachWrappedLine with CR LF between them.
-std::string wrapRecord(std::string_view record, int width, int perLine, int lines);
 
 /// The title of wrapped data: the first column and the lines of floor(78 / width) columns behind it, each line's first
 /// character replaced by the lead's first one. A title that is no whole number of columns is laid out anew, one word a

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/pass.h"
+#include "engine/pass_context.h"
 
 namespace welvane {
 

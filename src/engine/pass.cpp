@@ -1,11 +1,17 @@
 #include "engine/pass.h"
 
+#include <algorithm>
+#include <array>
 #include <new>
+#include <string_view>
 
 #include "engine/composition.h"
 #include "engine/data_writer.h"
+#include "engine/function_stage.h"
 #include "engine/grid.h"
 #include "engine/header_writer.h"
+#include "engine/inputs.h"
+#include "las/header_edit.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
@@ -29,15 +35,36 @@ PassResult refuse(PassContext& context, std::string why) {
     return stopPath(context);
 }
 
-/// Header and data into an open file; false when cancelled.
-bool writeFile(PassContext& context, OutputFile& file) {
-    writeHeader(context, file);
-    writeDataTitle(context, file);
+/// Steps that were dropped leave figures in the file that nobody asked for. A failing sample is told on its own, and a
+/// section of the header holds no figures of the log.
+void needFigures(const FailureList& failures) {
+    constexpr std::array<std::string_view, 8> figureSteps = {"composing a channel", "clip",       "depth offset",
+                                                             "output column",       "depth unit", "channel function",
+                                                             "null value",          "null fill"};
+    for (const SkippedStep& step : failures.first)
+        if (std::ranges::find(figureSteps, step.what) != figureSteps.end())
+            throw RunTimeFailure(step.what + ": " + step.why);
+}
+
+/// Header and data into the output; false when cancelled. The header is whole before the first byte is written.
+bool writeFile(PassContext& context) {
+    std::string header = writeHeader(context);
+    const std::string dataTitle = writeDataTitle(context);
+    settleColumns(context);
     applyDovranFilter(context);
+    std::vector<std::string> shortLines;
+    if (!context.tables().checked(PrdRow::PlainAscii)) shortLines = correctHeader(context, header);
+    if (context.options.rules == FigureRules::trueFigures) needFigures(context.report.failures);
+    // What was read of an input that changed meanwhile may be of two files.
+    for (int slot = 0; slot < slotCount; ++slot)
+        if (context.session.loaded(slot) && context.session.slots[slot].file)
+            context.session.slots[slot].file->needWhole();
+    OutputFile file(context.options.outputPath, context.options.outputMode);
+    file.write(header);
+    file.write(dataTitle);
     if (!writeData(context, file)) return false;
-    file.close();
-    if (!context.tables().checked(PrdRow::PlainAscii)) correctHeader(context, file.writtenPath());
     file.commit();
+    for (const std::string& line : shortLines) tellShortLine(line, context.app.user);
     return true;
 }
 
@@ -46,7 +73,7 @@ std::string sourcesOf(const Session& session, int column) {
     std::string text;
     for (int slot = 0; slot < slotCount; ++slot) {
         const std::string& mnem = outputs.text(linkRow(slot, Link::Mnem), column);
-        if (mnem.empty() || sameText(mnem, "<none>")) continue;
+        if (mnem.empty() || sameText(mnem, noneText)) continue;
         if (!text.empty()) text += ", ";
         text += fileNameOf(session.slots[static_cast<std::size_t>(slot)].path) + " " + mnem + " " +
                 outputs.text(linkRow(slot, Link::From), column) + " to " +
@@ -61,18 +88,20 @@ PassResult doitmastnew(PassContext& context) {
     if (!deriveGrid(context)) return stopPath(context);
     context.report.applyTvd = context.applyTvd;
     try {
+        openHeaderSource(context);
         allocateInputs(context);
         readInputs(context);
-        if (context.options.wholeInputs && !context.report.brokenInput.empty())
+        if ((context.options.wholeInputs || context.report.inputLost) && !context.report.brokenInput.empty())
             return refuse(context, context.report.brokenInput);
         composeChannels(context);
+    } catch (const FileFailure& failure) {
+        return refuse(context, failure.what());
     } catch (const std::bad_alloc&) {
         return refuse(context, "the grid's samples do not fit into memory");
     }
     applyFunctions(context);
     try {
-        OutputFile file(context.options.outputPath, context.options.outputMode);
-        if (!writeFile(context, file)) return refuse(context, "cancelled");
+        if (!writeFile(context)) return refuse(context, "cancelled");
     } catch (const RunTimeFailure& failure) {
         return refuse(context, failure.what());
     }
@@ -92,10 +121,10 @@ PassPlan planPass(App& app, Session& session) {
     const SessionTables& tables = session.tables;
     for (int column = 1; column < tables.outputs().columns(); ++column) {
         const std::string& mnem = tables.output(SrdRow::Mnem, column);
-        if (mnem.empty() || !tables.outputs().checked(static_cast<int>(SrdRow::Use), column)) continue;
+        if (mnem.empty() || !tables.outputs().checked(SrdRow::Use, column)) continue;
         const std::string& function = tables.output(SrdRow::Function, column);
         plan.channels.push_back({mnem, tables.output(SrdRow::Unit, column), sourcesOf(session, column),
-                                 sameText(function, "<none>") ? std::string() : function});
+                                 sameText(function, noneText) ? std::string() : function});
     }
     return plan;
 }

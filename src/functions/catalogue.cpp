@@ -1,6 +1,9 @@
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 #include "functions/functions.h"
+#include "shared/numbers.h"
 #include "shared/text.h"
 
 namespace welvane {
@@ -83,6 +86,11 @@ const std::array<FunctionEntry, functionCount>& functionCatalogue() {
     return catalogue;
 }
 
+std::size_t FunctionEntry::neededArguments() const {
+    if (code == FunctionCode::AvePoro) return 0;
+    return code == FunctionCode::MinMax ? 1 : arguments.size();
+}
+
 const FunctionEntry* findFunction(std::string_view key) {
     const auto& catalogue = functionCatalogue();
     const auto entry = std::find_if(catalogue.begin(), catalogue.end(),
@@ -91,20 +99,26 @@ const FunctionEntry* findFunction(std::string_view key) {
 }
 
 std::string FunctionDescriptor::text() const {
-    std::string result = fields[0];
-    for (std::size_t index = 1; index < fields.size(); ++index) result.append("|").append(fields[index]);
-    return result;
+    std::string result = codeText;
+    for (const std::string& parameter : parameters) result.append("|").append(parameter);
+    return result.append("|").append(sourcePosition).append("|").append(resultMnem).append("|").append(note);
 }
 
 FunctionDescriptor FunctionDescriptor::parse(std::string_view text) {
-    FunctionDescriptor descriptor;
-    for (std::string& field : descriptor.fields) {
-        const std::size_t end = text.find('|');
-        field = text.substr(0, end);
-        if (end == npos) break;
-        text.remove_prefix(end + 1);
-    }
-    return descriptor;
+    std::vector<std::string> fields = split(text, '|');
+    fields.resize(8);
+    return {std::move(fields[0]),
+            {std::move(fields[1]), std::move(fields[2]), std::move(fields[3]), std::move(fields[4])},
+            std::move(fields[5]),
+            std::move(fields[6]),
+            std::move(fields[7])};
+}
+
+std::optional<FunctionCode> FunctionDescriptor::code() const {
+    if (!isNumeric(codeText)) return std::nullopt;
+    const double number = val(codeText);
+    if (number < 0 || number >= functionCount || number != std::floor(number)) return std::nullopt;
+    return static_cast<FunctionCode>(number);
 }
 
 }  // namespace welvane

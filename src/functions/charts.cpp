@@ -2,16 +2,15 @@
 
 #include <array>
 #include <cmath>
-#include <limits>
 
 #include "functions/functions.h"
+#include "functions/samples.h"
 
 namespace welvane {
 
 namespace {
 
 constexpr float noPorosity = -999.25F;
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 /// From-matrix and to-matrix of a change code 1 to 6, as 0 SAND, 1 LIME, 2 DOLO.
 struct MatrixPair {

@@ -87,8 +87,8 @@ void setCoefficients(CoefficientSet& set, FunctionCode code, const FunctionParam
             setCountRates(set, p);
             return;
         case MinMax:
-            set = {trim(descriptor.fields[1]).empty() ? lasNull : p.p1,
-                   trim(descriptor.fields[2]).empty() ? lasNull : p.p2, 0, 0};
+            set = {trim(descriptor.parameters[0]).empty() ? lasNull : p.p1,
+                   trim(descriptor.parameters[1]).empty() ? lasNull : p.p2, 0, 0};
             return;
         case AvePoro:
             set = {0, 0, 0, 0};
@@ -164,15 +164,15 @@ std::string conversionNote(FunctionCode code, const FunctionParams& p, const Mat
 ParsedFunction parseFunction(std::string_view descriptorText, const MatrixTable& matrix) {
     const FunctionDescriptor descriptor = FunctionDescriptor::parse(descriptorText);
     ParsedFunction result;
-    const std::int16_t number = strictInt16(descriptor.fields[0]);
+    const std::int16_t number = strictInt16(descriptor.codeText);
     if (number < 0 || number >= functionCount) return result;
-    result.known = true;
-    result.code = static_cast<FunctionCode>(number);
-    const FunctionParams params = {val(descriptor.fields[1]), val(descriptor.fields[2]), val(descriptor.fields[3]),
-                                   val(descriptor.fields[4])};
+    const auto code = static_cast<FunctionCode>(number);
+    result.code = code;
+    const auto& [first, second, third, fourth] = descriptor.parameters;
+    const FunctionParams params = {val(first), val(second), val(third), val(fourth)};
     try {
-        setCoefficients(result.coefficients, result.code, params, descriptor);
-        result.note = conversionNote(result.code, params, matrix);
+        setCoefficients(result.coefficients, code, params, descriptor);
+        result.note = conversionNote(code, params, matrix);
     } catch (const RunTimeFailure&) {
         // What was set before the failure stays, the rest counts as 0.
     }

@@ -6,6 +6,7 @@
 
 #include "functions/charts.h"
 #include "functions/functions.h"
+#include "functions/samples.h"
 #include "functions/smoothing.h"
 #include "shared/numbers.h"
 
@@ -19,10 +20,6 @@ namespace {
 /// code.
 constexpr std::size_t blockSize = 512;
 using Block = std::array<double, blockSize>;
-
-bool isNull(double value, float nullValue) {
-    return static_cast<float>(value) == nullValue;
-}
 
 /// The doubles that become the null value as singles, from the lowest to the highest: two comparisons where a
 /// conversion and back would cost the loop more than the function itself.
@@ -123,7 +120,7 @@ Figures figuresOf(const ParsedFunction& function, std::string_view outputUnit, s
     const CoefficientSet& set = function.coefficients;
     Figures figures = {set.a1.value_or(0), set.a2.value_or(0), set.a3.value_or(0), set.a4.value_or(0),
                        unitFactor(reference, inputUnit)};
-    switch (function.code) {
+    switch (*function.code) {
         case FunctionCode::Scale:
         case FunctionCode::Math:
             break;
@@ -205,12 +202,12 @@ void evaluateFunction(const ParsedFunction& function, std::string_view outputUni
                       std::span<const double> source, std::span<double> target, float nullValue,
                       const ReferenceTables& reference, const MatrixTable& matrix, FunctionState& state,
                       FailureList& failures) {
-    if (!function.known) return;
-    const FunctionEntry& entry = functionCatalogue()[static_cast<std::size_t>(function.code)];
+    if (!function.code) return;
+    const FunctionEntry& entry = functionCatalogue()[static_cast<std::size_t>(*function.code)];
     const Channel channel = {entry, source, target, nullValue, state, failures};
     const Figures f = figuresOf(function, outputUnit, inputUnit, reference);
     const int change = static_cast<int>(f.a3);
-    switch (function.code) {
+    switch (*function.code) {
         case FunctionCode::Res2Cond:
         case FunctionCode::Cond2Res:
             eachSample(channel, [](double x) { return 1000 / x; });

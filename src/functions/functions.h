@@ -51,16 +51,29 @@ struct FunctionEntry {
     std::vector<FunctionArgument> arguments;  ///< at most four
     std::string_view example;                 ///< a FUN= clause
     int firstField = 2;                       ///< field of the descriptor that holds the first argument
+
+    /// True for the changes of matrix: their arguments are two lithologies, in fields 4 and 5.
+    bool takesLithologies() const { return firstField == 4; }
+    /// How many arguments the function cannot do without: clip limits may be open, the stale average takes none.
+    std::size_t neededArguments() const;
 };
 const std::array<FunctionEntry, functionCount>& functionCatalogue();
 /// By key, case ignored; nullptr when the catalogue does not hold it.
 const FunctionEntry* findFunction(std::string_view key);
 
-/// The eight "|"-joined fields of a descriptor. Field n of the text is fields[n - 1].
+/// What a descriptor says: the text of eight "|"-joined fields that stands behind a channel with a function.
 struct FunctionDescriptor {
-    std::array<std::string, 8> fields;
+    std::string codeText;                   ///< field 1: the code as decimal text
+    std::array<std::string, 4> parameters;  ///< fields 2 to 5, by code
+    std::string sourcePosition;             ///< field 6: of the source channel among the channels offered, from 1
+    std::string resultMnem;                 ///< field 7
+    std::string note;                       ///< field 8: "was :" source and what was done, for the description
+
     std::string text() const;
+    /// Fields that the text lacks are empty; what follows an eighth "|" is dropped.
     static FunctionDescriptor parse(std::string_view text);
+    /// The function; nothing where field 1 is no whole number of the catalogue.
+    std::optional<FunctionCode> code() const;
 };
 
 /// a1 to a4; an unset one counts as 0.
@@ -68,10 +81,9 @@ struct CoefficientSet {
     std::optional<double> a1, a2, a3, a4;
 };
 struct ParsedFunction {
-    FunctionCode code = FunctionCode::Res2Cond;
-    bool known = false;  ///< field 1 is 0 to 15
+    std::optional<FunctionCode> code;  ///< nothing where field 1 is not 0 to 15: such a function changes no sample
     CoefficientSet coefficients;
-    std::string note;  ///< conversion note; kept for the record, changes no description
+    std::string note;  ///< conversion note, for a window that tells what a pass did; changes no description
 };
 /// Coefficients and note of a descriptor. RunTimeFailure when field 1 is no integer; a failure of the arithmetic leaves
 /// the coefficients behind it unset.

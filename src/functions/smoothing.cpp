@@ -2,21 +2,17 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+
+#include "functions/samples.h"
 
 namespace welvane {
 
 namespace {
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 /// The count of a mean is a 16-bit number.
 constexpr std::int64_t mostSamples = 32767;
 /// Up to this half-width the samples of each span are summed anew, which costs no more than keeping a running sum.
 constexpr double directHalfWidth = 16;
-
-bool isNull(double value, float nullValue) {
-    return static_cast<float>(value) == nullValue;
-}
 
 }  // namespace
 

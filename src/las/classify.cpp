@@ -11,38 +11,8 @@ namespace welvane {
 
 namespace {
 
-constexpr std::size_t lineEndBlock = 4096;
 constexpr std::size_t bannerBlock = 2048;
 constexpr std::size_t smallFile = 32000;
-
-constexpr char nothing = 0;  ///< no line end character beside the token
-
-/// The line end characters in front of and behind a token's first place.
-struct Around {
-    char before = nothing, after = nothing;
-    bool operator==(const Around&) const = default;
-};
-
-Around aroundFirst(std::string_view block, std::string_view token) {
-    const std::size_t place = block.find(token);
-    if (place == npos) return {};
-    const auto lineEndAt = [block](std::size_t at) {
-        return at < block.size() && (block[at] == '\r' || block[at] == '\n') ? block[at] : nothing;
-    };
-    return {place == 0 ? nothing : lineEndAt(place - 1), lineEndAt(place + token.size())};
-}
-
-bool goodDosPair(std::string_view block) {
-    const Around around = aroundFirst(block, "\r\n");
-    return around == Around{nothing, '\r'} || around == Around{'\n', '\r'} || around == Around{'\n', nothing} ||
-           around == Around{};
-}
-
-bool goodUnixPair(std::string_view block) {
-    const Around around = aroundFirst(block, "\n");
-    return around == Around{} || around == Around{nothing, '\n'} || around == Around{'\n', nothing} ||
-           around == Around{'\n', '\n'};
-}
 
 bool namedAsLas(std::string_view path) {
     const std::string name = fileNameOf(path);
@@ -50,38 +20,24 @@ bool namedAsLas(std::string_view path) {
     return place != npos && place + 4 == name.size();
 }
 
+/// What the test of the sections looks at: of a larger file half its length, a half byte rounded to the even neighbour.
+std::string_view firstPart(std::string_view bytes) {
+    const std::size_t size = bytes.size();
+    return size > smallFile ? bytes.substr(0, size / 2 + (size % 4 == 3 ? 1 : 0)) : bytes;
+}
+
 }  // namespace
 
 LineEnds lineEndKind(std::string_view path) {
     if (!fileExists(path)) return LineEnds::Missing;
     const auto mapped = MappedFile::open(path);
-    if (!mapped) return LineEnds::Undecided;
-    const std::string_view bytes = mapped->bytes();
-    if (bytes.empty()) return LineEnds::Empty;
-    const std::string_view head = bytes.substr(0, lineEndBlock);
-    return lineEndsOf(head, bytes.size() < lineEndBlock ? head : bytes.substr(bytes.size() - lineEndBlock));
-}
-
-LineEnds lineEndsOf(std::string_view head, std::string_view tail) {
-    if (head.empty()) return LineEnds::Empty;
-    if (head.find('\0') != npos) return LineEnds::Binary;
-    if (head.find("\r\n") == npos) return goodUnixPair(tail) ? LineEnds::Unix : LineEnds::Undecided;
-    // An end that knows LF only, behind a head with CR LF, was put together from two sources.
-    const bool endsUnix = tail.find("\r\n") == npos && tail.find('\n') != npos;
-    if (endsUnix || !goodDosPair(tail)) return LineEnds::Undecided;
-    if (goodDosPair(head)) return LineEnds::Good;
-    return goodUnixPair(tail) ? LineEnds::Unix : LineEnds::Undecided;
+    return mapped ? lineEndsOf(mapped->bytes()) : LineEnds::Undecided;
 }
 
 LasTest quickLasTest(std::string_view path) {
     if (!namedAsLas(path)) return LasTest::WrongName;
     const auto mapped = MappedFile::open(path);
-    if (!mapped) return LasTest::ReadError;
-    std::string_view bytes = mapped->bytes();
-    // Half the length, a half byte rounded to the even neighbour.
-    if (const std::size_t size = bytes.size(); size > smallFile)
-        bytes = bytes.substr(0, size / 2 + (size % 4 == 3 ? 1 : 0));
-    return lasTestOf(path, bytes);
+    return mapped ? lasTestOf(path, firstPart(mapped->bytes())) : LasTest::ReadError;
 }
 
 LasTest lasTestOf(std::string_view path, std::string_view bytes) {
@@ -122,9 +78,10 @@ bool isPlexmoreAsciiTable(std::string_view head) {
 }
 
 FileVerdict judgeFile(std::string_view path) {
-    const LineEnds ends = lineEndKind(path);
-    if (ends != LineEnds::Good) return FileVerdict::UnixTermination;
-    return verdictOf(ends, quickLasTest(path), plexmoreKind(path));
+    const auto mapped = MappedFile::open(path);
+    if (!mapped) return FileVerdict::UnixTermination;
+    const std::string_view bytes = mapped->bytes();
+    return verdictOf(lineEndsOf(bytes), lasTestOf(path, firstPart(bytes)), plexmoreKindOf(bytes));
 }
 
 FileVerdict verdictOf(LineEnds ends, LasTest test, PlexmoreKind kind) {

@@ -3,20 +3,13 @@
 #include <cstdint>
 #include <string_view>
 
+#include "las/line_ends.h"
 #include "shared/prompts.h"
 
 /// What a file is, judged by cheap looks at its first and last bytes. Only quickCheck can change a file, and asks
 /// before.
 namespace welvane {
 
-enum class LineEnds : std::int16_t {
-    Good = -1,      ///< CR LF
-    Undecided = 0,  ///< mixed, or the file could not be read
-    Unix = 1,       ///< LF only
-    Missing = 2,
-    Empty = 3,
-    Binary = 4  ///< a NUL byte in the first block
-};
 LineEnds lineEndKind(std::string_view path);
 
 enum class LasTest : std::int16_t {
@@ -50,10 +43,8 @@ enum class FileVerdict : std::int16_t {
 /// The verdict alone; changes nothing.
 FileVerdict judgeFile(std::string_view path);
 
-/// The same judgements for a caller that has read what they look at: the first 4096 bytes of a file and the last 4096
-/// (of a shorter file all of it, twice); its name and a first part of it, of which NoSections may still be wrong; its
-/// first 2048 bytes.
-LineEnds lineEndsOf(std::string_view head, std::string_view tail);
+/// The same judgements for a caller that has read what they look at: a file's name and a first part of it, of which
+/// NoSections may still be wrong; its first 2048 bytes.
 LasTest lasTestOf(std::string_view path, std::string_view bytes);
 PlexmoreKind plexmoreKindOf(std::string_view head);
 bool isPlexmoreAsciiTable(std::string_view head);

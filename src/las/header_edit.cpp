@@ -1,16 +1,13 @@
 #include "las/header_edit.h"
 
-#include <fstream>
 #include <optional>
-#include <string>
 
 #include "las/header_line.h"
-#include "las/sections.h"
+#include "las/las_text.h"
+#include "las/limits.h"
 #include "platform/mapped_file.h"
 #include "platform/output_file.h"
-#include "shared/failure.h"
 #include "shared/files.h"
-#include "shared/line_reader.h"
 #include "shared/text.h"
 
 namespace welvane {
@@ -22,22 +19,16 @@ constexpr std::size_t shortestLine = 20;
 /// A header line is never longer; a file without CR is one line of any size.
 constexpr std::size_t longestLine = std::size_t{1} << 20U;
 
-struct Hit {
-    std::string line;
-    std::size_t position = 0;  ///< 0-based place in the file
-};
-
-std::optional<Hit> findLine(std::string_view bytes, std::string_view mnem, char section) {
-    LineReader file(bytes);
-    if (section != 0 && seekSection(file, section) == 0) return std::nullopt;
-    while (true) {
-        const std::size_t position = file.position();
-        std::string_view line;
-        if (!file.next(line) || line.size() > longestLine) return std::nullopt;
-        if (section != 0 ? line.find('~') != npos : holdsText(line, "~A")) return std::nullopt;
-        if (lineKind(line) == LineKind::Data && sameText(getMnemField(line), mnem))
-            return Hit{std::string(line), position};
+/// The line that an edit means; nothing when there is none.
+std::optional<std::string_view> findLine(const LasText& text, std::string_view mnem, char section) {
+    const auto start = section == 0 ? std::optional<std::size_t>(0) : text.seekSection(section);
+    if (!start) return std::nullopt;
+    LineReader lines = text.lines(*start);
+    for (std::string_view line; lines.next(line) && line.size() <= longestLine;) {
+        if (section != 0 ? line.find('~') != npos : holdsText(line, "~A")) break;
+        if (lineKind(line) == LineKind::Data && sameText(getMnemField(line), mnem)) return line;
     }
+    return std::nullopt;
 }
 
 std::string editedLine(const std::string& line, EditPart part, std::string_view newText, char section) {
@@ -67,30 +58,20 @@ std::string editedLine(const std::string& line, EditPart part, std::string_view 
     return edited;
 }
 
-bool overwrite(std::string_view path, std::size_t position, const std::string& line) {
-    std::fstream file(resolvePath(path), std::ios::in | std::ios::out | std::ios::binary);
-    file.seekp(static_cast<std::streamoff>(position));
-    file.write(line.data(), static_cast<std::streamsize>(line.size()));
-    file.close();
-    return !file.fail();
+/// The line that a longer one takes the place of. Kept: the first line that begins with the mnemonic, wherever it
+/// stands and whatever follows the mnemonic ("RUN" takes a "RUN1" above it).
+std::optional<std::string_view> lineThatGivesWay(const LasText& text, std::string_view mnem) {
+    LineReader lines = text.lines();
+    for (std::string_view line; lines.next(line);)
+        if (beginsWith(trimLeft(line), mnem)) return line;
+    return std::nullopt;
 }
 
-/// Copies the file with one line exchanged, all line ends kept as they stand.
-bool rewriteWithLine(std::string_view path, std::string_view bytes, std::string_view mnem, const std::string& edited) {
-    LineReader file(bytes);
-    std::string_view line;
-    // Kept: the first line that begins with the mnemonic is exchanged, wherever it stands and whatever follows the
-    // mnemonic ("RUN" takes a "RUN1" above it).
-    do {
-        if (!file.next(line)) return false;
-    } while (!beginsWith(trimLeft(line), mnem));
-    const auto start = static_cast<std::size_t>(line.data() - bytes.data());
-    OutputFile target(path, OutputFile::Mode::Beside);
-    target.write(bytes.substr(0, start));
-    target.write(edited);
-    target.write(bytes.substr(start + line.size()));
-    target.commit();
-    return true;
+/// What stands in front of the data; without any, as many whole lines as a header can have.
+std::string_view headerPart(const LasText& text) {
+    if (const auto data = text.seekSection('A')) return text.bytes().substr(0, *data);
+    if (text.bytes().size() <= headerLimit) return text.bytes();
+    return text.bytes().substr(0, text.bytes().rfind('\r', headerLimit) + 1);
 }
 
 bool knownSection(char section) {
@@ -99,33 +80,63 @@ bool knownSection(char section) {
 
 }  // namespace
 
+EditResult editHeaderText(std::string& header, const HeaderEdit& edit, std::string& shortLine) {
+    shortLine.clear();
+    const char section = upperChar(edit.section);
+    const std::string_view mnem = trim(edit.mnem);
+    if (mnem.empty() || !knownSection(section)) return EditResult::Refused;
+    const LasText text(header);
+    auto line = findLine(text, mnem, section);
+    if (!line) return EditResult::Refused;
+    if (line->size() < shortestLine) {
+        shortLine = *line;
+        return EditResult::Refused;
+    }
+    const std::string edited = editedLine(std::string(*line), edit.part, edit.text, section);
+    if (edited.size() != line->size()) line = lineThatGivesWay(text, mnem);
+    if (!line) return EditResult::Refused;
+    header.replace(static_cast<std::size_t>(line->data() - header.data()), line->size(), edited);
+    return EditResult::Done;
+}
+
+void tellShortLine(std::string_view line, UserInterface& user) {
+    user.ask({"Header Line Too Short to edit",
+              std::string(line) + "\r\n\r\n" +
+                  "is too short for reliable editing. Increase the Format positions for the Dot, Value and Colon "
+                  "on the properties tab "
+                  "(try 6, 15 and 50) and try again. ",
+              Buttons::Ok, Icon::Stop, Answer::Ok});
+}
+
+EditResult editHeaderFields(std::string_view path, std::span<const HeaderEdit> edits, UserInterface& user) {
+    if (!fileExists(path)) return EditResult::Refused;
+    const MappedFile file = mapFile(path);
+    const std::string_view bytes = file.bytes();
+    const std::string_view before = headerPart(LasText(bytes));
+    std::string header(before);
+    EditResult result = EditResult::Done;
+    for (const HeaderEdit& edit : edits) {
+        std::string shortLine;
+        if (editHeaderText(header, edit, shortLine) != EditResult::Done) result = EditResult::Refused;
+        if (!shortLine.empty()) tellShortLine(shortLine, user);
+    }
+    needWhole(file, path);
+    if (header == before) return result;
+    if (header.size() == before.size()) {
+        overwriteBytes(path, 0, header);
+        return result;
+    }
+    OutputFile target(path, OutputFile::Mode::Beside);
+    target.write(header);
+    target.write(bytes.substr(before.size()));
+    target.commit();
+    return result;
+}
+
 EditResult editHeaderField(std::string_view path, std::string_view mnem, EditPart part, std::string_view newText,
                            char section, UserInterface& user) {
-    section = upperChar(section);
-    mnem = trim(mnem);
-    if (mnem.empty() || !knownSection(section)) return EditResult::Refused;
-    auto mapped = MappedFile::open(path);
-    if (!mapped) return EditResult::Refused;
-    const auto hit = findLine(mapped->bytes(), mnem, section);
-    if (!hit) return EditResult::Refused;
-    if (hit->line.size() < shortestLine) {
-        user.ask({"Header Line Too Short to edit",
-                  hit->line + "\r\n\r\n" +
-                      "is too short for reliable editing. Increase the Format positions for the Dot, Value and Colon "
-                      "on the properties tab "
-                      "(try 6, 15 and 50) and try again. ",
-                  Buttons::Ok, Icon::Stop, Answer::Ok});
-        return EditResult::Refused;
-    }
-    const std::string edited = editedLine(hit->line, part, newText, section);
-    if (edited == hit->line) return EditResult::Done;
-    try {
-        const bool done = edited.size() == hit->line.size() ? overwrite(path, hit->position, edited)
-                                                            : rewriteWithLine(path, mapped->bytes(), mnem, edited);
-        return done ? EditResult::Done : EditResult::Refused;
-    } catch (const RunTimeFailure&) {
-        return EditResult::Refused;
-    }
+    const HeaderEdit edit{mnem, part, section, std::string(newText)};
+    return editHeaderFields(path, {&edit, 1}, user);
 }
 
 }  // namespace welvane

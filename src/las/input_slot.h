@@ -1,12 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "las/header_line.h"
 
 namespace welvane {
+
+class LasFile;
 
 /// One of the four input files as the session knows it. Free when its path is empty. Depths are in the file's own unit.
 struct InputSlot {
@@ -24,6 +27,7 @@ struct InputSlot {
     std::int64_t lastLine = 0;             ///< file position (1-based) of the last sample's line
     std::string indexName;                 ///< "DEPT"
     std::string path;
+    std::shared_ptr<const LasFile> file;  ///< what was opened under the path; all reading goes there
     std::int16_t firstColumnWidth = 0, firstColumnDecimals = 0;    ///< of the first data column
     std::int16_t dotColumn = 0, valueColumn = 0, colonColumn = 0;  ///< 0 read from the file becomes 7, 15, 50
 };

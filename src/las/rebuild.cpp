@@ -1,14 +1,14 @@
 #include "las/rebuild.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
 
 #include "las/data_words.h"
 #include "las/header_edit.h"
+#include "las/las_file.h"
 #include "las/rebuild_header.h"
 #include "las/run_turn.h"
-#include "las/sections.h"
-#include "platform/mapped_file.h"
 #include "platform/output_file.h"
 #include "shared/failure.h"
 #include "shared/files.h"
@@ -97,12 +97,12 @@ std::string chooseTarget(std::string_view source, std::string_view target, UserI
     return {};
 }
 
-bool rebuildData(std::string_view bytes, std::size_t start, DataRebuild& data, RebuildResult& result, RunTurn& turn) {
-    std::size_t number = lineNumberAt(bytes, start - 2);
-    LineReader file(bytes, start - 1);
-    for (std::string_view line; file.next(line);) {
+bool rebuildData(const LasText& source, std::size_t start, DataRebuild& data, RebuildResult& result, RunTurn& turn) {
+    std::size_t number = lineNumberAt(source.bytes(), start - 1);
+    LineReader lines = source.lines(start);
+    for (std::string_view line; lines.next(line);) {
         ++number;
-        if (!turn.goesOn(file.position())) return false;
+        if (!turn.goesOn(lines.position())) return false;
         if (firstDataWord(line).empty() || data.takeLine(line)) continue;
         ++result.badLines;
         if (result.firstBadLines.size() < badLinesKept) result.firstBadLines.push_back(number);
@@ -112,39 +112,38 @@ bool rebuildData(std::string_view bytes, std::size_t start, DataRebuild& data, R
 }
 
 /// The header tells the depths that were really written.
-void correctDepths(const std::string& path, std::string_view bytes, const DataRebuild& data, int decimals) {
+void correctDepths(const std::string& path, const LasText& source, const DataRebuild& data, int decimals) {
     if (data.written() == 0) return;
     SilentInterface silent;
-    const auto edit = [&](std::string_view mnem, double value) {
-        editHeaderField(path, mnem, EditPart::Value, formatMask(value, decimals), 'W', silent);
+    const auto edit = [decimals](std::string_view mnem, double value) {
+        return HeaderEdit{mnem, EditPart::Value, 'W', formatMask(value, decimals)};
     };
-    edit("STOP", data.last());
-    edit("STRT", data.first());
-    edit("STEP", rebuiltStep(bytes, data.first(), data.last()));
+    const std::array<HeaderEdit, 3> edits = {edit("STOP", data.last()), edit("STRT", data.first()),
+                                             edit("STEP", rebuiltStep(source, data.first(), data.last()))};
+    editHeaderFields(path, edits, silent);
 }
 
-void rebuild(std::string_view source, const MappedFile& mapped, RebuildKind kind, const RebuildSettings& settings,
-             RebuildResult& result, RunState& run, UserInterface& user) {
-    const std::string_view bytes = mapped.bytes();
-    const std::vector<HeaderField> curves = rebuildCurves(bytes, settings);
+void rebuild(const LasFile& file, RebuildKind kind, const RebuildSettings& settings, RebuildResult& result,
+             RunState& run, UserInterface& user) {
+    const LasText& source = file.text();
+    const std::vector<HeaderField> curves = rebuildCurves(source, settings);
     if (curves.empty()) return;
-    LineReader file(bytes);
-    const std::size_t start = seekSection(file, 'A');
-    if (start == 0) return;
+    const auto start = source.seekSection('A');
+    if (!start) return;
 
     OutputFile output(result.target, OutputFile::Mode::Beside);
-    output.write(rebuildHeader(source, bytes, fileNameOf(result.target), kind, settings, curves, user));
+    output.write(rebuildHeader(source, fileNameOf(result.target), kind, settings, curves, user));
     output.writeLine(dataTitle(curves, settings.format.dataWidth));
-    mapped.willReadAll();
-    RunTurn turn(run, user, bytes.size());
+    file.willReadAll();
+    RunTurn turn(run, user, file.bytes().size());
     DataRebuild data(output, settings.format, curves.size());
-    if (!rebuildData(bytes, start, data, result, turn)) {
+    if (!rebuildData(source, *start, data, result, turn)) {
         result.result = StepResult::Cancelled;
         return;
     }
-    if (mapped.damaged()) return;
+    file.needWhole();
     output.close();
-    correctDepths(output.writtenPath(), bytes, data, settings.format.dataDecimals);
+    correctDepths(output.writtenPath(), source, data, settings.format.dataDecimals);
     output.commit();
     result.result = StepResult::Done;
 }
@@ -154,15 +153,14 @@ void rebuild(std::string_view source, const MappedFile& mapped, RebuildKind kind
 RebuildResult rewriteLas(std::string_view source, std::string_view target, RebuildKind kind,
                          const RebuildSettings& settings, RunState& run, UserInterface& user) {
     RebuildResult result;
-    const auto mapped = MappedFile::open(source);
-    if (!mapped) return result;
-    result.target = chooseTarget(source, target, user);
-    if (result.target.empty()) {
-        result.result = StepResult::Cancelled;
-        return result;
-    }
     try {
-        rebuild(source, *mapped, kind, settings, result, run, user);
+        const LasFile file(source);
+        result.target = chooseTarget(source, target, user);
+        if (result.target.empty()) {
+            result.result = StepResult::Cancelled;
+            return result;
+        }
+        rebuild(file, kind, settings, result, run, user);
     } catch (const std::exception&) {
         result.result = StepResult::Failed;
     }

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "las/header_text.h"
 #include "las/limits.h"
 #include "las/sections.h"
 #include "shared/files.h"
@@ -17,9 +18,8 @@ namespace {
 
 constexpr int wellColon = 57;
 constexpr int curveDot = 5, curveColon = 40, curveValue = 15;
-constexpr std::string_view titles =
-    "#MNEN.UNIT      VALUE                                    : DESCRIPTION\r\n"
-    "#----.----      -----                                    : -----------\r\n";
+constexpr std::string_view titles[] = {"#MNEN.UNIT      VALUE                                    : DESCRIPTION",
+                                       "#----.----      -----                                    : -----------"};
 
 constexpr std::string_view neutronCurves[] = {"NPHI", "NPOR", "TNPH", "HNPO", "HTNP", "APLC", "APSC", "APDC",
                                               "FPLC", "FPSC", "FPMC", "HFDC", "HSFC", "HFLC", "HADC", "HASC",
@@ -59,15 +59,15 @@ bool parseCurve(std::string_view line, HeaderField& curve) {
 
 /// Depths of the source's ~Well: what stands behind the first blank of a value is the number (in front of it a unit can
 /// stand).
-double depthValue(LineReader& file, std::string_view mnem) {
-    const std::string value(trim(getOpenValue(file, mnem, 'W')));
+double depthValue(const LasText& source, std::string_view mnem) {
+    const std::string value(trim(getOpenValue(source, mnem, 'W')));
     const std::size_t blank = value.find(' ');
     return val(blank == std::string::npos ? value : value.substr(blank + 1));
 }
 
-std::string depthUnit(std::string_view bytes, RebuildKind kind) {
-    LineReader file(bytes.substr(0, headerLimit));
-    for (std::string_view line; file.next(line) && !holdsText(line, "~A");) {
+std::string depthUnit(const LasText& source, RebuildKind kind) {
+    LineReader header = source.headerLines();
+    for (std::string_view line; header.next(line) && !holdsText(line, "~A");) {
         if (!holdsText(line, "STRT")) continue;
         if (kind == RebuildKind::Other) return getUnitField(line);
         const std::size_t dot = line.find('.');
@@ -78,13 +78,14 @@ std::string depthUnit(std::string_view bytes, RebuildKind kind) {
     return "M";
 }
 
-/// Gathers header lines as text.
-class HeaderText {
+/// The lines of the rebuilt header.
+class RebuiltHeader : public HeaderText {
   public:
-    explicit HeaderText(const FormatDefaults& format) : format_(format) {}
+    explicit RebuiltHeader(const FormatDefaults& format) : format_(format) {}
 
-    void line(std::string_view text) { text_.append(text).append("\r\n"); }
-    void columnTitles() { text_.append(titles); }
+    void columnTitles() {
+        for (const std::string_view title : titles) line(title);
+    }
     void field(const HeaderField& fields) {
         line(formatHeaderLine(fields, format_.dotColumn, wellColon, format_.valueColumn));
     }
@@ -95,11 +96,9 @@ class HeaderText {
         else
             line(formatHeaderLine(fields, curveDot, curveColon, curveValue));
     }
-    std::string take() { return std::move(text_); }
 
   private:
     const FormatDefaults& format_;
-    std::string text_;
 };
 
 /// A place in the source where a value of the new ~Well can stand.
@@ -108,28 +107,28 @@ struct ValuePlace {
     std::string_view mnem;
 };
 
-std::string firstValue(LineReader& file, std::initializer_list<ValuePlace> places) {
+std::string firstValue(const LasText& source, std::initializer_list<ValuePlace> places) {
     for (const ValuePlace& place : places)
-        if (std::string value = getOpenValue(file, place.mnem, place.section); !trim(value).empty()) return value;
+        if (std::string value = getOpenValue(source, place.mnem, place.section); !trim(value).empty()) return value;
     return {};
 }
 
-void writeWell(HeaderText& text, LineReader& file, std::string_view bytes, std::string_view targetName,
-               RebuildKind kind, const RebuildSettings& settings) {
-    const double start = depthValue(file, "STRT");
-    const double stop = depthValue(file, "STOP");
-    const std::string unit = depthUnit(bytes, kind);
+void writeWell(RebuiltHeader& text, const LasText& source, std::string_view targetName, RebuildKind kind,
+               const RebuildSettings& settings) {
+    const double start = depthValue(source, "STRT");
+    const double stop = depthValue(source, "STOP");
+    const std::string unit = depthUnit(source, kind);
     const auto depth = [&settings](double value) { return formatMask(value, settings.format.dataDecimals); };
     text.field({"STRT", unit, depth(start), "START DEPTH"});
     text.field({"STOP", unit, depth(stop), "STOP DEPTH"});
-    text.field({"STEP", unit, depth(rebuiltStep(bytes, start, stop)), "STEP LENGTH"});
+    text.field({"STEP", unit, depth(rebuiltStep(source, start, stop)), "STEP LENGTH"});
     text.field({"NULL", "", plainNumber(lasNull), " NULL VALUE"});
-    text.field({"COMP", "", firstValue(file, {{'W', "CN"}, {'W', "COMP"}, {'P', "COMPANY"}}), "COMPANY NAME"});
-    text.field({"WELL", "", firstValue(file, {{'W', "WELL"}, {'P', "WN"}}), "WELL NAME"});
-    text.field({"LOC", "", firstValue(file, {{'W', "LOC"}, {'P', "FL"}}), "LOCATIONS"});
-    text.field({"FLD", "", firstValue(file, {{'W', "FN"}, {'P', "FN"}, {'P', "FLD"}, {'P', "FL"}}), "FIELD NAME"});
+    text.field({"COMP", "", firstValue(source, {{'W', "CN"}, {'W', "COMP"}, {'P', "COMPANY"}}), "COMPANY NAME"});
+    text.field({"WELL", "", firstValue(source, {{'W', "WELL"}, {'P', "WN"}}), "WELL NAME"});
+    text.field({"LOC", "", firstValue(source, {{'W', "LOC"}, {'P', "FL"}}), "LOCATIONS"});
+    text.field({"FLD", "", firstValue(source, {{'W', "FN"}, {'P', "FN"}, {'P', "FLD"}, {'P', "FL"}}), "FIELD NAME"});
     const auto fromWell = [&](const char* mnem, const char* desc) {
-        text.field({mnem, "", firstValue(file, {{'W', mnem}}), desc});
+        text.field({mnem, "", firstValue(source, {{'W', mnem}}), desc});
     };
     if (sameText(settings.country, "CANADA")) {
         fromWell("PROV", "PROVINCE");
@@ -142,13 +141,12 @@ void writeWell(HeaderText& text, LineReader& file, std::string_view bytes, std::
         fromWell("API", "API SERIAL NUMBER");
     }
     text.field({"LISF", "", std::string(targetName), "LAS FILENAME"});
-    text.field({"DATE", "", firstValue(file, {{'P', "DATE"}}), "LOGGING DATE"});
+    text.field({"DATE", "", firstValue(source, {{'P', "DATE"}}), "LOGGING DATE"});
     text.field({"SRVC", "", "Ostrandmeyer", "SERVICE COMPANY"});
 }
 
-void writeParameters(HeaderText& text, std::string_view path, bool neutronSeen, UserInterface& user) {
-    SectionTable parameters;
-    readSectionLoose(parameters, path, 'P');
+void writeParameters(RebuiltHeader& text, const LasText& source, bool neutronSeen, UserInterface& user) {
+    const SectionTable parameters = readSection(source, 'P', {.unitApart = true}).value_or(SectionTable());
     bool matrixSeen = false;
     for (const HeaderField& row : parameters) {
         matrixSeen = matrixSeen || sameText(row.mnem, "MATR");
@@ -166,17 +164,17 @@ void writeParameters(HeaderText& text, std::string_view path, bool neutronSeen, 
 
 }  // namespace
 
-double rebuiltStep(std::string_view bytes, double first, double last) {
-    LineReader file(bytes);
-    const double step = std::abs(depthValue(file, "STEP"));
+double rebuiltStep(const LasText& source, double first, double last) {
+    const double step = std::abs(depthValue(source, "STEP"));
     return last < first ? -step : step;
 }
 
-std::vector<HeaderField> rebuildCurves(std::string_view bytes, const RebuildSettings& settings) {
+std::vector<HeaderField> rebuildCurves(const LasText& source, const RebuildSettings& settings) {
     std::vector<HeaderField> curves;
-    LineReader file(bytes.substr(0, headerLimit));
-    if (seekSection(file, 'C') == 0) return curves;
-    for (std::string_view line; curves.size() < rowLimit && file.next(line) && !beginsWith(trimLeft(line), "~");) {
+    const auto start = source.seekSection('C');
+    if (!start) return curves;
+    LineReader lines = source.headerLines(*start);
+    for (std::string_view line; curves.size() < rowLimit && lines.next(line) && !beginsWith(trimLeft(line), "~");) {
         HeaderField curve;
         if (!parseCurve(line, curve)) continue;
         curve.mnem = upper(curve.mnem);
@@ -193,17 +191,16 @@ std::vector<HeaderField> rebuildCurves(std::string_view bytes, const RebuildSett
     return curves;
 }
 
-std::string rebuildHeader(std::string_view path, std::string_view bytes, std::string_view targetName, RebuildKind kind,
+std::string rebuildHeader(const LasText& source, std::string_view targetName, RebuildKind kind,
                           const RebuildSettings& settings, const std::vector<HeaderField>& curves,
                           UserInterface& user) {
-    LineReader file(bytes);
-    HeaderText text(settings.format);
+    RebuiltHeader text(settings.format);
     text.line("~Version Information");
     text.line("VERS.                2.00:     CWLS LOG ASCII STANDARD - VERSION 2.0");
     text.line("WRAP.                  NO:     One Line Per Depth Step");
     text.line("~Well Information");
     text.columnTitles();
-    writeWell(text, file, bytes, targetName, kind, settings);
+    writeWell(text, source, targetName, kind, settings);
     text.line("~Curve Information");
     text.columnTitles();
     for (const HeaderField& curve : curves) text.curve(curve);
@@ -211,7 +208,7 @@ std::string rebuildHeader(std::string_view path, std::string_view bytes, std::st
     text.columnTitles();
     const bool neutronSeen =
         std::any_of(curves.begin(), curves.end(), [](const HeaderField& curve) { return isNeutron(curve.mnem); });
-    writeParameters(text, path, neutronSeen, user);
+    writeParameters(text, source, neutronSeen, user);
     return text.take();
 }
 

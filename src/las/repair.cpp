@@ -8,6 +8,7 @@
 #include "platform/mapped_file.h"
 #include "platform/output_file.h"
 #include "shared/failure.h"
+#include "shared/files.h"
 #include "shared/line_reader.h"
 #include "shared/text.h"
 
@@ -83,17 +84,17 @@ bool writeReplaced(OutputFile& target, std::string_view bytes, std::size_t lengt
 template <class Find>
 StepResult replaceBytes(std::string_view source, std::string_view target, std::size_t length,
                         std::string_view replacement, RunState& run, UserInterface& user, ReplaceReport& report,
-                        Find&& find) {
+                        OutputFile::Mode mode, Find&& find) {
     const auto mapped = MappedFile::open(source, &report.why);
     if (!mapped) return StepResult::Failed;
     try {
         mapped->willReadAll();
-        OutputFile output(target, OutputFile::Mode::Beside);
+        OutputFile output(target, mode);
         RunTurn turn(run, user, mapped->bytes().size());
         if (!writeReplaced(output, mapped->bytes(), length, replacement, turn, report.replacements, find))
             return StepResult::Cancelled;
         if (run.cancelRequested) return StepResult::Cancelled;
-        if (mapped->damaged()) throw RunTimeFailure("the file could not be read to its end");
+        needWhole(*mapped, source);
         output.commit();
         return StepResult::Done;
     } catch (const std::exception& error) {
@@ -121,13 +122,13 @@ bool curveTitleFaultIn(std::string_view bytes) {
     return faulty;
 }
 
-bool fixCurveTitle(std::string_view path, std::string_view target) {
+bool fixCurveTitle(std::string_view path, std::string_view target, OutputFile::Mode mode) {
     if (!hasCurveTitleFault(path)) return false;
     const auto mapped = MappedFile::open(path);
     if (!mapped) return false;
     try {
         const std::string_view bytes = mapped->bytes();
-        OutputFile output(target, OutputFile::Mode::Beside);
+        OutputFile output(target, mode);
         std::size_t done = 0;
         eachHeaderLine(bytes, [&](std::string_view line) {
             if (!isFaulty(line)) return;
@@ -137,7 +138,7 @@ bool fixCurveTitle(std::string_view path, std::string_view target) {
             done = start + line.size();
         });
         output.write(bytes.substr(done));
-        if (mapped->damaged()) return false;
+        needWhole(*mapped, path);
         output.commit();
         return true;
     } catch (const std::exception&) {
@@ -154,20 +155,30 @@ bool repairCurveTitle(std::string_view path, UserInterface& user) {
     return answer == Answer::Yes && fixCurveTitle(path, path);
 }
 
+std::string safetyCopyName(std::string_view path, std::string_view mark) {
+    const std::string start(mark);
+    std::string name = changeExtension(path, start + ".las");
+    for (int number = 2; fileExists(name) || folderExists(name); ++number)
+        name = changeExtension(path, start + "-" + std::to_string(number) + ".las");
+    return name;
+}
+
 StepResult replaceInFile(std::string_view source, std::string_view target, std::string_view find,
-                         std::string_view replacement, RunState& run, UserInterface& user, ReplaceReport* report) {
+                         std::string_view replacement, RunState& run, UserInterface& user, ReplaceReport* report,
+                         OutputFile::Mode mode) {
     run.statusText = "Doing Search and Replace. Please Wait...";
     ReplaceReport unwanted;
     const Finder finder(find);
     // Nothing to look for: the target is a plain copy.
     return replaceBytes(
         source, target, std::max<std::size_t>(find.size(), 1), replacement, run, user, report ? *report : unwanted,
-        [&](std::string_view text, std::size_t from) { return find.empty() ? npos : finder.next(text, from); });
+        mode, [&](std::string_view text, std::size_t from) { return find.empty() ? npos : finder.next(text, from); });
 }
 
-StepResult repairLineEnds(std::string_view source, std::string_view target, RunState& run, UserInterface& user) {
+StepResult repairLineEnds(std::string_view source, std::string_view target, RunState& run, UserInterface& user,
+                          OutputFile::Mode mode) {
     ReplaceReport unwanted;
-    return replaceBytes(source, target, 1, "\r\n", run, user, unwanted, findBareLineFeed);
+    return replaceBytes(source, target, 1, "\r\n", run, user, unwanted, mode, findBareLineFeed);
 }
 
 }  // namespace welvane

@@ -18,9 +18,13 @@ bool hasCurveTitleFault(std::string_view path);
 bool curveTitleFaultIn(std::string_view bytes);
 /// Writes "~Curve" in place of each such line of the header; what else stood on it is dropped. False when there is none
 /// or the file cannot be written.
-bool fixCurveTitle(std::string_view path, std::string_view target);
+bool fixCurveTitle(std::string_view path, std::string_view target, OutputFile::Mode mode = OutputFile::Mode::Beside);
 /// Asks, then repairs the file itself; true when it was repaired. Nobody to ask: not repaired.
 bool repairCurveTitle(std::string_view path, UserInterface& user);
+
+/// Where the copy of a file goes before the file itself is changed: its name with ".MARK.las" in place of its
+/// extension, with a number where that name is taken ("a.unixterm.las", "a.unixterm-2.las").
+std::string safetyCopyName(std::string_view path, std::string_view mark);
 
 /// What a search and replace tells beside its result.
 struct ReplaceReport {
@@ -32,9 +36,10 @@ struct ReplaceReport {
 /// appears whole or not at all.
 StepResult replaceInFile(std::string_view source, std::string_view target, std::string_view find,
                          std::string_view replacement, RunState& run, UserInterface& user,
-                         ReplaceReport* report = nullptr);
+                         ReplaceReport* report = nullptr, OutputFile::Mode mode = OutputFile::Mode::Beside);
 
 /// Each LF without a CR before it becomes CR LF; CR LF stays.
-StepResult repairLineEnds(std::string_view source, std::string_view target, RunState& run, UserInterface& user);
+StepResult repairLineEnds(std::string_view source, std::string_view target, RunState& run, UserInterface& user,
+                          OutputFile::Mode mode = OutputFile::Mode::Beside);
 
 }  // namespace welvane

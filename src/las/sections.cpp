@@ -3,7 +3,6 @@
 #include <limits>
 
 #include "las/limits.h"
-#include "platform/mapped_file.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
 
@@ -15,23 +14,6 @@ namespace {
 /// memory.
 constexpr std::size_t textLimit = std::size_t{256} << 20U;
 
-std::string_view headerOf(std::string_view bytes) {
-    return bytes.substr(0, headerLimit);
-}
-
-/// First place of "~" + letter at or behind `from`, anywhere in the text.
-std::size_t findTitle(std::string_view text, char letter, std::size_t from = 0) {
-    for (std::size_t place = text.find('~', from); place != npos; place = text.find('~', place + 1))
-        if (place + 1 < text.size() && upperChar(text[place + 1]) == upperChar(letter)) return place;
-    return npos;
-}
-
-bool holdsTitle(std::string_view text, char letter) {
-    return findTitle(text, letter) != npos;
-}
-bool isTitle(std::string_view line, char letter) {
-    return line.size() >= 2 && line[0] == '~' && upperChar(line[1]) == upperChar(letter);
-}
 bool holdsTilde(std::string_view line) {
     return line.find('~') != npos;
 }
@@ -47,25 +29,16 @@ std::int16_t column(std::size_t place) {
     return fits ? static_cast<std::int16_t>(place + 1) : std::int16_t{0};
 }
 
-/// Calls `take` with the trimmed lines behind a section's title until it returns false. False without the section.
-template <class Take>
-bool eachSectionLine(std::string_view path, char letter, Take&& take) {
-    const auto mapped = MappedFile::open(path);
-    if (!mapped) return false;
-    LineReader file(headerOf(mapped->bytes()));
-    if (seekSection(file, letter) == 0) return false;
-    for (std::string_view line; file.next(line);)
-        if (!take(trim(line))) break;
-    return true;
-}
-
-/// Version of a file by its ~V section, with the reader behind that title.
+/// Version of a file by its ~V section.
 struct VersionFound {
     bool sectionEnded = false;  ///< the next section came before a VERS line
     bool isOld = false;         ///< below 2.0, which counts as 1.2
 };
-VersionFound readVersion(LineReader& file) {
-    for (std::string_view line; file.next(line);) {
+VersionFound readVersion(const LasText& text) {
+    const auto start = text.seekSection('V');
+    if (!start) return {};
+    LineReader lines = text.headerLines(*start);
+    for (std::string_view line; lines.next(line);) {
         line = trimLeft(line);
         if (beginsWith(line, "~")) return {true, false};
         if (!beginsWith(line, "VERS")) continue;
@@ -78,17 +51,18 @@ VersionFound readVersion(LineReader& file) {
 
 /// What a search for a mnemonic through the header's lines found.
 struct Found {
-    enum class End { Hit, ReachedData, EndOfFile } end = End::EndOfFile;
+    LasValue::End end = LasValue::End::NotFound;
     HeaderField fields;
     char section = 0;
 };
-Found findMnem(LineReader& file, std::string_view mnem, char section) {
+Found findMnem(const LasText& text, std::string_view mnem, char section) {
     Found found;
-    for (std::string_view line; file.next(line);) {
+    LineReader header = text.headerLines();
+    for (std::string_view line; header.next(line);) {
         line = trimLeft(line);
         if (beginsWith(line, "~")) {
             if (isTitle(line, 'A')) {
-                found.end = Found::End::ReachedData;
+                found.end = LasValue::End::ReachedData;
                 return found;
             }
             found.section = line.size() > 1 ? upperChar(line[1]) : ' ';
@@ -97,17 +71,18 @@ Found findMnem(LineReader& file, std::string_view mnem, char section) {
         if (section != 0 && found.section != section) continue;
         if (lineKind(line) != LineKind::Data || !sameText(takeMnem(line), mnem)) continue;
         parseHeaderLine(line, found.fields);
-        found.end = Found::End::Hit;
+        found.end = LasValue::End::Found;
         return found;
     }
     return found;
 }
 
 /// In LAS 1.2 the lines of ~W carry their text behind the colon, but for the depths and the null value.
-std::string valueByVersion(const Found& found, std::string_view mnem, bool isOld) {
+LasValue valueByVersion(Found found, std::string_view mnem, bool isOld) {
     const bool numeric =
         sameText(mnem, "STRT") || sameText(mnem, "STOP") || sameText(mnem, "STEP") || sameText(mnem, "NULL");
-    return isOld && !numeric && found.section == 'W' ? found.fields.desc : found.fields.value;
+    const bool behindColon = isOld && !numeric && found.section == 'W';
+    return {found.end, std::move(behindColon ? found.fields.desc : found.fields.value), std::move(found.fields.unit)};
 }
 
 /// Field text of a table: no tabs, no blanks at the ends.
@@ -134,28 +109,53 @@ void splitLooseUnit(HeaderField& row) {
     row.value = number;
 }
 
-}  // namespace
-
-std::size_t seekSection(LineReader& file, char letter) {
-    const bool wantsData = upperChar(letter) == 'A';
-    LineReader header(headerOf(file.bytes()));
-    for (std::string_view line; header.next(line);) {
-        line = trim(line);
-        if (!wantsData && holdsTitle(line, 'A')) break;
-        if (!isTitle(line, letter)) continue;
-        file.seek(header.position());
-        return header.position() + 1;
+/// The rows of one section.
+bool takeRow(std::string_view line, const SectionReading& how, SectionTable& rows) {
+    if (how.letters == SectionReading::Letters::AsTheyStand) {
+        if (lineKind(line) == LineKind::Data) parseHeaderLine(line, rows.emplace_back());
+    } else if (!how.unitApart) {
+        if (lineKind(line) == LineKind::Data) parseTableRow(line, rows.emplace_back());
+    } else if (const std::string text = withoutChar(line, '\t'); lineKind(text) == LineKind::Data) {
+        parseTableRow(trim(text), rows.emplace_back());
+        if (rows.back().unit.empty()) splitLooseUnit(rows.back());
     }
-    file.seek(0);
-    return 0;
+    return rows.size() < rowLimit;
 }
 
-std::string getSectionText(std::string_view path, char letter) {
-    const auto mapped = MappedFile::open(path);
-    if (!mapped) return {};
-    const std::string_view bytes = mapped->bytes();
+/// Text of a section whose lines end in any way: between the line of its title and the line end before the next "~".
+std::string sectionTextOfAny(const LasText& source, std::size_t start) {
+    LineReader lines = source.lines(start);
+    std::string_view line;
+    lines.next(line);
+    std::string_view text = source.bytes().substr(lines.position());
+    text = text.substr(0, text.find('~'));
+    if (text.size() > textLimit) return {};
+    if (endsWith(text, "\n")) text.remove_suffix(1);
+    if (endsWith(text, "\r")) text.remove_suffix(1);
+    return std::string(text);
+}
+
+}  // namespace
+
+std::optional<SectionTable> readSection(const LasText& text, char letter, const SectionReading& how) {
+    const auto start = text.seekSection(letter);
+    if (!start) return std::nullopt;
+    SectionTable rows;
+    LineReader lines = text.headerLines(*start);
+    for (std::string_view line; lines.next(line);) {
+        line = trim(line);
+        const bool inFront = how.end == SectionReading::End::TildeInFront || text.lineRule() == LineRule::Any;
+        if (inFront ? beginsWith(line, "~") : holdsTilde(line)) break;
+        if (!takeRow(line, how, rows)) break;
+    }
+    return rows;
+}
+
+std::string getSectionText(const LasText& source, char letter) {
+    const std::string_view bytes = source.bytes();
     const std::size_t start = findTitle(bytes, letter);
     if (start == npos) return {};
+    if (source.lineRule() == LineRule::Any) return sectionTextOfAny(source, start);
     const std::size_t next = bytes.find('~', start + 1);
     std::string_view text = bytes.substr(start);
     if (next != npos) text = text.substr(0, next - start >= 2 ? next - start - 2 : 0);
@@ -169,90 +169,55 @@ std::string getSectionText(std::string_view path, char letter) {
     return std::string(text.substr(titleEnd + endLength));
 }
 
-LasValue getLasValue(std::string_view path, std::string_view mnem, char section) {
-    LasValue result;
-    const auto mapped = MappedFile::open(path);
-    if (!mapped) return result;
+LasValue getLasValue(const LasText& text, std::string_view mnem, char section) {
     mnem = trim(mnem);
     section = upperChar(section);
     if (std::string_view("WVPOC").find(section) == npos) section = 0;
-    LineReader file(headerOf(mapped->bytes()));
-    bool isOld = false;
-    if (section == 'W' && seekSection(file, 'V') != 0) {
-        const VersionFound version = readVersion(file);
-        if (version.sectionEnded) {
-            if (sameText(mnem, "WRAP") || sameText(mnem, "VERS")) result.text.assign(1, ' ');
-            return result;
-        }
-        isOld = version.isOld;
-    }
-    file.seek(0);
-    const Found found = findMnem(file, mnem, section);
-    if (found.end == Found::End::ReachedData) {
-        result.text.assign(1, ' ');
-        result.marker = "NOT";
-    } else if (found.end == Found::End::Hit) {
-        result.text = valueByVersion(found, mnem, isOld);
-        result.unit = found.fields.unit;
-    }
-    return result;
+    VersionFound version;
+    if (section == 'W') version = readVersion(text);
+    if (version.sectionEnded) return {};
+    return valueByVersion(findMnem(text, mnem, section), mnem, version.isOld);
 }
 
-std::string getFileValue(std::string_view path, std::string_view mnem, std::string* unit) {
-    if (unit != nullptr) unit->clear();
-    const auto mapped = MappedFile::open(path);
-    if (!mapped) return {};
+LasValue getFileValue(const LasText& text, std::string_view mnem) {
     mnem = trim(mnem);
-    LineReader file(headerOf(mapped->bytes()));
-    const bool isOld = seekSection(file, 'V') != 0 && readVersion(file).isOld;
-    file.seek(0);
-    const Found found = findMnem(file, mnem, 0);
-    if (found.end == Found::End::ReachedData) return " ";
-    if (found.end == Found::End::EndOfFile) return {};
-    if (unit != nullptr) *unit = found.fields.unit;
-    return valueByVersion(found, mnem, isOld);
+    return valueByVersion(findMnem(text, mnem, 0), mnem, readVersion(text).isOld);
 }
 
-std::string getOpenValue(LineReader& file, std::string_view mnem, char section) {
+std::string getOpenValue(const LasText& text, std::string_view mnem, char section) {
     mnem = trim(mnem);
-    LineReader header(headerOf(file.bytes()));
-    const auto leave = [&file, &header](std::string text) {
-        file.seek(header.position());
-        return text;
-    };
+    LineReader header = text.headerLines();
     std::string_view line;
-    while (true) {
-        if (!header.next(line)) return leave({});
-        if (isTitle(line, section)) break;
-        if (isTitle(line, 'A')) return leave({});
-    }
+    do {
+        if (!header.next(line) || (isTitle(line, 'A') && upperChar(section) != 'A')) return {};
+    } while (!isTitle(line, section));
     while (header.next(line)) {
         line = trimLeft(line);
         if (isTitle(line, 'A')) break;
         if (lineKind(line) != LineKind::Data || !sameText(takeMnem(line), mnem)) continue;
         std::string copy(line);
-        return leave(withoutChar(withoutChar(getValueField(copy), '\t'), ':'));
+        return withoutChar(withoutChar(getValueField(copy), '\t'), ':');
     }
-    return leave({});
+    return {};
 }
 
-DepthHeader getDepthHeader(std::string_view path) {
+DepthHeader getDepthHeader(const LasText& text) {
     DepthHeader result;
-    const auto mapped = MappedFile::open(path);
-    if (!mapped) return result;
-    result.indexName = "DEPT";
-    LineReader file(headerOf(mapped->bytes()));
-    if (seekSection(file, 'W') == 0) return result;
+    const auto start = text.seekSection('W');
+    if (!start) return result;
     constexpr std::array<std::string_view, 4> names = {"STRT", "STOP", "STEP", "NULL"};
     unsigned seen = 0;
-    for (std::string_view line; seen != 0b1111U && file.next(line) && !holdsTilde(line);) {
-        const std::string_view text = trimLeft(line);
-        if (lineKind(text) != LineKind::Data) continue;
+    LineReader lines = text.headerLines(*start);
+    const bool anywhere = text.lineRule() == LineRule::CarriageReturn;
+    for (std::string_view line; seen != 0b1111U && lines.next(line);) {
+        const std::string_view shown = trimLeft(line);
+        if (anywhere ? holdsTilde(line) : beginsWith(shown, "~")) break;
+        if (lineKind(shown) != LineKind::Data) continue;
         for (std::size_t index = 0; index < names.size(); ++index) {
-            if (!beginsWith(text, names[index])) continue;
+            if (!beginsWith(shown, names[index])) continue;
             seen |= 1U << index;
             HeaderField fields;
-            parseHeaderLine(text, fields);
+            parseHeaderLine(shown, fields);
             if (index == 0) {
                 const std::size_t dot = line.find('.');
                 const std::size_t place = fields.value.empty() ? npos : line.find(fields.value, dot + 1);
@@ -263,69 +228,6 @@ DepthHeader getDepthHeader(std::string_view path) {
         }
     }
     return result;
-}
-
-int readSection(SectionTable& table, std::string_view path, char letter) {
-    SectionTable rows;
-    const bool found = eachSectionLine(path, letter, [&rows](std::string_view line) {
-        if (holdsTilde(line)) return false;
-        if (lineKind(line) == LineKind::Data) parseTableRow(line, rows.emplace_back());
-        return rows.size() < rowLimit;
-    });
-    if (!found) return 0;
-    table = std::move(rows);
-    return static_cast<int>(table.size());
-}
-
-int appendSection(SectionTable& table, std::string_view path, char letter) {
-    SectionTable rows;
-    const bool found = eachSectionLine(path, letter, [&rows](std::string_view line) {
-        if (beginsWith(line, "~")) return false;
-        if (lineKind(line) == LineKind::Data) parseTableRow(line, rows.emplace_back());
-        return rows.size() < rowLimit;
-    });
-    table = std::move(rows);
-    return found ? static_cast<int>(table.size()) - 1 : 0;
-}
-
-int readSectionLoose(SectionTable& table, std::string_view path, char letter) {
-    SectionTable rows;
-    const bool found = eachSectionLine(path, letter, [&rows](std::string_view line) {
-        if (holdsTilde(line)) return false;
-        const std::string text = withoutChar(line, '\t');
-        if (lineKind(text) != LineKind::Data) return true;
-        HeaderField& row = rows.emplace_back();
-        parseTableRow(trim(text), row);
-        if (row.unit.empty()) splitLooseUnit(row);
-        return rows.size() < rowLimit;
-    });
-    if (!found) return 0;
-    table = std::move(rows);
-    return static_cast<int>(table.size());
-}
-
-SectionTable readSectionLines(std::string_view path, char letter) {
-    SectionTable rows;
-    eachSectionLine(path, letter, [&rows](std::string_view line) {
-        if (holdsTilde(line)) return false;
-        if (lineKind(line) == LineKind::Data) parseHeaderLine(line, rows.emplace_back());
-        return rows.size() < rowLimit;
-    });
-    return rows;
-}
-
-std::vector<std::string> readSections(std::string_view path) {
-    std::vector<std::string> titles;
-    const auto mapped = MappedFile::open(path);
-    if (!mapped) return titles;
-    LineReader file(headerOf(mapped->bytes()));
-    for (std::string_view line; file.next(line);) {
-        line = trim(line);
-        if (!beginsWith(line, "~")) continue;
-        titles.emplace_back(line);
-        if (isTitle(line, 'A') || titles.size() == rowLimit) break;
-    }
-    return titles;
 }
 
 }  // namespace welvane

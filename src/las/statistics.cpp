@@ -4,12 +4,9 @@
 #include <cmath>
 #include <limits>
 
-#include "las/data_access.h"
 #include "las/data_words.h"
 #include "las/run_turn.h"
-#include "las/sections.h"
 #include "las/tops.h"
-#include "platform/mapped_file.h"
 #include "shared/failure.h"
 #include "shared/numbers.h"
 #include "shared/settings.h"
@@ -28,8 +25,8 @@ void warn(UserInterface& user, std::string title, std::string text) {
     user.ask({std::move(title), std::move(text), Buttons::Ok, Icon::Warning, Answer::Ok});
 }
 
-float readNull(std::string_view path, UserInterface& user) {
-    const std::string text = getFileValue(path, "NULL");
+float readNull(const LasFile& file, UserInterface& user) {
+    const std::string text = file.value("NULL").text;
     if (trim(text).empty()) {
         warn(user, "Null Value Absent!", "Null Value not specified in header of this LAS. Assuming -999.25.");
         return static_cast<float>(lasNull);
@@ -41,10 +38,9 @@ float readNull(std::string_view path, UserInterface& user) {
     return static_cast<float>(value);
 }
 
-std::string readDepthUnit(std::string_view path, UserInterface& user) {
-    std::string unit;
-    getFileValue(path, "STRT", &unit);
-    if (trim(unit).empty()) getFileValue(path, "DEPT", &unit);
+std::string readDepthUnit(const LasFile& file, UserInterface& user) {
+    std::string unit = file.value("STRT").unit;
+    if (trim(unit).empty()) unit = file.value(indexMnem).unit;
     if (trim(unit).empty()) {
         warn(user, "Depth Units Absent!", "Depth Units not specifed in header of this LAS. Assuming FT.");
         return "FT";
@@ -229,9 +225,9 @@ DepthRange wholeRange(const DataEnds& ends, bool inFeet) {
 
 /// Narrows the range to the formation. Kept: depths of the block are taken as feet as they stand, also in a file in
 /// metres.
-void narrowToFormation(std::string_view path, DepthRange& range, LasStatistics& result) {
+void narrowToFormation(const LasFile& file, DepthRange& range, LasStatistics& result) {
     if (result.formation.empty()) return;
-    const std::vector<Top> tops = readTops(path);
+    const std::vector<Top> tops = readTops(file);
     const auto found = std::find_if(tops.begin(), tops.end(),
                                     [&result](const Top& top) { return sameText(top.name, trim(result.formation)); });
     result.formationFound = found != tops.end();
@@ -248,8 +244,9 @@ void narrowToFormation(std::string_view path, DepthRange& range, LasStatistics& 
     range.tolerance = 0;
 }
 
-bool readData(std::string_view bytes, std::size_t start, const DataShape& shape, StatisticsPass& pass, RunTurn& turn) {
-    LineReader data(bytes, start);
+bool readData(const LasFile& file, StatisticsPass& pass, RunTurn& turn) {
+    const DataShape& shape = file.shape();
+    LineReader data = file.text().lines(static_cast<std::size_t>(file.ends().firstPosition - 1));
     const bool wrapped = shape.layout == DataLayout::Wrapped;
     for (std::string_view line; data.next(line);) {
         if (!turn.goesOn(data.position())) return false;
@@ -263,31 +260,27 @@ bool readData(std::string_view bytes, std::size_t start, const DataShape& shape,
     return true;
 }
 
-StepResult readStatistics(std::string_view path, const MappedFile& mapped, LasStatistics& result, RunState& run,
-                          UserInterface& user) {
-    const float null = readNull(path, user);
-    result.depthUnit = readDepthUnit(path, user);
-    SectionTable curves;
-    if (readSection(curves, path, 'C') == 0) return StepResult::Failed;
-    for (HeaderField& field : curves) result.channels.emplace_back().field = std::move(field);
+StepResult readStatistics(const LasFile& file, LasStatistics& result, RunState& run, UserInterface& user) {
+    const float null = readNull(file, user);
+    result.depthUnit = readDepthUnit(file, user);
+    auto curves = file.section('C');
+    if (!curves || curves->empty()) return StepResult::Failed;
+    for (HeaderField& field : *curves) result.channels.emplace_back().field = std::move(field);
 
-    const DataShape shape = detectDataLayout(path);
-    if (shape.layout == DataLayout::Undecided && sameText(getLasValue(path, "WRAP", 'V').text, "YES")) {
+    const DataShape& shape = file.shape();
+    if (shape.layout == DataLayout::Undecided && sameText(file.value("WRAP", 'V').text, "YES")) {
         tellConversionFailure(user, shapeProblem(shape));
         return StepResult::Failed;
     }
-    const DataEnds ends =
-        locateDataEnds(path, shape.wordsPerStep, shape.bytesPerStep, shape.layout == DataLayout::Wrapped);
+    const DataEnds& ends = file.ends();
     if (!ends.found) return StepResult::Failed;
     DepthRange range = wholeRange(ends, beginsWith(result.depthUnit, "F"));
-    narrowToFormation(path, range, result);
+    narrowToFormation(file, range, result);
 
     StatisticsPass pass(result.channels, null, range);
-    mapped.willReadAll();
-    RunTurn turn(run, user, mapped.bytes().size());
-    if (!readData(mapped.bytes(), static_cast<std::size_t>(ends.firstPosition - 1), shape, pass, turn))
-        return StepResult::Cancelled;
-    if (mapped.damaged()) return StepResult::Failed;
+    file.willReadAll();
+    RunTurn turn(run, user, file.bytes().size());
+    if (!readData(file, pass, turn)) return StepResult::Cancelled;
 
     if (range.open) {
         result.top = pass.lowest();
@@ -305,17 +298,18 @@ StepResult readStatistics(std::string_view path, const MappedFile& mapped, LasSt
 
 }  // namespace
 
-StepResult readLasStatistics(std::string_view path, std::string_view formation, LasStatistics& result, RunState& run,
+StepResult readLasStatistics(const LasFile& file, std::string_view formation, LasStatistics& result, RunState& run,
                              UserInterface& user) {
     result = {};
     result.formation = formation;
-    const auto mapped = MappedFile::open(path);
-    if (!mapped) return StepResult::Failed;
+    StepResult read = StepResult::Failed;
     try {
-        return readStatistics(path, *mapped, result, run, user);
+        read = readStatistics(file, result, run, user);
     } catch (const RunTimeFailure&) {
-        return StepResult::Failed;
+        read = StepResult::Failed;
     }
+    file.needWhole();
+    return read;
 }
 
 }  // namespace welvane

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "las/header_line.h"
+#include "las/las_file.h"
 #include "las/wrap.h"
 #include "shared/prompts.h"
 #include "shared/run_state.h"
@@ -40,9 +40,9 @@ struct LasStatistics {
 };
 
 /// Statistics of all channels in one pass over the data, of the whole file or of one formation of its [TOPS] block. A
-/// gap in the header is told in a box, and an assumption goes on. Wrapped data are read as they stand. Failed when the
-/// file cannot be read, has no ~A or no ~Curve lines.
-StepResult readLasStatistics(std::string_view path, std::string_view formation, LasStatistics& result, RunState& run,
+/// gap in the header is told in a box, and an assumption goes on. Wrapped data are read as they stand. Failed without
+/// ~A or ~Curve lines; FileFailure when a part of the file cannot be read.
+StepResult readLasStatistics(const LasFile& file, std::string_view formation, LasStatistics& result, RunState& run,
                              UserInterface& user);
 
 }  // namespace welvane

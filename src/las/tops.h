@@ -1,8 +1,9 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "las/las_file.h"
 
 namespace welvane {
 
@@ -11,8 +12,7 @@ struct Top {
     std::string depth, name;
 };
 
-/// The [TOPS] block of the header, in file order; empty when there is none in front of ~A, or no file. Fields are
-/// trimmed.
-std::vector<Top> readTops(std::string_view path);
+/// The [TOPS] block of the header, in file order; empty when there is none in front of ~A. Fields are trimmed.
+std::vector<Top> readTops(const LasFile& file);
 
 }  // namespace welvane

@@ -3,11 +3,8 @@
 #include <algorithm>
 #include <exception>
 
-#include "las/data_access.h"
 #include "las/data_words.h"
 #include "las/run_turn.h"
-#include "las/sections.h"
-#include "platform/mapped_file.h"
 #include "platform/output_file.h"
 #include "shared/failure.h"
 #include "shared/numbers.h"
@@ -59,19 +56,6 @@ std::string convertedWrapLine(std::string_view oldLine, bool sourceWrapped) {
     return line;
 }
 
-/// Header lines up to ~A, the WRAP line changed; the reader then stands behind the title of ~A.
-void copyHeader(LineReader& source, OutputFile& target, bool sourceWrapped) {
-    for (std::string_view line; source.next(line);) {
-        const std::string_view text = trim(line);
-        if (beginsWith(text, "~A")) break;
-        if (beginsWith(text, "WRAP") && lineKind(text) == LineKind::Data)
-            target.writeLine(convertedWrapLine(line, sourceWrapped));
-        else
-            target.writeLine(line);
-    }
-    target.writeLine("~Ascii");
-}
-
 /// A word in its column. One that fills the column gets a blank in front of it, so that it does not run into its
 /// neighbour.
 void writeColumn(OutputFile& target, std::string_view word, std::size_t width, bool firstOfLine) {
@@ -120,31 +104,37 @@ bool writeUnwrapped(LineReader& source, OutputFile& target, const DataShape& sha
     return true;
 }
 
-StepResult convert(std::string_view path, const MappedFile& mapped, std::string_view target, std::string& wrap,
-                   RunState& run, UserInterface& user) {
-    const DataShape shape = detectDataLayout(path);
+StepResult convert(const LasFile& file, std::string_view target, std::string& wrap, RunState& run, UserInterface& user,
+                   OutputFile::Mode mode) {
+    const DataShape& shape = file.shape();
     if (shape.layout == DataLayout::Undecided) throw RunTimeFailure(shapeProblem(shape));
     const bool wrapped = shape.layout == DataLayout::Wrapped;
     wrap = wrapped ? "YES" : "NO";
-    mapped.willReadAll();
-    LineReader source(mapped.bytes());
-    OutputFile output(target, OutputFile::Mode::Beside);
-    copyHeader(source, output, wrapped);
-    RunTurn turn(run, user, mapped.bytes().size());
+    file.willReadAll();
+    LineReader source = file.text().lines();
+    OutputFile output(target, mode);
+    copyWrapHeader(source, output, wrapped);
+    RunTurn turn(run, user, file.bytes().size());
     const bool whole =
         wrapped ? writeUnwrapped(source, output, shape, turn) : writeWrapped(source, output, shape, turn);
     if (!whole) return StepResult::Cancelled;
-    if (mapped.damaged()) throw RunTimeFailure("The file was cut while it was read.");
+    file.needWhole();
     output.commit();
     return StepResult::Done;
 }
 
 }  // namespace
 
-std::string shapeProblem(const DataShape& shape) {
-    if (shape.differingLineNumber == 0) return "There are no data lines whose shape could be judged.";
-    return "Lines " + std::to_string(shape.firstLineNumber) + " and " + std::to_string(shape.differingLineNumber) +
-           " differ in their number of values.";
+void copyWrapHeader(LineReader& source, OutputFile& target, bool sourceWrapped) {
+    for (std::string_view line; source.next(line);) {
+        const std::string_view text = trim(line);
+        if (beginsWith(text, "~A")) break;
+        if (beginsWith(text, "WRAP") && lineKind(text) == LineKind::Data)
+            target.writeLine(convertedWrapLine(line, sourceWrapped));
+        else
+            target.writeLine(line);
+    }
+    target.writeLine("~Ascii");
 }
 
 void tellConversionFailure(UserInterface& user, std::string_view why) {
@@ -156,12 +146,10 @@ void tellConversionFailure(UserInterface& user, std::string_view why) {
               Buttons::Ok, Icon::Stop, Answer::Ok});
 }
 
-StepResult convertWrap(std::string_view path, std::string_view target, std::string& wrap, RunState& run,
-                       UserInterface& user) {
-    const auto mapped = MappedFile::open(path);
-    if (!mapped) return StepResult::Failed;
+StepResult convertWrap(const LasFile& source, std::string_view target, std::string& wrap, RunState& run,
+                       UserInterface& user, OutputFile::Mode mode) {
     try {
-        return convert(path, *mapped, target, wrap, run, user);
+        return convert(source, target, wrap, run, user, mode);
     } catch (const std::exception& error) {
         tellConversionFailure(user, error.what());
         return StepResult::Failed;

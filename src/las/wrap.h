@@ -3,7 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "las/data_access.h"
+#include "las/las_file.h"
+#include "platform/output_file.h"
 #include "shared/prompts.h"
 #include "shared/run_state.h"
 
@@ -13,13 +14,15 @@ namespace welvane {
 enum class StepResult { Done, Failed, Cancelled };
 
 /// Writes a wrapped file unwrapped, or the reverse. `wrap` receives the source's state, "YES" or "NO" by the shape of
-/// its data. The target takes its name only when it is whole. Failed without a word for a missing source; with a box
+/// its data. The target takes its name only when it is whole. Failed with a box
 /// when something unexpected happened, which data of no regular shape are.
-StepResult convertWrap(std::string_view path, std::string_view target, std::string& wrap, RunState& run,
-                       UserInterface& user);
+StepResult convertWrap(const LasFile& source, std::string_view target, std::string& wrap, RunState& run,
+                       UserInterface& user, OutputFile::Mode mode = OutputFile::Mode::Beside);
 
-/// Why data of this shape are of no use, naming the two lines that differ.
-std::string shapeProblem(const DataShape& shape);
+/// Header lines up to ~A with the WRAP line changed, and the data title "~Ascii"; the reader then stands behind the
+/// title of ~A.
+void copyWrapHeader(LineReader& source, OutputFile& target, bool sourceWrapped);
+
 /// The box of a conversion that went wrong.
 void tellConversionFailure(UserInterface& user, std::string_view why);
 

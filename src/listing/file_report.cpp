@@ -1,10 +1,7 @@
 #include "listing/file_report.h"
 
 #include "las/data_access.h"
-#include "las/sections.h"
 #include "listing/listing_text.h"
-#include "platform/mapped_file.h"
-#include "shared/line_reader.h"
 #include "shared/numbers.h"
 
 namespace welvane {
@@ -26,12 +23,10 @@ std::string descriptionOf(const HeaderField& line, std::string_view value) {
     return std::string(trim(swapped ? line.value : line.desc));
 }
 
-void readFields(std::string_view path, const std::vector<std::string>& mnemonics, std::vector<ListedField>& fields) {
+void readFields(const LasFile& file, const std::vector<std::string>& mnemonics, std::vector<ListedField>& fields) {
     for (const std::string& mnemonic : mnemonics)
-        fields.push_back({mnemonic, std::string(trim(getFileValue(path, mnemonic))), ""});
-    const auto file = MappedFile::open(path);
-    if (!file) return;
-    LineReader header(file->bytes());
+        fields.push_back({mnemonic, std::string(trim(file.value(mnemonic).text)), ""});
+    LineReader header = file.text().lines();
     HeaderField parsed;
     std::vector<bool> found(fields.size());
     for (std::string_view line; header.next(line) && !beginsWith(trimLeft(line), "~A");) {
@@ -45,13 +40,28 @@ void readFields(std::string_view path, const std::vector<std::string>& mnemonics
 }
 
 /// The header alone, where no option asks for the data.
-StepResult readHeaderOnly(std::string_view path, FileListing& listing) {
-    const DepthHeader header = getDepthHeader(path);
-    const SlotChannels channels = readSlotChannels(path);
-    if (header.indexName.empty() || channels.empty()) return StepResult::Failed;
+StepResult readHeaderOnly(const LasFile& file, FileListing& listing) {
+    const DepthHeader header = file.depthHeader();
+    const SlotChannels channels = readSlotChannels(file);
+    if (channels.empty()) return StepResult::Failed;
     listing.statistics.depthUnit = header.strt().unit.empty() ? header.stop().unit : header.strt().unit;
     for (const SlotChannel& channel : channels) listing.statistics.channels.emplace_back().field = channel.field;
     return StepResult::Done;
+}
+
+/// By true figures: the names and the unit as they stand in the file.
+void takeTrueNames(const LasFile& file, FileListing& listing) {
+    LasStatistics& statistics = listing.statistics;
+    const SlotChannels channels = readSlotChannels(file);
+    if (channels.size() == statistics.channels.size())
+        for (std::size_t index = 0; index < channels.size(); ++index)
+            statistics.channels[index].field = channels[index].field;
+    const DepthHeader header = file.depthHeader();
+    std::string unit(trim(header.strt().unit.empty() ? header.stop().unit : header.strt().unit));
+    if (unit.empty() && !channels.empty()) unit = trim(channels.front().field.unit);
+    if (unit.size() == 1) unit = upper(unit);
+    if (!unit.empty()) statistics.depthUnit = unit;
+    listing.hasLengths = unit.empty() || isLengthUnit(unit);
 }
 
 void writeTop(const LasStatistics& statistics, std::string_view topName, OutputFile& output) {
@@ -92,17 +102,20 @@ void writeCurves(const FileListing& listing, const ListingOptions& options, Outp
     }
 }
 
-void writeStatistics(const LasStatistics& statistics, OutputFile& output) {
+void writeStatistics(const LasStatistics& statistics, FigureRules rules, OutputFile& output) {
     output.writeLine("Statistics:    Minimum     (@Depth)    Maximum     (@Depth)    Average  Standard Deviation");
     output.writeLine(std::string(30, ' ') + statistics.depthUnit + std::string(24, ' ') + statistics.depthUnit);
     for (std::size_t index = 1; index < statistics.channels.size(); ++index) {
         const ChannelStatistics& channel = statistics.channels[index];
         std::string line = nameAndUnit(channel.field);
         bool first = true;
-        for (const double value : {channel.minimum, channel.minimumDepth, channel.maximum, channel.maximumDepth,
-                                   channel.mean, channel.standardDeviation}) {
+        const double largest = largestOf(channel);
+        for (const std::string& figure :
+             {figureText(channel.minimum, rules), figureText(channel.minimumDepth, rules),
+              figureText(channel.maximum, rules), figureText(channel.maximumDepth, rules),
+              figureText(channel.mean, rules, largest), figureText(channel.standardDeviation, rules, largest)}) {
             if (!first) line += "  ";
-            line += leftAligned(formatMask(value, 4), valueWidth);
+            line += leftAligned(figure, valueWidth);
             first = false;
         }
         output.writeLine(line);
@@ -127,23 +140,26 @@ ListingOptions readListingOptions(const Table& ord) {
     return options;
 }
 
-StepResult readFileListing(App& app, std::string_view path, const ListingOptions& options, FileListing& listing) {
+StepResult readFileListing(App& app, const LasFile& file, const ListingOptions& options, FileListing& listing) {
     listing = {};
-    listing.path = path;
+    listing.path = file.path();
     listing.hasStatistics = options.needsStatistics();
     const StepResult read = listing.hasStatistics
-                                ? readLasStatistics(path, options.topName, listing.statistics, app.run, app.user)
-                                : readHeaderOnly(path, listing);
+                                ? readLasStatistics(file, options.topName, listing.statistics, app.run, app.user)
+                                : readHeaderOnly(file, listing);
     if (read != StepResult::Done) return read;
-    listing.well = std::string(trim(getFileValue(path, "WELL")));
-    if (options.mnemonicsList) readFields(path, options.mnemonics, listing.fields);
+    if (options.rules == FigureRules::trueFigures) takeTrueNames(file, listing);
+    listing.well = std::string(trim(file.value("WELL").text));
+    if (options.mnemonicsList) readFields(file, options.mnemonics, listing.fields);
     const LasStatistics& statistics = listing.statistics;
     listing.depthFactor = feetPerUnit(statistics.depthUnit);
     for (std::size_t index = 1; index < statistics.channels.size(); ++index)
         listing.curveTotal += statistics.channels[index].footage;
     if (!statistics.channels.empty())
         listing.fullTotal = static_cast<double>(statistics.channels.size() - 1) * (statistics.bottom - statistics.top);
-    if (options.includePrice) listing.price = wellPrice(options.price, listing.depthFactor, listing.curveTotal);
+    if (options.includePrice && listing.hasLengths)
+        listing.price = wellPrice(options.price, listing.depthFactor, listing.curveTotal);
+    file.needWhole();
     return StepResult::Done;
 }
 
@@ -160,7 +176,7 @@ void writeFileListing(const FileListing& listing, const ListingOptions& options,
                          rightJustified(formatMask(listing.curveTotal, 1), footageWidth));
         output.writeLine("");
     }
-    if (options.minMaxStats) writeStatistics(listing.statistics, output);
+    if (options.minMaxStats) writeStatistics(listing.statistics, options.rules, output);
     if (options.includePrice) {
         output.writeLine("");
         output.writeLine("Price Estimate this well: " + dollars(listing.price));

@@ -4,15 +4,19 @@
 #include <string_view>
 #include <vector>
 
+#include "las/las_file.h"
 #include "las/statistics.h"
 #include "listing/listing_options.h"
 #include "platform/output_file.h"
+#include "shared/figure_rules.h"
 
 /// The listing of one file: its facts as values, then as text.
 namespace welvane {
 
 /// What a listing is to hold, taken from ord.
 struct ListingOptions {
+    /// By true figures: names as the file writes them, no sum over unlike units, no total that was not counted.
+    FigureRules rules = FigureRules::asLaidDown;
     bool curveList = false, footageStats = false, intervals = false, minMaxStats = false, mnemonicsList = false,
          includePrice = false;
     std::string topName, comment, pricingComment;
@@ -37,14 +41,16 @@ struct FileListing {
     std::vector<ListedField> fields;
     LasStatistics statistics;  ///< element 0 of its channels is the index
     bool hasStatistics = false;
+    bool hasLengths = true;  ///< false where its index is no depth in metres or feet: it adds to no total and no price
     double depthFactor = 1;  ///< feet in one of its unit
     double curveTotal = 0;   ///< non-null length of all channels
     double fullTotal = 0;    ///< number of channels x length of the interval
     float price = 0;
 };
 
-/// Reads a file; Failed when it cannot be read. Boxes tell of gaps in its header.
-StepResult readFileListing(App& app, std::string_view path, const ListingOptions& options, FileListing& listing);
+/// Reads a file; Failed without channels or data, FileFailure when a part of it cannot be read. Boxes tell of gaps in
+/// its header.
+StepResult readFileListing(App& app, const LasFile& file, const ListingOptions& options, FileListing& listing);
 /// Writes its part of the listing.
 void writeFileListing(const FileListing& listing, const ListingOptions& options, OutputFile& output);
 

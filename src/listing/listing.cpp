@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "listing/run_value.h"
+#include "listing/listing_text.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
@@ -12,17 +12,19 @@ namespace welvane {
 namespace {
 
 constexpr std::string_view listingName = "~~list.~~";
-constexpr std::string_view cancelTitle = "Cancel Pressed";
-constexpr std::string_view cancelText = "Multi-well listing cancelled by user. Listing file may be incomplete.";
-constexpr std::array<std::string_view, 9> gridHeads = {"WellName", "Channel", "Min",   "Max",  "Average",
-                                                       "STD",      "NNCF",    "Min @", "Max @"};
-constexpr std::array<std::string_view, 9> gridOptions = {
-    "Well Name and file name", "Each Channel ",        "Minimum Value",      "Maximum Value",     "Average Value",
-    "Standard Deviation",      "None Null Curve Feet", "Depth at Min Value", "Depth at Max Value"};
+constexpr std::array<StatisticsColumn, 9> gridColumns = {{{"WellName", "Well Name and file name"},
+                                                          {"Channel", "Each Channel "},
+                                                          {"Min", "Minimum Value"},
+                                                          {"Max", "Maximum Value"},
+                                                          {"Average", "Average Value"},
+                                                          {"STD", "Standard Deviation"},
+                                                          {"NNCF", "None Null Curve Feet"},
+                                                          {"Min @", "Depth at Min Value"},
+                                                          {"Max @", "Depth at Max Value"}}};
 
 std::string gridHead() {
     std::string text;
-    for (const std::string_view head : gridHeads) text.append(text.empty() ? "" : "\t").append(head);
+    for (const StatisticsColumn& column : gridColumns) text.append(text.empty() ? "" : "\t").append(column.head);
     return text;
 }
 
@@ -57,6 +59,17 @@ void tellProgress(App& app, std::size_t done, std::size_t all) {
     if (!app.run.commandMode) app.user.pumpEvents();
 }
 
+StepResult readNamed(App& app, const ListingOptions& options, const ListingRequest& request, const std::string& path,
+                     FileListing& listing) {
+    try {
+        const LasFilePointer file = request.open ? request.open(path) : openLasFile(path);
+        return file ? readFileListing(app, *file, options, listing) : StepResult::Failed;
+    } catch (const FileFailure& failure) {
+        if (request.onUnreadable) request.onUnreadable(path, failure.reason());
+        return StepResult::Failed;
+    }
+}
+
 void listFiles(App& app, const ListingOptions& options, const ListingRequest& request, StatisticsGrid& grid,
                ListingResult& result, OutputFile& output) {
     for (std::size_t number = 0; number < request.files.size(); ++number) {
@@ -68,8 +81,7 @@ void listFiles(App& app, const ListingOptions& options, const ListingRequest& re
         }
         app.run.sourceLabel = path;
         FileListing listing;
-        const std::string source = request.open ? request.open(path) : path;
-        const StepResult read = source.empty() ? StepResult::Failed : readFileListing(app, source, options, listing);
+        const StepResult read = readNamed(app, options, request, path, listing);
         listing.path = path;
         if (read == StepResult::Cancelled) {
             result.cancelled = true;
@@ -81,7 +93,7 @@ void listFiles(App& app, const ListingOptions& options, const ListingRequest& re
         }
         ++result.listed;
         writeFileListing(listing, options, output);
-        if (listing.hasStatistics) grid.add(listing);
+        if (listing.hasStatistics) grid.add(listing, options.rules);
         result.totals.add(listing, options);
         if (request.onFile) request.onFile(listing);
     }
@@ -90,19 +102,23 @@ void listFiles(App& app, const ListingOptions& options, const ListingRequest& re
 
 }  // namespace
 
-std::vector<std::string_view> statisticsGridOptions() {
-    return {gridOptions.begin(), gridOptions.end()};
+std::span<const StatisticsColumn> statisticsColumns() {
+    return gridColumns;
 }
 
-void StatisticsGrid::add(const FileListing& listing) {
+void StatisticsGrid::add(const FileListing& listing, FigureRules rules) {
     const std::string file = fileNameOf(listing.path);
     const std::string well = oneField(listing.well.empty() ? file : listing.well + " (" + file + ")");
     for (std::size_t index = 1; index < listing.statistics.channels.size(); ++index) {
         const ChannelStatistics& channel = listing.statistics.channels[index];
         std::string row = well + "\t" + oneField(channel.field.mnem + "." + channel.field.unit);
-        for (const double value : {channel.minimum, channel.maximum, channel.mean, channel.standardDeviation,
-                                   channel.footage, channel.minimumDepth, channel.maximumDepth})
-            row.append("\t").append(formatMask(value, 4));
+        const double largest = largestOf(channel);
+        for (const std::string& figure :
+             {figureText(channel.minimum, rules), figureText(channel.maximum, rules),
+              figureText(channel.mean, rules, largest), figureText(channel.standardDeviation, rules, largest),
+              figureText(channel.footage, rules), figureText(channel.minimumDepth, rules),
+              figureText(channel.maximumDepth, rules)})
+            row.append("\t").append(figure);
         rows.push_back(std::move(row));
     }
 }
@@ -119,8 +135,6 @@ std::string StatisticsGrid::asCsv() const {
     for (const std::string& row : rows) appendCsvLine(text, row);
     return text;
 }
-
-ListingSession::ListingSession(App& app) : ord(makeListingOrd(app)), vrd(makeVrd({})) {}
 
 ListingResult propertyListing(App& app, const ListingOptions& options, const ListingRequest& request,
                               StatisticsGrid& grid) {
@@ -151,25 +165,6 @@ double totalForPrice(const Table& ord, const ListingTotals& totals) {
     if (perMetre && beginsWith(totals.depthUnit, "F")) return totals.nonNullCurve * 0.3048;
     if (!perMetre && beginsWith(totals.depthUnit, "M")) return totals.nonNullCurve / 0.3048;
     return totals.nonNullCurve;
-}
-
-ListingResult runListing(App& app, ListingSession& session, ListingRequest request) {
-    if (request.reportPath.empty()) request.reportPath = session.reportPath;
-    app.platform.settings().put("listdef", optionsText(session.ord));
-    ListingResult result;
-    try {
-        result = propertyListing(app, readListingOptions(session.ord), request, session.srd);
-    } catch (const std::exception& error) {
-        result.why = error.what();
-        return result;
-    }
-    if (result.cancelled) {
-        app.user.ask({.title = std::string(cancelTitle), .text = std::string(cancelText), .icon = Icon::Information});
-        return result;
-    }
-    setPriceValue(session.ord, PriceRow::CurveFeet, formatMask(totalForPrice(session.ord, result.totals), 1));
-    CalcPrice(session.ord);
-    return result;
 }
 
 }  // namespace welvane

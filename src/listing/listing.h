@@ -3,7 +3,9 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "listing/summary.h"
@@ -16,24 +18,17 @@ namespace welvane {
 /// "WellName", "Channel", "Min", "Max", "Average", "STD", "NNCF", "Min @", "Max @". Reset at the start of a run.
 struct StatisticsGrid {
     std::vector<std::string> rows;
-    void add(const FileListing& listing);
+    void add(const FileListing& listing, FigureRules rules = FigureRules::asLaidDown);
     /// Heads and rows as tab-separated lines.
     std::string asText() const;
     /// The same with commas, a field in quotes where it needs them.
     std::string asCsv() const;
 };
-/// What each column of the grid means, in column order.
-std::vector<std::string_view> statisticsGridOptions();
-
-/// A listing session: its options, its files and what its last run gave.
-struct ListingSession {
-    explicit ListingSession(App& app);
-    Table ord;
-    /// vrd: the files. Row 0 heads, a row per file; see run_value.h. Lives as long as the window.
-    Table vrd;
-    StatisticsGrid srd;
-    std::string reportPath;  ///< where the summary goes; "" nowhere
+/// A column of the grid and what it means.
+struct StatisticsColumn {
+    std::string_view head, meaning;
 };
+std::span<const StatisticsColumn> statisticsColumns();
 
 struct ListingRequest {
     std::vector<std::string> files;
@@ -42,9 +37,11 @@ struct ListingRequest {
     std::string listingPath;
     OutputFile::Mode mode = OutputFile::Mode::InPlace;
     std::optional<std::chrono::year_month_day> today;  ///< otherwise by the clock
-    /// The file to read in place of a named one, such as a repaired copy; "" skips it. Without it files are read as
-    /// named.
-    std::function<std::string(const std::string& path)> open;
+    /// Opens what is read in place of a named file, such as a repaired copy; nullptr skips it. Without it files are
+    /// read as named.
+    std::function<LasFilePointer(const std::string& path)> open;
+    /// Told of a file that is skipped because it could not be opened or read, and why.
+    std::function<void(const std::string& path, const std::string& why)> onUnreadable;
     /// Given each file that was read, for whoever wants its numbers; they are not kept.
     std::function<void(const FileListing&)> onFile;
 };
@@ -63,10 +60,6 @@ struct ListingResult {
 /// totals anew. A file that cannot be read is skipped and named; a wish to stop is heard at the next file.
 ListingResult propertyListing(App& app, const ListingOptions& options, const ListingRequest& request,
                               StatisticsGrid& grid);
-
-/// A listing run of a session: keeps the options under "listdef", runs, puts the grand total into the price grid (in
-/// the unit of its price) and recomputes it; tells a cancel in a box.
-ListingResult runListing(App& app, ListingSession& session, ListingRequest request);
 
 /// The curve total as the price grid wants it: feet for a price per foot, metres for a price per metre.
 double totalForPrice(const Table& ord, const ListingTotals& totals);

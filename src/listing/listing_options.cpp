@@ -6,11 +6,6 @@ namespace welvane {
 
 namespace {
 
-constexpr int labelColumn = static_cast<int>(OrdColumn::Label);
-constexpr int valueColumn = static_cast<int>(OrdColumn::Value);
-constexpr int priceLabelColumn = static_cast<int>(OrdColumn::PriceLabel);
-constexpr int priceColumn = static_cast<int>(OrdColumn::Price);
-constexpr std::string_view perMetreLabel = "$/Curve-M";
 constexpr std::string_view perFootLabel = "$/Curve-Ft";
 
 constexpr std::array<std::string_view, 8> optionLabels = {"Statistics",
@@ -30,19 +25,17 @@ bool isCanada(std::string_view country) {
     return sameText(country, "Canada");
 }
 
-constexpr int firstMnemonicRow = static_cast<int>(OptionRow::FirstMnemonic);
-constexpr int lastMnemonicRow = static_cast<int>(OptionRow::LastMnemonic);
+constexpr int firstMnemonicRow = at(OptionRow::FirstMnemonic);
+constexpr int lastMnemonicRow = at(OptionRow::LastMnemonic);
 
 }  // namespace
 
 Table makeListingOrd(App& app) {
     Table ord(listingOrdRows, listingOrdColumns);
-    for (std::size_t row = 0; row < optionLabels.size(); ++row)
-        ord.text(static_cast<int>(row), labelColumn) = optionLabels[row];
-    for (std::size_t row = 0; row < priceLabels.size(); ++row)
-        ord.text(static_cast<int>(row), priceLabelColumn) = priceLabels[row];
-    ord.text(0, valueColumn) = ord.text(0, priceColumn) = "Settings";
-    ord.text(static_cast<int>(PriceRow::PricePerFoot), priceLabelColumn) =
+    for (std::size_t row = 0; row < optionLabels.size(); ++row) ord.text(row, OrdColumn::Label) = optionLabels[row];
+    for (std::size_t row = 0; row < priceLabels.size(); ++row) ord.text(row, OrdColumn::PriceLabel) = priceLabels[row];
+    ord.text(0, OrdColumn::Value) = ord.text(0, OrdColumn::Price) = "Settings";
+    ord.text(PriceRow::PricePerFoot, OrdColumn::PriceLabel) =
         isCanada(app.settings.country) ? perMetreLabel : perFootLabel;
     for (const OptionRow row :
          {OptionRow::CurveList, OptionRow::FootageStats, OptionRow::MinMaxStats, OptionRow::FirstMnemonic})
@@ -50,7 +43,7 @@ Table makeListingOrd(App& app) {
     setOption(ord, OptionRow::Intervals, false);
     setIncludePrice(ord, false);
     for (std::size_t index = 0; index < startingMnemonics.size(); ++index)
-        ord.text(firstMnemonicRow + static_cast<int>(index), valueColumn) = startingMnemonics[index];
+        ord.text(firstMnemonicRow + index, OrdColumn::Value) = startingMnemonics[index];
     setPriceValue(ord, PriceRow::PricePerFoot, app.platform.settings().get("pricepercurvefoot", "0.042"));
     setPriceValue(ord, PriceRow::Minimum, app.platform.settings().get("minPrice", "150.00"));
     CalcPrice(ord);
@@ -58,44 +51,40 @@ Table makeListingOrd(App& app) {
 }
 
 bool optionOn(const Table& ord, OptionRow row) {
-    return ord.checked(static_cast<int>(row), valueColumn);
+    return ord.checked(row, OrdColumn::Value);
 }
 
 void setOption(Table& ord, OptionRow row, bool on) {
-    ord.setCheck(static_cast<int>(row), valueColumn, on ? Check::Checked : Check::Unchecked);
+    ord.setCheck(row, OrdColumn::Value, on ? Check::Checked : Check::Unchecked);
 }
 
 const std::string& optionText(const Table& ord, OptionRow row) {
-    return ord.text(static_cast<int>(row), valueColumn);
+    return ord.text(row, OrdColumn::Value);
 }
 
 void setOptionText(Table& ord, OptionRow row, std::string_view text) {
-    ord.text(static_cast<int>(row), valueColumn) = std::string(text);
+    ord.text(row, OrdColumn::Value) = std::string(text);
 }
 
 std::vector<std::string> listedMnemonics(const Table& ord) {
     std::vector<std::string> mnemonics;
     for (int row = firstMnemonicRow; row <= lastMnemonicRow; ++row)
-        for (const std::string& piece : split(ord.text(row, valueColumn), '|'))
+        for (const std::string& piece : split(ord.text(row, OrdColumn::Value), '|'))
             if (const auto mnemonic = trim(piece); !mnemonic.empty()) mnemonics.emplace_back(mnemonic);
     return mnemonics;
 }
 
 void setListedMnemonics(Table& ord, const std::vector<std::string>& mnemonics) {
-    for (int row = firstMnemonicRow; row <= lastMnemonicRow; ++row) ord.text(row, valueColumn).clear();
-    ord.text(firstMnemonicRow, valueColumn) = join(mnemonics, "|");
+    for (int row = firstMnemonicRow; row <= lastMnemonicRow; ++row) ord.text(row, OrdColumn::Value).clear();
+    ord.text(firstMnemonicRow, OrdColumn::Value) = join(mnemonics, "|");
 }
 
 bool includePrice(const Table& ord) {
-    return ord.checked(static_cast<int>(PriceRow::Include), priceColumn);
+    return ord.checked(PriceRow::Include, OrdColumn::Price);
 }
 
 void setIncludePrice(Table& ord, bool on) {
-    ord.setCheck(static_cast<int>(PriceRow::Include), priceColumn, on ? Check::Checked : Check::Unchecked);
-}
-
-bool pricePerMetre(const Table& ord) {
-    return beginsWith(ord.text(static_cast<int>(PriceRow::PricePerFoot), priceLabelColumn), perMetreLabel);
+    ord.setCheck(PriceRow::Include, OrdColumn::Price, on ? Check::Checked : Check::Unchecked);
 }
 
 std::string_view totalCurveLabel(std::string_view country) {

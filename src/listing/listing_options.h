@@ -12,8 +12,6 @@
 /// The options and the price grid of a listing session.
 namespace welvane {
 
-/// Columns of the listing's ord.
-enum class OrdColumn { Label = 0, Value = 1, PriceLabel = 4, Price = 5 };
 /// Rows of the listing's ord by their options (column Value). Rows 7 to 11 hold the header mnemonics to list.
 enum class OptionRow {
     Head = 0,
@@ -51,8 +49,6 @@ std::vector<std::string> listedMnemonics(const Table& ord);
 void setListedMnemonics(Table& ord, const std::vector<std::string>& mnemonics);
 bool includePrice(const Table& ord);
 void setIncludePrice(Table& ord, bool on);
-/// The label of the price begins with "$/Curve-M".
-bool pricePerMetre(const Table& ord);
 /// "Total Curve-M" or "Total Curve-Ft" by region.
 std::string_view totalCurveLabel(std::string_view country);
 

@@ -1,13 +1,23 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <string_view>
 
+#include "las/statistics.h"
+#include "shared/figure_rules.h"
+#include "shared/numbers.h"
 #include "shared/settings.h"
 #include "shared/text.h"
 
 /// Small helpers of the listing's text.
 namespace welvane {
+
+/// The largest sample of a channel, whatever its sign.
+inline double largestOf(const ChannelStatistics& channel) {
+    return std::max(std::abs(channel.minimum), std::abs(channel.maximum));
+}
 
 /// Left-justified in `width`; a longer text stays whole.
 inline std::string leftAligned(std::string_view text, std::size_t width) {
@@ -24,6 +34,22 @@ inline std::string columnText(std::string_view text, std::size_t width) {
 /// Right-justified in `width`; a longer text stays whole.
 inline std::string rightJustified(std::string_view text, std::size_t width) {
     return text.size() < width ? rightAligned(text, width) : std::string(text);
+}
+
+/// A figure of the listing with four decimals. By true figures one that four decimals would cut to nothing, or that is
+/// too large for all its digits to be known, is written in full; not so a mean or a deviation that is next to nothing
+/// beside the largest of its samples, `largest`, since rounding alone makes such a one.
+inline std::string figureText(double value, FigureRules rules, double largest = 0) {
+    const double size = std::abs(value);
+    const bool masked = value == 0 || (size >= 1e-3 && size < 1e15) || size < 1e-6 * largest;
+    return masked || rules == FigureRules::asLaidDown ? formatMask(value, 4) : plainNumber(value);
+}
+
+/// True for a unit of metres or feet, of which lengths are added up.
+inline bool isLengthUnit(std::string_view unit) {
+    for (const std::string_view known : {"M", "METER", "METERS", "METRE", "METRES", "MTR", "F", "FT", "FEET", "FOOT"})
+        if (sameText(unit, known)) return true;
+    return false;
 }
 
 /// Feet in one of the unit: 1, or 1 / 0.3048 for a unit that begins with "M".

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "listing/listing_options.h"
 #include "shared/failure.h"
 #include "shared/numbers.h"
+#include "shared/text.h"
 
 namespace welvane {
 
@@ -17,7 +17,7 @@ bool isNumberRow(PriceRow row) {
 }
 
 SessionCell& priceCell(Table& ord, PriceRow row) {
-    return ord.cell(static_cast<int>(row), static_cast<int>(OrdColumn::Price));
+    return ord.cell(row, OrdColumn::Price);
 }
 
 float number(const Table& ord, PriceRow row) {
@@ -58,7 +58,7 @@ std::string percent(float value) {
 }
 
 std::string_view priceValue(const Table& ord, PriceRow row) {
-    return ord.cell(static_cast<int>(row), static_cast<int>(OrdColumn::Price)).data;
+    return ord.cell(row, OrdColumn::Price).data;
 }
 
 void setPriceValue(Table& ord, PriceRow row, std::string_view value) {
@@ -72,6 +72,10 @@ void editPriceValue(App& app, Table& ord, PriceRow row, std::string_view value) 
     if (row == PriceRow::PricePerFoot) app.platform.settings().put("pricepercurvefoot", value);
     if (row == PriceRow::Minimum) app.platform.settings().put("minPrice", value);
     CalcPrice(ord);
+}
+
+bool pricePerMetre(const Table& ord) {
+    return beginsWith(ord.text(PriceRow::PricePerFoot, OrdColumn::PriceLabel), perMetreLabel);
 }
 
 PriceInput readPriceInput(const Table& ord) {

@@ -10,6 +10,8 @@
 /// single precision.
 namespace welvane {
 
+/// Columns of the listing's ord.
+enum class OrdColumn { Label = 0, Value = 1, PriceLabel = 4, Price = 5 };
 /// Rows of ord whose column Price holds an input or a result of the estimate.
 enum class PriceRow { CurveFeet = 1, PricePerFoot, Other, Discount, Minimum, Total, Include, Comments };
 
@@ -46,6 +48,9 @@ void setPriceValue(Table& ord, PriceRow row, std::string_view value);
 /// A user's edit: as setPriceValue, and the price and the minimum are kept in the settings at once.
 void editPriceValue(App& app, Table& ord, PriceRow row, std::string_view value);
 
+/// What the label of the price begins with where it is for a metre.
+inline constexpr std::string_view perMetreLabel = "$/Curve-M";
+bool pricePerMetre(const Table& ord);
 /// Rows 1 to 5 as numbers; RunTimeFailure for one beyond a single.
 PriceInput readPriceInput(const Table& ord);
 /// CalcPrice: recomputes row 6 from rows 1 to 5; empties it when they give no number.

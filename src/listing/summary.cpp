@@ -22,21 +22,27 @@ void writeUniqueRow(std::string_view count, std::string_view mnem, std::string_v
                      leftAligned(length, lengthColumn));
 }
 
-void writeChannels(const ListingTotals& totals, OutputFile& output) {
+void writeTotals(const ListingTotals& totals, OutputFile& output) {
     output.writeLine("STATISTICS");
     output.writeLine("");
     output.writeLine("Total Curve-" + totals.depthUnit + " = " + formatMask(totals.fullCurve, 1));
     output.writeLine("");
     output.writeLine("Total Non-Null Curve-" + totals.depthUnit + " = " + formatMask(totals.nonNullCurve, 1));
     output.writeLine("");
+}
+
+/// By true figures lengths that nobody asked for, and that were perhaps not even counted, are left out.
+void writeChannels(const ListingTotals& totals, const ListingOptions& options, OutputFile& output) {
+    const bool lengths = options.footageStats || options.rules == FigureRules::asLaidDown;
+    if (lengths) writeTotals(totals, output);
     output.writeLine("UNIQUE CHANNEL LISTING");
     output.writeLine("");
-    writeUniqueRow("#", "Curve", "Units", "Non-Null " + totals.depthUnit, output);
+    writeUniqueRow("#", "Curve", "Units", lengths ? "Non-Null " + totals.depthUnit : "", output);
     output.writeLine(" - " + totals.index.mnem + "." + totals.index.unit + "   " + totals.index.desc);
     output.writeLine("");
     for (const UniqueChannel& channel : totals.unique.all())
-        writeUniqueRow(std::to_string(channel.files), channel.mnem, channel.unit, formatMask(channel.footage, 4),
-                       output);
+        writeUniqueRow(std::to_string(channel.files), channel.mnem, channel.unit,
+                       lengths ? formatMask(channel.footage, 4) : "", output);
 }
 
 void writeCost(const ListingTotals& totals, const ListingOptions& options, OutputFile& output) {
@@ -71,12 +77,13 @@ void writeCost(const ListingTotals& totals, const ListingOptions& options, Outpu
 
 void ListingTotals::add(const FileListing& listing, const ListingOptions& options) {
     const LasStatistics& statistics = listing.statistics;
-    if (!hasUnit) {
+    if (!listing.hasLengths) withoutLengths.push_back(listing.path);
+    if (!hasUnit && listing.hasLengths) {
         hasUnit = true;
         depthUnit = statistics.depthUnit;
         if (!statistics.channels.empty()) index = statistics.channels.front().field;
     }
-    const double factor = listing.depthFactor / feetPerUnit(depthUnit);
+    const double factor = listing.hasLengths ? listing.depthFactor / feetPerUnit(depthUnit) : 0;
     nonNullCurve += listing.curveTotal * factor;
     fullCurve += listing.fullTotal * factor;
     sumOfPrices += static_cast<double>(listing.price);
@@ -121,7 +128,7 @@ void writeSummary(const ListingTotals& totals, const ListingOptions& options, st
         output.writeLine(options.comment);
         output.writeLine("");
     }
-    if (options.curveList) writeChannels(totals, output);
+    if (options.curveList) writeChannels(totals, options, output);
     if (options.includePrice) writeCost(totals, options, output);
 }
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "listing/file_report.h"
 #include "listing/unique_channels.h"
@@ -13,9 +14,10 @@ namespace welvane {
 /// Sums over the files. Lengths are in `depthUnit`, that of the first file; files in the other unit are converted.
 struct ListingTotals {
     std::string depthUnit;
-    bool hasUnit = false;     ///< a file was read
-    double nonNullCurve = 0;  ///< non-null curve length
-    double fullCurve = 0;     ///< number of channels x length of the interval
+    bool hasUnit = false;                     ///< a file was read
+    std::vector<std::string> withoutLengths;  ///< files whose index is no depth: they are in no sum
+    double nonNullCurve = 0;                  ///< non-null curve length
+    double fullCurve = 0;                     ///< number of channels x length of the interval
     double sumOfPrices = 0;
     HeaderField index;  ///< the index curve of the first file
     UniqueChannels unique;

@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "platform/file_identity.h"
+#include "shared/failure.h"
+
 namespace welvane {
 
 /// A regular file's bytes, read only, mapped into memory: nothing is read before it is looked at. Movable, unmapped at
@@ -23,6 +26,8 @@ class MappedFile {
     ~MappedFile();
 
     std::string_view bytes() const;
+    /// What the file was when it was opened.
+    const FileIdentity& identity() const;
     /// True once a part of the mapping could not be read, because the file was cut or its disk failed.
     bool damaged() const;
     /// Tells the system that the bytes will be read from front to end.
@@ -33,5 +38,13 @@ class MappedFile {
     explicit MappedFile(std::unique_ptr<Mapping> mapping);
     std::unique_ptr<Mapping> mapping_;
 };
+
+/// The file opened; FileFailure where that cannot be done.
+MappedFile mapFile(std::string_view path);
+/// True while the path, under which the file was opened, names that file and nobody has written to it.
+bool isUnchanged(const MappedFile& file, std::string_view path);
+/// FileFailure when a part of the file, which was opened under this path, could not be read, or when it is another one
+/// now: what was read may be of both.
+void needWhole(const MappedFile& file, std::string_view path);
 
 }  // namespace welvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,20 +10,16 @@
 
 namespace welvane {
 
-/// A file that cannot be opened, written or renamed: which, and the system's reason. Its text is "PATH: reason".
-class FileFailure : public RunTimeFailure {
-  public:
-    FileFailure(const std::string& path, const std::string& reason) : RunTimeFailure(path + ": " + reason) {}
-};
-
 /// A file written in large blocks. Either in place (what is written so far is on disk as it goes) or beside its name:
-/// then the bytes go to a temporary name in the same folder and take the name at commit(), so that a run that fails or
-/// is killed leaves the old file whole.
+/// then the bytes go to a file in the same folder that takes the name at commit(), so that a run that fails or is
+/// killed leaves the old file whole. Where the system has such files this one has no name until then, and a kill leaves
+/// nothing; elsewhere it has a temporary one (see leftovers.h).
 class OutputFile {
   public:
     enum class Mode {
         InPlace,  ///< an existing file is replaced at once
-        Beside    ///< renamed to its name at commit()
+        Beside,   ///< takes its name at commit(), from an existing file too
+        New       ///< as Beside, but only where nobody has the name by then: of two writers one fails
     };
 
     /// Opens for writing; FileFailure where that cannot be done, also for a name that is a folder, a pipe or a device.
@@ -44,16 +41,21 @@ class OutputFile {
     char* reserve(std::size_t size);
     void advance(std::size_t used);
 
-    /// Path under which the bytes are found before commit(): for closing edits on the file.
-    const std::string& writtenPath() const;
+    /// Path under which the bytes are found before commit(), for closing edits on the file. One that had no name gets a
+    /// temporary one by this.
+    const std::string& writtenPath();
     /// Everything given so far is handed to the system and the file closed; no more writes. FileFailure on failure.
     void close();
-    /// close(); then, written beside: synced and renamed to its name.
+    /// close(); then, written beside: synced and given its name.
     void commit();
 
   private:
     struct State;
     std::unique_ptr<State> state_;
 };
+
+/// Puts bytes over those that stand at a place (from 0) of an existing file. FileFailure when it cannot be opened or
+/// written.
+void overwriteBytes(std::string_view path, std::uint64_t place, std::string_view bytes);
 
 }  // namespace welvane

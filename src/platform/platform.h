@@ -2,44 +2,14 @@
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
-/// What the operating system gives, behind plain interfaces; its headers stand in this room's .cpp files alone.
+#include "platform/settings_store.h"
+
+/// What the operating system gives, behind plain interfaces; its headers stand in this room's posix/ alone.
 namespace welvane {
-
-/// Texts by key in the section "Startup"; keys are compared without regard to case.
-struct SettingsStore {
-    virtual ~SettingsStore() = default;
-    virtual std::string get(std::string_view key, std::string_view defaultText) const = 0;
-    /// Stored at once; a value that did not change writes nothing. False when it could not be kept.
-    virtual bool put(std::string_view key, std::string_view value) = 0;
-};
-
-/// For tests, and for runs that must leave no trace.
-class MemorySettings : public SettingsStore {
-  public:
-    std::string get(std::string_view key, std::string_view defaultText) const override;
-    bool put(std::string_view key, std::string_view value) override;
-
-  private:
-    std::map<std::string, std::string> values_;  ///< by upper-cased key
-};
-
-/// One text file with a "[Startup]" section of key=value lines; written whole to a new file and renamed, under a lock,
-/// so that many processes can run at once. A file that cannot be read counts as empty.
-class FileSettings : public SettingsStore {
-  public:
-    explicit FileSettings(std::string path);
-    std::string get(std::string_view key, std::string_view defaultText) const override;
-    bool put(std::string_view key, std::string_view value) override;
-
-  private:
-    std::string path_;
-};
 
 /// How an outside program ended.
 struct ProcessResult {
@@ -58,6 +28,8 @@ struct Platform {
     virtual std::string programFolder() const = 0;
     /// Private folder of this process for scratch files, with a separator at its end; made at the first call.
     virtual std::string scratchFolder() = 0;
+    /// Removes scratch folders of processes that were killed.
+    virtual void sweepLeftovers() {}
     /// Opens a file in its associated program; false when that could not be started.
     virtual bool openWithShell(const std::string& path) = 0;
     /// Starts the named program on a file and does not wait for it; without a name as openWithShell.

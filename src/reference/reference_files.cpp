@@ -10,6 +10,7 @@
 #include "reference/reference_tables.h"
 #include "shared/any_line_reader.h"
 #include "shared/failure.h"
+#include "shared/files.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
 
@@ -50,18 +51,20 @@ class ReferenceLines {
 
 using TakeLines = std::function<bool(ReferenceLines&)>;
 
-/// Opens the file and hands its lines to `take`; false when it is not there, is cut off at a limit, or could not be
-/// read.
+/// Opens the file and hands its lines to `take`; false when it is not there or is cut off at a limit. FileFailure when
+/// it is there and cannot be read.
 bool readLines(std::string_view path, const TakeLines& take) {
+    if (!fileExists(path)) return false;
+    const MappedFile file = mapFile(path);
+    bool whole = false;
     try {
-        const std::optional<MappedFile> file = MappedFile::open(path);
-        if (!file) return false;
-        ReferenceLines lines(file->bytes());
-        const bool whole = take(lines);
-        return whole && file->bytes().size() <= mostBytes && !file->damaged();
+        ReferenceLines lines(file.bytes());
+        whole = take(lines) && file.bytes().size() <= mostBytes;
     } catch (const std::exception&) {
         return false;
     }
+    needWhole(file, path);
+    return whole;
 }
 
 /// The fields of "[a|b|...]", each trimmed; false for any other line.
@@ -110,15 +113,18 @@ std::map<std::string, std::vector<std::size_t>> rowsByGroup(const std::vector<Ro
     return result;
 }
 
-bool writeWhole(std::string_view path, const std::function<void(OutputFile&)>& body) {
+bool writeWhole(std::string_view path, std::string* why, const std::function<void(OutputFile&)>& body) {
     try {
         OutputFile file(path, OutputFile::Mode::Beside);
         body(file);
         file.commit();
         return true;
-    } catch (const std::exception&) {
-        return false;
+    } catch (const FileFailure& failure) {
+        if (why != nullptr) *why = failure.reason();
+    } catch (const std::exception& error) {
+        if (why != nullptr) *why = error.what();
     }
+    return false;
 }
 
 constexpr std::array<std::string_view, 4> unitsHead = {
@@ -187,8 +193,8 @@ bool readParameters(ReferenceTables& tables, std::string_view paraPath) {
     });
 }
 
-bool writeUnits(const ReferenceTables& tables, std::string_view unitsPath) {
-    return writeWhole(unitsPath, [&](OutputFile& file) {
+bool writeUnits(const ReferenceTables& tables, std::string_view unitsPath, std::string* why) {
+    return writeWhole(unitsPath, why, [&](OutputFile& file) {
         for (const std::string_view line : unitsHead) file.writeLine(line);
         const auto members = rowsByGroup(tables.units);
         for (const UnitGroup& group : tables.unitGroups) {
@@ -204,8 +210,8 @@ bool writeUnits(const ReferenceTables& tables, std::string_view unitsPath) {
     });
 }
 
-bool writeCurves(const ReferenceTables& tables, std::string_view curvesPath) {
-    return writeWhole(curvesPath, [&](OutputFile& file) {
+bool writeCurves(const ReferenceTables& tables, std::string_view curvesPath, std::string* why) {
+    return writeWhole(curvesPath, why, [&](OutputFile& file) {
         const auto members = rowsByGroup(tables.curves);
         for (const CurveGroup& group : tables.curveGroups) {
             if (&group != &tables.curveGroups.front()) file.writeLine("");

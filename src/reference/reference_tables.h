@@ -41,15 +41,16 @@ struct ReferenceTables {
     ParameterTable parameters;
 };
 
-/// Each resets its tables and reads the file; a missing file leaves them empty. False when the file is missing or could
-/// not be read to its end.
+/// Each resets its tables and reads the file; a missing file leaves them empty. False when the file is missing or too
+/// large to be read to its end; FileFailure when it is there and cannot be read.
 bool readCurves(ReferenceTables& tables, std::string_view curvesPath);
 bool readUnits(ReferenceTables& tables, std::string_view unitsPath);
 bool readParameters(ReferenceTables& tables, std::string_view paraPath);
 
-/// Rewrite the file whole (a new file, renamed); false when that failed, the old file then stands.
-bool writeUnits(const ReferenceTables& tables, std::string_view unitsPath);
-bool writeCurves(const ReferenceTables& tables, std::string_view curvesPath);
+/// Rewrite the file whole (a new file, renamed); false when that failed, the old file then stands and `why` takes the
+/// reason.
+bool writeUnits(const ReferenceTables& tables, std::string_view unitsPath, std::string* why = nullptr);
+bool writeCurves(const ReferenceTables& tables, std::string_view curvesPath, std::string* why = nullptr);
 
 /// Factor of a unit (external value / factor = internal value); 1, with offset 0, for a unit that is not in the table
 /// or has factor 0.

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/mapped_file.h"
+#include "shared/files.h"
 #include "shared/text.h"
 
 namespace welvane {
@@ -104,18 +105,21 @@ std::optional<std::size_t> findColumn(const std::vector<std::string>& names, std
 }  // namespace
 
 std::string getDBValue(std::string_view path, std::string_view key, std::string_view column) {
-    const auto file = MappedFile::open(path);
-    if (!file || trimBreaks(key).empty()) return {};
-    RecordReader records(file->bytes());
+    if (trimBreaks(key).empty() || !fileExists(path)) return {};
+    const MappedFile file = mapFile(path);
+    RecordReader records(file.bytes());
     std::vector<std::string> fields;
     if (!records.next(fields)) return {};
     const auto wanted = findColumn(fields, column);
     if (!wanted) return {};
+    std::string value;
     while (records.next(fields)) {
         if (fields.size() <= keyField || !sameText(trimBreaks(fields[keyField]), trimBreaks(key))) continue;
-        return *wanted < fields.size() ? std::string(trimBreaks(fields[*wanted])) : std::string();
+        if (*wanted < fields.size()) value = trimBreaks(fields[*wanted]);
+        break;
     }
-    return {};
+    needWhole(file, path);
+    return value;
 }
 
 }  // namespace welvane

@@ -1,33 +1,19 @@
 #include "session/filter_source.h"
 
 #include <algorithm>
-#include <optional>
+#include <utility>
 
-#include "las/sections.h"
-#include "platform/mapped_file.h"
-#include "shared/line_reader.h"
 #include "shared/text.h"
 
 namespace welvane {
 
 namespace {
 
-/// No header is longer; a file of gigabytes given as a filter is not searched to its end.
-constexpr std::size_t headerLimit = std::size_t{64} << 20U;
-constexpr std::size_t rowLimit = 200'000;
-
-FilterSection readFilterSection(std::string_view bytes, char letter) {
-    FilterSection section;
-    LineReader file(bytes);
-    section.found = seekSection(file, letter) != 0;
-    if (!section.found) return section;
-    HeaderField fields;
-    for (std::string_view line; section.lines.size() < rowLimit && file.next(line);) {
-        line = trim(line);
-        if (beginsWith(line, "~")) break;
-        if (lineKind(line) == LineKind::Data && parseHeaderLine(line, fields)) section.lines.push_back(fields);
-    }
-    return section;
+FilterSection readFilterSection(const LasFile& file, char letter) {
+    constexpr SectionReading how = {.letters = SectionReading::Letters::AsTheyStand,
+                                    .end = SectionReading::End::TildeInFront};
+    auto lines = file.section(letter, how);
+    return {lines.has_value(), std::move(lines).value_or(SectionTable())};
 }
 
 }  // namespace
@@ -43,15 +29,10 @@ std::string FilterSection::value(std::string_view mnem) const {
     return line == nullptr ? std::string() : std::string(trim(line->value));
 }
 
-bool FilterSource::read(std::string_view path, std::string& why) {
-    const auto file = MappedFile::open(path, &why);
-    if (!file) return false;
-    const std::string_view bytes = file->bytes().substr(0, headerLimit);
-    version = readFilterSection(bytes, 'V');
-    well = readFilterSection(bytes, 'W');
-    curve = readFilterSection(bytes, 'C');
-    parameter = readFilterSection(bytes, 'P');
-    return true;
-}
+FilterSource::FilterSource(const LasFile& file)
+    : version(readFilterSection(file, 'V')),
+      well(readFilterSection(file, 'W')),
+      curve(readFilterSection(file, 'C')),
+      parameter(readFilterSection(file, 'P')) {}
 
 }  // namespace welvane

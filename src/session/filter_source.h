@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "las/header_line.h"
+#include "las/las_file.h"
 
 namespace welvane {
 
@@ -21,10 +21,9 @@ struct FilterSection {
 
 /// A filter's four sections, read at once.
 struct FilterSource {
+    explicit FilterSource(const LasFile& file);
     FilterSection version, well, curve, parameter;
     bool anySection() const { return version.found || well.found || curve.found || parameter.found; }
-    /// False with `why` when the file cannot be read.
-    bool read(std::string_view path, std::string& why);
 };
 
 }  // namespace welvane

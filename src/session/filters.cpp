@@ -5,12 +5,13 @@
 #include <exception>
 #include <utility>
 
-#include "las/sections.h"
-#include "platform/mapped_file.h"
+#include "las/las_file.h"
 #include "platform/output_file.h"
+#include "session/choices.h"
 #include "session/filter_source.h"
 #include "session/loading.h"
 #include "session/session_setup.h"
+#include "session/step_text.h"
 #include "shared/field_splitter.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
@@ -20,46 +21,31 @@ namespace welvane {
 
 namespace {
 
-constexpr std::string_view confirmTitle = "Please Confirm";
-constexpr std::string_view removeText =
-    "are you sure you want to remove the filter? All current file settings will be lost. ";
-constexpr std::string_view applyText = "Are you sure you want to apply this filter to the currently loaded file(s)?";
-
-/// A filter that was made with LF line ends, as a copy that the line reader can read; nothing for all others.
-class ReadableCopy {
-  public:
-    ReadableCopy(App& app, const std::string& path) : path_(path) {
-        const auto file = MappedFile::open(path);
-        if (!file || file->bytes().find('\r') != npos || file->bytes().find('\n') == npos) return;
-        const std::string copy = app.platform.scratchFolder() + "filter.fil";
-        OutputFile target(copy, OutputFile::Mode::InPlace);
-        target.write(replaceAll(file->bytes(), "\n", "\r\n"));
-        target.close();
-        path_ = copy;
-        isCopy_ = true;
-    }
-    ReadableCopy(const ReadableCopy&) = delete;
-    ReadableCopy& operator=(const ReadableCopy&) = delete;
-    ~ReadableCopy() {
-        if (isCopy_) removeFile(path_);
-    }
-    const std::string& path() const { return path_; }
-
-  private:
-    std::string path_;
-    bool isCopy_ = false;
-};
+/// The filter, opened. One that was made with LF line ends is read through a copy that the line reader can read.
+LasFilePointer openFilterFile(App& app, const std::string& path) {
+    LasFilePointer file = openLasFile(path);
+    if (file->bytes().find('\r') != npos || file->bytes().find('\n') == npos) return file;
+    const std::string copy = app.platform.scratchFolder() + "filter.fil";
+    OutputFile target(copy, OutputFile::Mode::InPlace);
+    target.write(replaceAll(file->bytes(), "\n", "\r\n"));
+    target.close();
+    file->needWhole();
+    return openLasFile(copy);
+}
 
 /// One application of a filter, with its steps in their order.
 class FilterRun {
   public:
-    FilterRun(App& app, Session& session, const FilterSource& source, std::string path, FailureList& skipped)
+    FilterRun(App& app, Session& session, const FilterSource& source, std::string path, FigureRules rules,
+              FilterReport& report)
         : app_(app),
           session_(session),
           tables_(session.tables),
           source_(source),
           path_(std::move(path)),
-          skipped_(skipped) {}
+          rules_(rules),
+          report_(report),
+          skipped_(report.skipped) {}
 
     void depths() {
         takeLimit("STRT", PrdRow::From);
@@ -90,6 +76,8 @@ class FilterRun {
     SessionTables& tables_;
     const FilterSource& source_;
     std::string path_;
+    FigureRules rules_;
+    FilterReport& report_;
     FailureList& skipped_;
 };
 
@@ -126,13 +114,13 @@ void FilterRun::step() {
     double length = val(source_.well.value("STEP"));
     std::string_view lengthUnit = unit.empty() ? std::string_view(unitCell) : std::string_view(unit);
     if (length == 0) {
-        length = sampleRateNumber(rate, unitCell);
+        length = stepNumber(rate, unitCell);
         lengthUnit = unitCell;
     }
     if (length != 0) rate = stepItemText(length, lengthUnit);
     if (unit.empty()) return;
     unitCell = unit;
-    tables_.prd.data(at(PrdRow::DepthUnits), at(PrdColumn::Setting)) = unit;
+    tables_.prd.data(PrdRow::DepthUnits, PrdColumn::Setting) = unit;
 }
 
 void FilterRun::direction() {
@@ -140,7 +128,8 @@ void FilterRun::direction() {
     std::string& from = tables_.setting(PrdRow::From);
     std::string& to = tables_.setting(PrdRow::To);
     // Kept: the capital T, which the list of the row does not have. Test: stepAndDirection
-    tables_.setting(PrdRow::Direction) = length < 0 ? "Deep To Shallow" : "Shallow to Deep";
+    constexpr std::string_view deepToShallow = "Deep To Shallow";
+    tables_.setting(PrdRow::Direction) = length < 0 ? deepToShallow : textOf(Direction::ShallowToDeep);
     const auto isLimit = [](std::string_view text) { return text.find_first_of("<>=") != npos; };
     if (length == 0 || isLimit(from) || isLimit(to)) return;
     if (length < 0 ? val(from) < val(to) : val(from) > val(to)) from.swap(to);
@@ -148,15 +137,12 @@ void FilterRun::direction() {
 
 void FilterRun::wrapAndVersion() {
     const std::string wrap = source_.version.value("WRAP");
-    if (wrap.empty() || sameText(wrap, "NO"))
-        tables_.setting(PrdRow::Wrap) = "No";
-    else if (sameText(wrap, "YES"))
-        tables_.setting(PrdRow::Wrap) = "Yes";
+    if (const auto choice = wrap.empty() ? Wrap::No : decode<Wrap>(wrap))
+        tables_.setting(PrdRow::Wrap) = textOf(*choice);
     else
         skip("WRAP", "\"" + wrap + "\" is neither YES nor NO");
-    const double version = val(source_.version.value("VERS"));
-    if (version == 1.2) tables_.setting(PrdRow::Vers) = "1.2";
-    if (version == 2.0) tables_.setting(PrdRow::Vers) = "2.0";
+    if (const auto version = versionOf(val(source_.version.value("VERS"))))
+        tables_.setting(PrdRow::Vers) = textOf(*version);
 }
 
 /// A field of a format line; one that is no 16-bit number of at least `least` leaves its row.
@@ -181,8 +167,7 @@ void FilterRun::headerColumns() {
     fields.setText(text);
     int number = 1;
     for (const PrdRow row : {PrdRow::FormatDot, PrdRow::FormatValue, PrdRow::FormatColon, PrdRow::WellPlus})
-        takeFormat("DVCP_FILTER", fields.field(static_cast<std::size_t>(number++)), row,
-                   row == PrdRow::WellPlus ? 0 : 1);
+        takeFormat("DVCP_FILTER", fields.field(static_cast<std::size_t>(number++)), row, 0);
     if (columnsFit()) return;
     setFormatRow(app_, session_, PrdRow::FormatDot, 6);
     setFormatRow(app_, session_, PrdRow::FormatValue, 15);
@@ -198,17 +183,18 @@ void FilterRun::dataFormat() {
 }
 
 void FilterRun::curves() {
-    if (!source_.curve.found || !tables_.frd.checked(1, at(FrdColumn::UseCurve))) return;
+    if (!source_.curve.found || !tables_.frd.checked(1, FrdColumn::UseCurve)) return;
     std::vector<FilterCurve> lines;
     for (const HeaderField& line : source_.curve.lines) lines.push_back(parseFilterCurve(line));
-    applyFilterCurves(app_, session_, lines, true, skipped_);
+    applyFilterCurves(session_, lines, true, rules_, skipped_);
 }
 
 /// Lines of the filter; a blank VALUE takes that of the line in slot 0's own file.
 std::vector<HeaderField> FilterRun::merged(const FilterSection& section, char letter) const {
     std::vector<HeaderField> lines = section.lines;
-    const std::vector<HeaderField> own =
-        session_.loaded(0) ? readSectionLines(session_.slots[0].path, letter) : std::vector<HeaderField>();
+    const LasFile* const file = session_.loaded(0) ? session_.slots[0].file.get() : nullptr;
+    SectionTable own;
+    if (file != nullptr) own = file->section(letter, lettersAsTheyStand).value_or(SectionTable());
     for (HeaderField& line : lines) {
         line.desc = std::string(trim(std::string_view(line.desc).substr(0, line.desc.find('|'))));
         if (!trim(line.value).empty()) continue;
@@ -216,14 +202,13 @@ std::vector<HeaderField> FilterRun::merged(const FilterSection& section, char le
             std::find_if(own.begin(), own.end(), [&](const HeaderField& one) { return sameText(one.mnem, line.mnem); });
         if (same == own.end()) continue;
         // In a LAS 1.2 file the texts of ~Well stand behind the colon; getLasValue knows which.
-        line.value = letter == 'W' ? std::string(trim(getLasValue(session_.slots[0].path, line.mnem, letter).text))
-                                   : same->value;
+        line.value = letter == 'W' ? std::string(trim(file->value(line.mnem, letter).text)) : same->value;
     }
     return lines;
 }
 
 void FilterRun::parameters() {
-    if (!tables_.frd.checked(1, at(FrdColumn::UseParameter)) || !source_.parameter.found || !session_.loaded(0)) return;
+    if (!tables_.frd.checked(1, FrdColumn::UseParameter) || !source_.parameter.found || !session_.loaded(0)) return;
     fillParaGrid(session_, merged(source_.parameter, 'P'), 0);
     tables_.parg[0].setCaption(std::string(filterParametersCaption));
 }
@@ -234,14 +219,14 @@ void FilterRun::wells() {
 
 void FilterRun::resolve(Table& table) {
     for (int row = 1; row < table.rows(); ++row) {
-        SessionCell& cell = table.cell(row, at(FieldColumn::Value));
+        SessionCell& cell = table.cell(row, FieldColumn::Value);
         const std::size_t close = cell.text.find(']');
         if (cell.text.empty() || cell.text.front() != '[' || close == npos) continue;
         cell.data = cell.text;
         const std::string reference = cell.text.substr(1, close - 1);
-        cell.text = std::string(trim(applyFilterSpecial(session_, reference, 0, dirOf(path_))));
+        cell.text = std::string(trim(applyFilterSpecial(session_, reference, 0, dirOf(path_), &report_.tables)));
         if (cell.text.empty())
-            skip(table.text(row, at(FieldColumn::Mnem)), "the reference [" + reference + "] leads nowhere");
+            skip(table.text(row, FieldColumn::Mnem), "the reference [" + reference + "] leads nowhere");
     }
 }
 
@@ -250,12 +235,12 @@ void FilterRun::references() {
     resolve(tables_.parg[0]);
 }
 
-void applyLoadedFilter(App& app, Session& session, const std::string& readable, const FilterSource& source,
-                       FailureList& skipped) {
+void applyLoadedFilter(App& app, Session& session, const LasFile& filter, const FilterSource& source, FigureRules rules,
+                       FilterReport& report) {
     session.multipleConnections = true;
-    FilterRun run(app, session, source, session.filterFile, skipped);
+    FilterRun run(app, session, source, session.filterFile, rules, report);
     run.depths();
-    sectionOrder(session, readable);
+    sectionOrder(session, &filter);
     run.step();
     run.direction();
     run.offsetAndNull();
@@ -270,27 +255,16 @@ void applyLoadedFilter(App& app, Session& session, const std::string& readable, 
 
 }  // namespace
 
-std::string stepItemText(double step, std::string_view depthUnit) {
-    const bool feet = sameText(depthUnit, "F") || sameText(depthUnit, "FT");
-    constexpr double factor = 0.3048;
-    const double length = std::abs(step);
-    const auto number = [](double value) {
-        std::string text = formatMask(value, 4);
-        return val(text) == value ? text : formatMask(value, 5);
-    };
-    return "\" " + number(feet ? length : length / factor) + " f (" + number(feet ? length * factor : length) + " m)";
-}
-
 void setFilterInUse(Session& session, const std::string& path) {
     session.filterFile = path;
     Table& table = session.tables.frd;
-    table.text(1, at(FrdColumn::Path)) = path;
+    table.text(1, FrdColumn::Path) = path;
     for (const FrdColumn column : {FrdColumn::Apply, FrdColumn::UseCurve, FrdColumn::UseParameter})
-        table.setCheck(1, at(column), Check::Checked);
+        table.setCheck(1, column, Check::Checked);
     session.tables.setChecked(PrdRow::MergeParameters, false);
 }
 
-FilterReport openFilter(App& app, Session& session) {
+FilterReport openFilter(App& app, Session& session, FigureRules rules) {
     FilterReport report;
     const std::string path = session.filterFile;
     if (!fileExists(path)) {
@@ -298,9 +272,8 @@ FilterReport openFilter(App& app, Session& session) {
         return report;
     }
     try {
-        const ReadableCopy readable(app, path);
-        FilterSource source;
-        if (!source.read(readable.path(), report.why)) return report;
+        const LasFilePointer filter = openFilterFile(app, path);
+        const FilterSource source(*filter);
         if (!source.anySection()) {
             report.why = path + ": no section of a filter was found in it";
             return report;
@@ -309,60 +282,22 @@ FilterReport openFilter(App& app, Session& session) {
         Session next = session;
         const FormatDefaults formatBefore = app.settings.format;
         try {
-            applyLoadedFilter(app, next, readable.path(), source, report.skipped);
+            applyLoadedFilter(app, next, *filter, source, rules, report);
+            filter->needWhole();
+            if (filter->path() != path) removeFile(filter->path());
         } catch (...) {
             app.settings.format = formatBefore;
             throw;
         }
         session = std::move(next);
         report.applied = true;
+    } catch (const FileFailure& failure) {
+        report.unreadable = true;
+        report.why = failure.what();
     } catch (const std::exception& error) {
         report.why = error.what();
     }
     return report;
-}
-
-bool doOpenFilter(App& app, Session& session, const std::string& title) {
-    const FilePrompt prompt{title, "las Files (*.las;*.fil)|*.las;*.fil", dirOf(session.filterFile), "", false};
-    const std::string chosen = app.user.askFile(prompt);
-    if (chosen.empty()) return false;
-    session.filterFile = chosen;
-    session.tables.frd.text(1, at(FrdColumn::Path)) = chosen;
-    app.platform.settings().put("filFile", chosen);
-    return true;
-}
-
-bool filBut(App& app, Session& session, bool on) {
-    SessionTables& tables = session.tables;
-    const Prompt question{std::string(confirmTitle), std::string(on ? applyText : removeText), Buttons::OkCancel,
-                          Icon::Question, Answer::Cancel};
-    if (app.user.ask(question) != Answer::Ok) return !on;
-    const auto setCaptions = [&](std::string_view settings, std::string_view parameters) {
-        tables.prd.setCaption(std::string(settings));
-        tables.parg[0].setCaption(std::string(parameters));
-    };
-    if (on) {
-        session.filterFile = tables.frd.text(1, at(FrdColumn::Path));
-        if (!openFilter(app, session).applied) return false;
-        tables.frd.setCheck(1, at(FrdColumn::Apply), Check::Checked);
-        setCaptions(filterSettingsCaption, filterParametersCaption);
-        return true;
-    }
-    tables.frd.setCheck(1, at(FrdColumn::Apply), Check::Unchecked);
-    if (!app.run.lasFile.empty()) session.slots[0].path = app.run.lasFile;
-    Open4Files(app, session, 0);
-    setCaptions(settingsCaption, parametersCaption);
-    return false;
-}
-
-FilterReport loadAllSlots(App& app, Session& session, std::string_view trigger) {
-    FilterReport report;
-    if (trigger.empty()) return report;
-    for (int slot = 0; slot < slotCount; ++slot)
-        if (!session.slots[slot].path.empty()) Open4Files(app, session, slot);
-    if (!session.tables.filterInUse()) return report;
-    session.filterFile = session.tables.frd.text(1, at(FrdColumn::Path));
-    return openFilter(app, session);
 }
 
 }  // namespace welvane

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "las/sections.h"
+#include "las/las_file.h"
 #include "session/matching.h"
 #include "session/session_setup.h"
 #include "shared/failure.h"
@@ -27,15 +27,48 @@ bool validSlot(int slot) {
     return slot >= 0 && slot < slotCount;
 }
 
-/// With one connection per input channel, the first other column that the channel feeds loses it.
-void takeLinkFromOthers(Table& table, int slot, int column, const std::string& mnem, const std::string& index) {
+/// With one connection per input channel, the first other column that the channel feeds loses it. That column; 0 for
+/// none.
+int takeLinkFromOthers(Table& table, int slot, int column, const std::string& mnem, const std::string& index) {
     for (int other = 1; other < table.columns(); ++other) {
         if (other == column || !sameText(table.text(linkRow(slot, Link::Mnem), other), mnem) ||
             table.text(linkRow(slot, Link::Curve), other) != index)
             continue;
         emptyLink(table, slot, other);
-        return;
+        return other;
     }
+    return 0;
+}
+
+void takeHeaderOfColumn(Table& table, int original, int column) {
+    const std::string unit = table.data(SrdRow::InputUnit, original);
+    table.data(SrdRow::InputUnit, column) = unit;
+    table.data(SrdRow::Unit, column) = unit;
+    for (const SrdRow row : {SrdRow::Mnem, SrdRow::Value, SrdRow::Description})
+        table.text(row, column) = table.text(row, original);
+}
+
+/// What a load gives a column that just this channel feeds. The name and unit of a function's result stay.
+void takeHeaderOfChannel(Table& table, const HeaderField& channel, int column) {
+    const bool computed = !table.data(SrdRow::Function, column).empty();
+    table.text(SrdRow::InputUnit, column) = channel.unit;
+    table.data(SrdRow::InputUnit, column) = channel.unit;
+    table.data(SrdRow::Unit, column) = computed ? channel.unit : std::string();
+    if (computed) return;
+    const auto both = [&](SrdRow row, const std::string& text) {
+        table.text(row, column) = text;
+        table.data(row, column) = text;
+    };
+    both(SrdRow::Mnem, channel.mnem);
+    both(SrdRow::Value, channel.value);
+    both(SrdRow::Description, channel.desc);
+    table.text(SrdRow::Unit, column) = channel.unit;
+}
+
+void recalculateUseOf(Table& table, int column) {
+    bool fed = false;
+    for (int slot = 0; slot < slotCount; ++slot) fed = fed || !table.text(linkRow(slot, Link::Curve), column).empty();
+    table.setCheck(SrdRow::Use, column, fed ? Check::Checked : Check::Unchecked);
 }
 
 SlotChannel* channelOf(Session& session, int slot, int channel) {
@@ -60,34 +93,36 @@ std::string CurveString(const Session& session, int slot, std::string* units) {
     return list;
 }
 
-bool linkChannel(Session& session, int slot, int comboIndex, int column) {
+bool linkChannel(Session& session, int slot, int comboIndex, int column, FigureRules rules) {
     Table& table = session.tables.outputs();
     if (!validSlot(slot) || column < 1 || column >= table.columns()) return false;
     if (comboIndex < 0) return true;
     if (comboIndex > session.channelCount(slot)) return false;
+    int robbed = 0;
     if (comboIndex == 0) {
         emptyLink(table, slot, column);
+    } else {
+        const HeaderField& channel = session.channels[slot][static_cast<std::size_t>(comboIndex)].field;
+        const std::string index = std::to_string(comboIndex);
+        table.text(linkRow(slot, Link::Mnem), column) = channel.mnem;
+        table.text(linkRow(slot, Link::Curve), column) = index;
+        table.text(linkRow(slot, Link::From), column) = depthText(session.slots[slot].topDepth, linkDecimals);
+        table.text(linkRow(slot, Link::To), column) = depthText(session.slots[slot].bottomDepth, linkDecimals);
+        // Kept: as laid down the header is taken from the column where the channel stood before any column was moved.
+        // Test: linkTakesHeaderFromOriginalColumn
+        const int original = session.columnBase(slot) + comboIndex;
+        if (rules == FigureRules::trueFigures)
+            takeHeaderOfChannel(table, channel, column);
+        else if (original < table.columns() && original != column)
+            takeHeaderOfColumn(table, original, column);
+        if (!session.multipleConnections) robbed = takeLinkFromOthers(table, slot, column, channel.mnem, index);
+    }
+    if (rules == FigureRules::asLaidDown) {
         recalculateUse(session, true);
         return true;
     }
-    const std::string index = std::to_string(comboIndex);
-    const std::string mnem = session.channels[slot][static_cast<std::size_t>(comboIndex)].field.mnem;
-    table.text(linkRow(slot, Link::Mnem), column) = mnem;
-    table.text(linkRow(slot, Link::Curve), column) = index;
-    table.text(linkRow(slot, Link::From), column) = depthText(session.slots[slot].topDepth, linkDecimals);
-    table.text(linkRow(slot, Link::To), column) = depthText(session.slots[slot].bottomDepth, linkDecimals);
-    // Kept: the header is taken from the column where the channel stood before any column was moved.
-    // Test: linkTakesHeaderFromOriginalColumn
-    const int original = session.columnBase(slot) + comboIndex;
-    if (original < table.columns() && original != column) {
-        const std::string unit = table.data(at(SrdRow::InputUnit), original);
-        table.data(at(SrdRow::InputUnit), column) = unit;
-        table.data(at(SrdRow::Unit), column) = unit;
-        for (const SrdRow row : {SrdRow::Mnem, SrdRow::Value, SrdRow::Description})
-            table.text(at(row), column) = table.text(at(row), original);
-    }
-    if (!session.multipleConnections) takeLinkFromOthers(table, slot, column, mnem, index);
-    recalculateUse(session, true);
+    recalculateUseOf(table, column);
+    if (robbed != 0) recalculateUseOf(table, robbed);
     return true;
 }
 
@@ -135,7 +170,8 @@ void applyParameterDepths(Session& session, std::string_view from, std::string_v
     while (first < slotCount && !session.loaded(first)) ++first;
     const auto depthOf = [&](std::string_view text) {
         if (isNumeric(text) || trim(text).empty() || first == slotCount) return std::string(trim(text));
-        return std::string(trim(getLasValue(session.slots[first].path, trim(text), 'P').text));
+        const LasFilePointer& file = session.slots[first].file;
+        return file ? std::string(trim(file->value(trim(text), 'P').text)) : std::string();
     };
     const std::string fromDepth = depthOf(from), toDepth = depthOf(to);
     for (int slot = 0; slot < slotCount; ++slot) {
@@ -173,7 +209,7 @@ void sortByUse(Session& session) {
     Table& table = session.tables.outputs();
     std::vector<std::pair<double, int>> places;
     for (int column = 1; column < table.columns(); ++column)
-        places.emplace_back(val(table.data(at(SrdRow::Use), column)), column);
+        places.emplace_back(val(table.data(SrdRow::Use, column)), column);
     std::sort(places.begin(), places.end());
     const Table before = table;
     for (int column = 1; column < table.columns(); ++column) {
@@ -192,7 +228,7 @@ std::vector<std::string> selectChannels(Session& session, const std::vector<std:
         ++number;
         int column = 1;
         while (column < table.columns() && (place[column] != 0 || trim(name).empty() ||
-                                            !sameText(trim(table.text(at(SrdRow::Mnem), column)), trim(name))))
+                                            !sameText(trim(table.text(SrdRow::Mnem, column)), trim(name))))
             ++column;
         if (column == table.columns())
             missing.push_back(name);
@@ -201,8 +237,8 @@ std::vector<std::string> selectChannels(Session& session, const std::vector<std:
     }
     for (int column = 1; column < table.columns(); ++column) {
         const bool chosen = place[column] != 0;
-        table.setCheck(at(SrdRow::Use), column, chosen ? Check::Checked : Check::Unchecked);
-        table.data(at(SrdRow::Use), column) = std::to_string(chosen ? place[column] : number + table.columns());
+        table.setCheck(SrdRow::Use, column, chosen ? Check::Checked : Check::Unchecked);
+        table.data(SrdRow::Use, column) = std::to_string(chosen ? place[column] : number + table.columns());
     }
     sortByUse(session);
     return missing;

@@ -8,14 +8,12 @@
 
 #include "las/classify.h"
 #include "las/data_access.h"
+#include "las/las_file.h"
 #include "las/repair.h"
-#include "las/sections.h"
-#include "las/wrap.h"
-#include "platform/mapped_file.h"
+#include "session/choices.h"
 #include "session/session_setup.h"
 #include "shared/failure.h"
 #include "shared/files.h"
-#include "shared/line_reader.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
 
@@ -44,17 +42,14 @@ std::vector<std::string> unitsOf(const SlotChannels& channels) {
 }
 
 /// Facts that stay unset when the data has no regular shape, for a reading line by line.
-bool takeLooseShape(std::string_view path, std::size_t columns, InputSlot& slot) {
-    const auto file = MappedFile::open(path);
-    if (!file || columns == 0) return false;
-    LineReader lines(file->bytes());
-    const std::size_t start = seekSection(lines, 'A');
-    if (start == 0) return false;
-    slot.dataStart = static_cast<std::int64_t>(start);
+bool takeLooseShape(const LasFile& file, std::size_t columns, InputSlot& slot) {
+    const auto start = file.text().seekSection('A');
+    if (!start || columns == 0) return false;
+    slot.dataStart = static_cast<std::int64_t>(*start) + 1;
     slot.linesPerStep = 1;
     slot.wordsPerStep = static_cast<std::int32_t>(columns);
     slot.wrap = "NO";
-    if (slot.lasVersion.empty()) slot.lasVersion = getFileValue(path, "VERS");
+    if (slot.lasVersion.empty()) slot.lasVersion = lasVersionOf(file);
     return true;
 }
 
@@ -63,6 +58,11 @@ std::string depthUnitLetter(std::string_view unit) {
     const char letter = upperChar(unit.front());
     // Other units keep their letter as it stands.
     return std::string(1, letter == 'M' || letter == 'F' ? letter : unit.front());
+}
+
+std::vector<HeaderField> linesOf(const InputSlot& slot, char letter) {
+    if (!slot.file) return {};
+    return slot.file->section(letter, lettersAsTheyStand).value_or(SectionTable());
 }
 
 /// The lists that Open4Files derives from the slots: totals are checked before any table grows.
@@ -84,12 +84,11 @@ void deriveTables(Session& session) {
         tables.srd[slot].setVisible(loaded);
         tables.parg[slot].setVisible(loaded);
         if (!loaded) continue;
-        const std::string& path = session.slots[slot].path;
-        const std::vector<HeaderField> parameters = readSectionLines(path, 'P');
+        const std::vector<HeaderField> parameters = linesOf(session.slots[slot], 'P');
         fillParaGrid(session, parameters, slot);
         tables.parg[slot].setCaption(std::string(parametersCaption));
         if (slot != 0) continue;
-        fillWellGrid(session, readSectionLines(path, 'W'));
+        fillWellGrid(session, linesOf(session.slots[slot], 'W'));
         fillParaList(session, parameters);
     }
     fillNewGrid(session);
@@ -100,16 +99,18 @@ void deriveTables(Session& session) {
     }
     tables.setChecked(PrdRow::MergeParameters, session.loaded(1));
     tables.setChecked(PrdRow::ApplyTvd, false);
-    sectionOrder(session, session.loaded(0) ? session.slots[0].path : std::string());
+    sectionOrder(session, session.loaded(0) ? session.slots[0].file.get() : nullptr);
     allowStuff(session, range.shallowest <= range.deepest);
 }
 
-bool mayReadUnixFile(App& app, const std::string& path) {
-    if (app.run.commandMode || lineEndKind(path) != LineEnds::Unix) return true;
+/// False when the file cannot be read as it is and the user would not have it repaired. A repaired one is opened again.
+bool mayReadUnixFile(App& app, const std::string& path, LasFilePointer& file) {
+    if (app.run.commandMode || file->lineEnds() != LineEnds::Unix) return true;
     const Prompt question{"Unix Termination! ", path + "Unix Termination. " + " is not usable as is. Repair Now? ",
                           Buttons::YesNo, Icon::Stop, Answer::No};
     if (app.user.ask(question) != Answer::Yes) return false;
     repairLineEnds(path, path, app.run, app.user);  // where that fails the load goes on with the file as it is
+    file = openLasFile(path);
     return true;
 }
 
@@ -121,48 +122,64 @@ void restorePath(Session& session, int slot) {
     if (session.slots[slot].path.empty()) freeSlot(session, slot);
 }
 
-SlotLoadResult loadInto(App& app, Session& session, int slot) {
+/// The file under the slot's path: the one that it holds, unless somebody touched that since.
+LasFilePointer currentFile(const InputSlot& slot) {
+    const bool held = slot.file && slot.file->path() == slot.path && slot.file->unchanged();
+    return held ? slot.file : openLasFile(slot.path);
+}
+
+SlotLoadResult freeWithoutFile(Session& session, int slot) {
+    const std::string& path = session.slots[slot].path;
+    const std::string why = path.empty() ? std::string("no file is named") : path + ": no such file";
+    const bool wasOpened = session.opened[slot];
+    freeSlot(session, slot);
+    if (wasOpened) deriveTables(session);
+    return {LoadStatus::NoFile, why, 0, 0, {}};
+}
+
+SlotLoadResult loadInto(App& app, Session& session, int slot, LasFilePointer file) {
     SlotLoadResult result;
     const std::string path = session.slots[slot].path;
-    std::string why;
-    if (!MappedFile::open(path, &why)) return {LoadStatus::Failed, why.empty() ? "cannot be read" : why, 0, 0, {}};
     session.tables.setting(PrdRow::Head) = path;
     InputSlot facts;
-    facts.path = path;
     SlotChannels channels;
-    if (!readHeader(app, session, path, facts, channels, result)) {
+    if (!readHeader(app, session, *file, facts, channels, result)) {
         result.status = LoadStatus::WithoutChannels;
         channels.clear();
     }
     facts.path = path;
+    facts.file = file;
     session.slots[slot] = std::move(facts);
     session.channels[slot] = std::move(channels);
     session.opened[slot] = true;
     showSlot(app, session, slot);
     session.tables.setting(PrdRow::OpenedFile) = path;
-    session.tables.otherText = getSectionText(path, 'O');
+    session.tables.otherText = file->sectionText('O');
     deriveTables(session);
+    file->needWhole();
     return result;
 }
 
 }  // namespace
 
-bool readHeader(const App& app, const Session& session, std::string_view path, InputSlot& slot, SlotChannels& channels,
+LasFilePointer fileNamed(const Session& session, const std::string& path) {
+    for (const InputSlot& slot : session.slots)
+        if (slot.file && slot.path == path && slot.file->path() == path) return slot.file;
+    return openLasFile(path);
+}
+
+bool readHeader(const App& app, const Session& session, const LasFile& file, InputSlot& slot, SlotChannels& channels,
                 SlotLoadResult& result) {
-    if (!fileExists(path)) {
-        result.why = "no such file";
-        return false;
-    }
-    const bool filled = fillInputSlot(path, slot) && slot.linesPerStep > 0;
+    const bool filled = fillInputSlot(file, slot) && slot.linesPerStep > 0;
     if (!filled && !session.loose) {
-        const DataShape shape = detectDataLayout(path);
+        const DataShape& shape = file.shape();
         result.firstLineNumber = shape.firstLineNumber;
         result.differingLineNumber = shape.differingLineNumber;
         result.why = shapeProblem(shape);
         return false;
     }
-    channels = readSlotChannels(path);
-    if (!filled && !takeLooseShape(path, channels.size(), slot)) {
+    channels = readSlotChannels(file);
+    if (!filled && !takeLooseShape(file, channels.size(), slot)) {
         result.why = "no ~A section with data and channels was found";
         return false;
     }
@@ -173,27 +190,21 @@ bool readHeader(const App& app, const Session& session, std::string_view path, I
 SlotLoadResult Open4Files(App& app, Session& session, int slot) {
     if (slot < 0 || slot >= slotCount) return {LoadStatus::Failed, "there is no such slot", 0, 0, {}};
     std::string& path = session.slots[slot].path;
-    if (!app.run.commandMode && path.empty() && fileExists(app.run.lasFile)) path = app.run.lasFile;
-    if (!fileExists(path)) {
-        const std::string why = path.empty() ? std::string("no file is named") : path + ": no such file";
-        const bool wasOpened = session.opened[slot];
-        freeSlot(session, slot);
-        if (wasOpened) rebuildTables(session);
-        return {LoadStatus::NoFile, why, 0, 0, {}};
-    }
-    if (!mayReadUnixFile(app, path)) {
-        restorePath(session, slot);
-        return {LoadStatus::Declined, "its lines end in LF only", 0, 0, {}};
-    }
-    // The tables are built in a copy, so that a failure half way leaves none of them torn.
     SlotLoadResult result;
     try {
-        Session next = session;
-        result = loadInto(app, next, slot);
-        if (result.done()) {
+        if (!app.run.commandMode && path.empty() && fileExists(app.run.lasFile)) path = app.run.lasFile;
+        if (!fileExists(path)) return freeWithoutFile(session, slot);
+        LasFilePointer file = currentFile(session.slots[slot]);
+        if (mayReadUnixFile(app, path, file)) {
+            // The tables are built in a copy, so that a failure half way leaves none of them torn.
+            Session next = session;
+            result = loadInto(app, next, slot, std::move(file));
             session = std::move(next);
             return result;
         }
+        result = {LoadStatus::Declined, "its lines end in LF only", 0, 0, {}};
+    } catch (const FileFailure& failure) {
+        result = {LoadStatus::Unreadable, failure.reason(), 0, 0, {}};
     } catch (const std::exception& error) {
         result = {LoadStatus::Failed, error.what(), 0, 0, {}};
     }
@@ -208,10 +219,6 @@ void closeSlot(App& app, Session& session, int slot) {
         Open4Files(app, session, other);
         return;
     }
-    rebuildTables(session);
-}
-
-void rebuildTables(Session& session) {
     deriveTables(session);
 }
 
@@ -225,18 +232,19 @@ void showSlot(App& app, Session& session, int slot) {
     tables.setting(PrdRow::To) = formatMask(range.deepest, 4);
     const std::string unit = depthUnitLetter(facts.depthUnit);
     tables.setting(PrdRow::DepthUnits) = unit;
-    tables.prd.data(at(PrdRow::DepthUnits), at(PrdColumn::Setting)) = unit;
+    tables.prd.data(PrdRow::DepthUnits, PrdColumn::Setting) = unit;
     tables.setting(PrdRow::DepthOffset) = "0";
-    tables.setting(PrdRow::Direction) = facts.start - facts.stop < 0 ? "Shallow to Deep" : "Deep to Shallow";
+    tables.setting(PrdRow::Direction) =
+        textOf(facts.start - facts.stop < 0 ? Direction::ShallowToDeep : Direction::DeepToShallow);
     tables.setting(PrdRow::SampleRate) = formatMask(std::abs(facts.step), 4);
-    tables.setting(PrdRow::Wrap) = sameText(facts.wrap, "NO") ? "No" : "Yes";
-    const double version = val(facts.lasVersion);
-    tables.setting(PrdRow::Vers) = version == 2.0 ? "2.0" : version == 1.2 ? "1.2" : facts.lasVersion;
+    tables.setting(PrdRow::Wrap) = textOf(sameText(facts.wrap, "NO") ? Wrap::No : Wrap::Yes);
+    const auto version = versionOf(val(facts.lasVersion));
+    tables.setting(PrdRow::Vers) = version ? textOf(*version) : facts.lasVersion;
     tables.setting(PrdRow::Null) = facts.nullText;
     tables.setting(PrdRow::HeaderFile) = facts.path;
     int position = 0;
     for (int before = 0; before < slot; ++before) position += session.loaded(before) ? 1 : 0;
-    tables.prd.data(at(PrdRow::HeaderFile), at(PrdColumn::Setting)) = std::to_string(position);
+    tables.prd.data(PrdRow::HeaderFile, PrdColumn::Setting) = std::to_string(position);
     showFormat(app, session);
 }
 
@@ -247,18 +255,18 @@ void fillSlotTable(Session& session, int slot, int total, int offset) {
     // All five tables share one column numbering, so a free slot has as many columns as the others.
     table.resize(slotRowCount, 1);
     table.resize(slotRowCount, total + 1);
-    table.setRowHidden(at(SlotRow::Index), true);
+    table.setRowHidden(SlotRow::Index, true);
     const SlotChannels& channels = session.channels[slot];
     if (channels.size() < 2) return;
     for (int column = 1; column <= total; ++column) table.text(0, column) = std::to_string(column);
     for (std::size_t index = 1; index < channels.size(); ++index) {
         const HeaderField& field = channels[index].field;
         const int column = offset + static_cast<int>(index);
-        table.text(at(SlotRow::Mnem), column) = field.mnem;
-        table.text(at(SlotRow::Unit), column) = field.unit;
-        table.text(at(SlotRow::Value), column) = field.value;
-        table.text(at(SlotRow::Desc), column) = field.desc;
-        table.text(at(SlotRow::Index), column) = std::to_string(index);
+        table.text(SlotRow::Mnem, column) = field.mnem;
+        table.text(SlotRow::Unit, column) = field.unit;
+        table.text(SlotRow::Value, column) = field.value;
+        table.text(SlotRow::Desc, column) = field.desc;
+        table.text(SlotRow::Index, column) = std::to_string(index);
     }
 }
 
@@ -273,14 +281,14 @@ void fillFieldTable(Table& table, const std::vector<HeaderField>& lines, int spa
     for (const HeaderField& line : lines) {
         if (trim(line.mnem).empty()) continue;
         ++row;
-        table.text(row, at(FieldColumn::Mnem)) = line.mnem;
-        table.text(row, at(FieldColumn::Dot)) = ".";
-        table.text(row, at(FieldColumn::Unit)) = line.unit;
-        table.text(row, at(FieldColumn::Value)) = line.value;
-        table.text(row, at(FieldColumn::Colon)) = ":";
-        table.text(row, at(FieldColumn::Desc)) = line.desc;
-        table.setBackColour(row, at(FieldColumn::Dot), colours::fixed);
-        table.setBackColour(row, at(FieldColumn::Colon), colours::fixed);
+        table.text(row, FieldColumn::Mnem) = line.mnem;
+        table.text(row, FieldColumn::Dot) = ".";
+        table.text(row, FieldColumn::Unit) = line.unit;
+        table.text(row, FieldColumn::Value) = line.value;
+        table.text(row, FieldColumn::Colon) = ":";
+        table.text(row, FieldColumn::Desc) = line.desc;
+        table.setBackColour(row, FieldColumn::Dot, colours::fixed);
+        table.setBackColour(row, FieldColumn::Colon, colours::fixed);
     }
 }
 }  // namespace
@@ -293,7 +301,7 @@ void fillWellGrid(Session& session, const std::vector<HeaderField>& lines) {
     Table& table = session.tables.wrd;
     fillFieldTable(table, lines, 1);
     for (int row = 1; row < table.rows(); ++row)
-        table.setRowHidden(row, isFilterLine(trim(table.text(row, at(FieldColumn::Mnem)))));
+        table.setRowHidden(row, isFilterLine(trim(table.text(row, FieldColumn::Mnem))));
 }
 
 void fillParaList(Session& session, const std::vector<HeaderField>& lines) {
@@ -312,21 +320,21 @@ DepthRange depthRange(const Session& session) {
     return range;
 }
 
-void sectionOrder(Session& session, std::string_view path) {
+void sectionOrder(Session& session, const LasFile* file) {
     resetOrd(session);
-    if (path.empty()) return;
+    if (file == nullptr) return;
     Table& table = session.tables.ord;
     const int last = table.columns() - 1;
     int column = 0;
-    for (const std::string& title : readSections(path)) {
+    for (const std::string_view title : file->text().titles()) {
         if (++column > last) break;
         const char letter = title.size() > 1 ? upperChar(title[1]) : ' ';
         // The last column names the data section, whatever stands sixth in the file.
         if (column == last && letter != 'A') break;
-        table.text(at(OrdRow::Name), column) = title;
-        table.setCheck(at(OrdRow::Include), column, Check::Checked);
+        table.text(OrdRow::Name, column) = title;
+        table.setCheck(OrdRow::Include, column, Check::Checked);
         constexpr std::string_view main = "VWCPO";
-        if (main.find(letter) != npos) table.setBackColour(at(OrdRow::Name), column, colours::fixed);
+        if (main.find(letter) != npos) table.setBackColour(OrdRow::Name, column, colours::fixed);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "las/las_file.h"
 #include "session/session.h"
 
 /// LAS files into slots, and the tables derived anew from all four slots.
@@ -14,7 +15,8 @@ enum class LoadStatus {
     NoFile,           ///< the path names no file: the slot is free now
     Declined,         ///< its line ends are LF only and the user would not have them repaired
     WithoutChannels,  ///< opened, but its data could not be made out; the slot keeps its path and has no channels
-    Failed            ///< the tables stand as they were before
+    Unreadable,       ///< it is there, but could not be opened or read; the tables stand as they were before
+    Failed            ///< the same, for any other reason
 };
 
 struct SlotLoadResult {
@@ -28,22 +30,19 @@ struct SlotLoadResult {
     bool done() const { return status == LoadStatus::Loaded || status == LoadStatus::WithoutChannels; }
 };
 
-/// The short name. An alias and no type of its own: the table converter has a struct of that name in this namespace
-/// too.
-using LoadResult = SlotLoadResult;
-
 /// Puts the file that `session.slots[slot].path` names into its slot and rebuilds the tables for all four slots.
 /// Outside command mode a slot without a path takes the file that is current in the browser. With `session.loose`, data
 /// of no regular shape counts as one line per step.
 SlotLoadResult Open4Files(App& app, Session& session, int slot);
-/// The slot is emptied and the tables are rebuilt from the others.
+/// For the menu entry "Delete File": the slot is emptied and the tables are rebuilt from the others.
 void closeSlot(App& app, Session& session, int slot);
-/// Tables derived anew from the slots, as after a load, without reading the slot's facts again.
-void rebuildTables(Session& session);
+
+/// The file of this path: the one that a slot holds, else opened anew; FileFailure where that cannot be done.
+LasFilePointer fileNamed(const Session& session, const std::string& path);
 
 /// Facts of the file, then its channels. False, with `why` and the line numbers in `result`, when a step fails; what
 /// was found stays.
-bool readHeader(const App& app, const Session& session, std::string_view path, InputSlot& slot, SlotChannels& channels,
+bool readHeader(const App& app, const Session& session, const LasFile& file, InputSlot& slot, SlotChannels& channels,
                 SlotLoadResult& result);
 /// prd and the splice boxes take the slot's values.
 void showSlot(App& app, Session& session, int slot);
@@ -62,8 +61,8 @@ struct DepthRange {
 };
 /// Over all loaded slots, in their files' units.
 DepthRange depthRange(const Session& session);
-/// ord with the sections of a file in their order; its default columns where the file has none. Column 6 stays the data
-/// section's.
-void sectionOrder(Session& session, std::string_view path);
+/// ord with the sections of a file in their order; its default columns where the file has none, or there is no file.
+/// Column 6 stays the data section's.
+void sectionOrder(Session& session, const LasFile* file);
 
 }  // namespace welvane

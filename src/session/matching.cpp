@@ -1,6 +1,7 @@
 #include "session/matching.h"
 
 #include <algorithm>
+#include <array>
 #include <deque>
 #include <string>
 #include <unordered_map>
@@ -13,6 +14,13 @@
 namespace welvane {
 
 namespace {
+
+/// Columns of the four slots as lists of mnemonics by place (place 0 is not used), and where each column came from: the
+/// working form of the alignment.
+struct ColumnOrder {
+    std::array<std::vector<std::string>, slotCount> mnems;
+    std::array<std::vector<int>, slotCount> origin;
+};
 
 /// Places that the alignment looks at; they are worked out from the channel counts and not from what was moved since.
 struct SearchPlaces {
@@ -156,29 +164,19 @@ void markShared(Session& session) {
     for (int column = 1; column < session.tables.srd[0].columns(); ++column) {
         int sharing = 0;
         const auto isFilled = [&](int slot) {
-            return session.loaded(slot) && !session.tables.srd[slot].text(at(SlotRow::Mnem), column).empty();
+            return session.loaded(slot) && !session.tables.srd[slot].text(SlotRow::Mnem, column).empty();
         };
         for (int slot = 0; slot < slotCount; ++slot) sharing += isFilled(slot) ? 1 : 0;
         if (sharing < 2) continue;
         for (int slot = 0; slot < slotCount; ++slot) {
             if (!isFilled(slot)) continue;
-            const std::string& index = session.tables.srd[slot].text(at(SlotRow::Index), column);
+            const std::string& index = session.tables.srd[slot].text(SlotRow::Index, column);
             std::size_t channel = 0;
             for (const char c : index) channel = channel * 10 + static_cast<std::size_t>(c - '0');
             if (channel < session.channels[slot].size()) session.channels[slot][channel].spliced = true;
         }
     }
 }
-
-void splice(App& app, Session& session, bool wide) {
-    ColumnOrder order = columnOrder(session);
-    alignFast(app.reference, session, wide, order);
-    applyOrder(session, order);
-    markShared(session);
-    fillNewGrid(session);
-}
-
-}  // namespace
 
 ColumnOrder columnOrder(const Session& session) {
     ColumnOrder order;
@@ -187,63 +185,15 @@ ColumnOrder columnOrder(const Session& session) {
         order.mnems[slot].emplace_back();
         order.origin[slot].push_back(0);
         for (int column = 1; column < session.tables.srd[0].columns(); ++column) {
-            order.mnems[slot].push_back(column < table.columns() ? table.text(at(SlotRow::Mnem), column)
-                                                                 : std::string());
+            order.mnems[slot].push_back(column < table.columns() ? table.text(SlotRow::Mnem, column) : std::string());
             order.origin[slot].push_back(column);
         }
     }
     return order;
 }
 
-void alignPlainly(const ReferenceTables& reference, const Session& session, bool wide, ColumnOrder& order) {
-    const SearchPlaces places = searchPlaces(session, wide);
-    const auto moveColumn = [&](int slot, int from, int to) {
-        moveItem(order.mnems[slot], from, to);
-        moveItem(order.origin[slot], from, to);
-    };
-    const auto matchExactly = [&](int slot, int target, const std::string& mnem) {
-        for (int place = places.first[slot]; place <= places.last[slot]; ++place) {
-            if (!sameText(order.mnems[slot][place], mnem)) continue;
-            moveColumn(slot, place, target);
-            return true;
-        }
-        return false;
-    };
-    const auto matchByGroup = [&](int slot, int target, const std::string& mnem) {
-        for (const std::string& member : groupMembers(reference, mnem))
-            for (int place = places.first[slot]; place <= places.last[slot]; ++place) {
-                if (!sameText(order.mnems[slot][place], member)) continue;
-                if (!wide && !order.mnems[slot][target].empty()) continue;
-                moveColumn(slot, place, target);
-                return;
-            }
-    };
-    for (int slot = 0; slot + 1 < slotCount; ++slot) {
-        if (!places.loaded[slot] || !places.loaded[slot + 1]) continue;
-        for (int target = 1; target <= places.lastTarget; ++target) {
-            const std::string mnem = order.mnems[slot][target];
-            if (mnem.empty()) continue;
-            for (int other = slot + 1; other < slotCount; ++other)
-                if (places.loaded[other] && !matchExactly(other, target, mnem)) matchByGroup(other, target, mnem);
-        }
-    }
-    const int lastPlace = places.lastPlace;
-    int guard = 0;
-    for (int place = 1; place <= lastPlace;) {
-        if (++guard > 2 * (lastPlace + 1)) return;
-        bool empty = true;
-        for (int slot = 0; slot < slotCount; ++slot)
-            empty = empty && (!places.loaded[slot] || order.mnems[slot][place].empty());
-        if (!empty || place == lastPlace) {
-            ++place;
-            continue;
-        }
-        for (int slot = 0; slot < slotCount; ++slot)
-            if (places.loaded[slot]) moveColumn(slot, place, lastPlace);
-    }
-}
-
-void alignFast(const ReferenceTables& reference, const Session& session, bool wide, ColumnOrder& order) {
+/// The alignment by upper-casing once and looking groups up by hash. Test: AlignmentEqualsThePlainScan
+void align(const ReferenceTables& reference, const Session& session, bool wide, ColumnOrder& order) {
     const SearchPlaces places = searchPlaces(session, wide);
     MnemNumbers numbers(reference);
     std::vector<NumberedColumns> columns;
@@ -285,6 +235,16 @@ void alignFast(const ReferenceTables& reference, const Session& session, bool wi
         order.mnems[slot] = reordered(before[slot], order.origin[slot]);
     }
 }
+
+void splice(App& app, Session& session, bool wide) {
+    ColumnOrder order = columnOrder(session);
+    align(app.reference, session, wide, order);
+    applyOrder(session, order);
+    markShared(session);
+    fillNewGrid(session);
+}
+
+}  // namespace
 
 void spliceGuess(App& app, Session& session) {
     splice(app, session, false);

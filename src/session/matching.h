@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "session/session.h"
+#include "shared/figure_rules.h"
 
 /// Connecting channels of several inputs into output channels: automatic alignment of columns, links by hand, and the
 /// depth interval of each link.
@@ -16,31 +16,23 @@ namespace welvane {
 /// `spliced`.
 void spliceGuess(App& app, Session& session);
 /// The same with a wider search: every column of srd(0) is a place to match, and every column of the other tables a
-/// candidate.
+/// candidate. Nothing calls it at present; it is kept as the other choice for a splice.
 void spliceGuessNew(App& app, Session& session);
-
-/// Columns of the four slots as lists of mnemonics by place (place 0 is not used), and where each column came from: the
-/// working form of the alignment, open to tests.
-struct ColumnOrder {
-    std::array<std::vector<std::string>, slotCount> mnems;
-    std::array<std::vector<int>, slotCount> origin;
-};
-ColumnOrder columnOrder(const Session& session);
-/// The alignment and compaction as told, by plain scans over the lists: what the fast one is compared with.
-void alignPlainly(const ReferenceTables& reference, const Session& session, bool wide, ColumnOrder& order);
-/// The same result by upper-casing once and looking groups up by hash.
-void alignFast(const ReferenceTables& reference, const Session& session, bool wide, ColumnOrder& order);
 
 /// Pick list of a slot's channels: "<none>|GR|RHOB", so that index n is the n-th channel; "" for no such slot. `units`,
 /// when given, takes the units joined by "|".
 std::string CurveString(const Session& session, int slot, std::string* units = nullptr);
 
 /// A link by hand: row 8 + 4 * slot of `column` was set to entry `comboIndex` of CurveString. 0 empties the link, -1
-/// changes nothing. False when the slot has no such channel or srd(4) no such column.
-bool linkChannel(Session& session, int slot, int comboIndex, int column);
+/// changes nothing. False when the slot has no such channel or srd(4) no such column. As laid down the header comes
+/// from the column where the channel stood when it was loaded, and every column that is fed comes into use; by true
+/// figures it is the channel's own, but for a column with a function, and only the columns that are touched change
+/// their use.
+bool linkChannel(Session& session, int slot, int comboIndex, int column, FigureRules rules);
 
 /// The depth snapped to the slot's sample grid and limited to its top and bottom.
 double computeNearestDepth(const Session& session, double depth, int slot);
+/// The splice boxes are the fields fsL of the coverage tab; the next three are its keys and buttons.
 /// Enter in splice box `box` (2k From, 2k+1 To of slot k): snaps the number; a To box sets the next slot's From box one
 /// step behind it.
 void enterSpliceDepth(Session& session, int box, std::string_view text);

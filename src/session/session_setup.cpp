@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "session/properties.h"
 #include "session/tvd.h"
 #include "shared/failure.h"
 #include "shared/files.h"
@@ -12,37 +13,6 @@
 namespace welvane {
 
 namespace {
-
-constexpr std::array<std::string_view, prdRowCount> propertyLabels = {"Item",
-                                                                      "From",
-                                                                      "To",
-                                                                      "Sample Rate",
-                                                                      "Depth Units",
-                                                                      "Depth Offset",
-                                                                      "Direction",
-                                                                      "WRAP",
-                                                                      "VERS",
-                                                                      "Null",
-                                                                      "Header File",
-                                                                      "Format: Dot @",
-                                                                      "Value @",
-                                                                      "Colon @",
-                                                                      "+ in Well  @",
-                                                                      "Data Width",
-                                                                      "Data # decimals",
-                                                                      "",
-                                                                      "Processing Options",
-                                                                      "Apply TVD",
-                                                                      "Null Fill",
-                                                                      "Rename Duplicates?",
-                                                                      "Parsing Options",
-                                                                      "",
-                                                                      "Divide File",
-                                                                      "Fill Empty VALU and DESC",
-                                                                      "Merge ~P sections",
-                                                                      "Make into Plain Ascii",
-                                                                      "Keep Input Details",
-                                                                      "Apply Dovran Filter"};
 
 constexpr std::array<std::string_view, 8> newChannelLabels = {"New -->", "Mnem",        "Unit", "Unit",
                                                               "Value",   "Description", "Use?", "Function"};
@@ -79,7 +49,7 @@ void colourColumn(Table& table, int column) {
 void labelNewChannels(Session& session) {
     Table& table = session.tables.outputs();
     for (int row = 0; row < at(SrdRow::FirstLink); ++row) table.text(row, 0) = newChannelLabels[row];
-    table.setRowHidden(at(SrdRow::InputUnit), true);
+    table.setRowHidden(SrdRow::InputUnit, true);
     for (int slot = 0; slot < slotCount; ++slot) {
         const std::string path = session.loaded(slot) ? session.slots[slot].path : std::string();
         SessionCell& head = table.cell(linkRow(slot, Link::Mnem), 0);
@@ -96,20 +66,20 @@ void labelNewChannels(Session& session) {
 void takeHeader(Session& session, int column) {
     Table& target = session.tables.outputs();
     for (int slot = 0; slot < slotCount; ++slot) {
-        if (!target.text(at(SrdRow::Mnem), column).empty() || !session.loaded(slot)) continue;
+        if (!target.text(SrdRow::Mnem, column).empty() || !session.loaded(slot)) continue;
         const Table& source = session.tables.srd[slot];
-        target.text(at(SrdRow::Number), column) = std::to_string(column);
+        target.text(SrdRow::Number, column) = std::to_string(column);
         const auto both = [&](SlotRow from, SrdRow to) {
             SessionCell& cell = target.cell(at(to), column);
             cell.text = cell.data = source.text(at(from), column);
         };
         both(SlotRow::Mnem, SrdRow::Mnem);
         both(SlotRow::Unit, SrdRow::InputUnit);
-        target.text(at(SrdRow::Unit), column) = source.text(at(SlotRow::Unit), column);
+        target.text(SrdRow::Unit, column) = source.text(SlotRow::Unit, column);
         both(SlotRow::Value, SrdRow::Value);
         both(SlotRow::Desc, SrdRow::Description);
     }
-    target.text(at(SrdRow::Function), column) = noneText;
+    target.text(SrdRow::Function, column) = noneText;
 }
 
 }  // namespace
@@ -126,8 +96,7 @@ void setupFieldTable(Table& table) {
     constexpr std::array<std::string_view, 6> heads = {"MNEM", ".", "UNIT", "VALUE", ":", "DESC"};
     table.clear();
     table.resize(1, static_cast<int>(heads.size()));
-    for (std::size_t column = 0; column < heads.size(); ++column)
-        table.text(0, static_cast<int>(column)) = heads[column];
+    for (std::size_t column = 0; column < heads.size(); ++column) table.text(0, column) = heads[column];
 }
 
 void allowStuff(Session& session, bool available) {
@@ -145,7 +114,7 @@ void openSession(App& app, Session& session) {
         table.resize(slotRowCount, 1);
         for (int row = 1; row < slotRowCount; ++row) table.text(row, 0) = slotLabels[row];
         table.text(0, 0) = fileLabel(slot);
-        table.setRowHidden(at(SlotRow::Index), true);
+        table.setRowHidden(SlotRow::Index, true);
         table.setVisible(false);
         setupFieldTable(session.tables.parg[slot]);
         session.tables.parg[slot].setCaption(std::string(parametersCaption));
@@ -165,34 +134,23 @@ void fillPrd(App& app, Session& session) {
     tables.prd.clear();
     tables.prd.resize(prdRowCount, 4);
     tables.prd.setCaption(std::string(settingsCaption));
-    for (int row = 0; row < prdRowCount; ++row) {
-        tables.prd.text(row, at(PrdColumn::Label)) = propertyLabels[row];
+    for (int row = 0; row < prdRowCount; ++row)
         for (const PrdColumn column : {PrdColumn::Setting, PrdColumn::Option, PrdColumn::SecondOption})
-            tables.prd.setBackColour(row, at(column), colours::editable);
+            tables.prd.setBackColour(row, column, colours::editable);
+    for (const Property& property : properties()) {
+        if (!property.label.empty()) tables.prd.text(property.row, PrdColumn::Label) = property.label;
+        tables.prd.text(property.row, property.column) = property.initial;
+        if (property.isCheck) tables.setChecked(property.row, false);
     }
-    tables.setting(PrdRow::Head) = "Setting";
-    tables.option(PrdRow::Head) = "Options";
     tables.setting(PrdRow::DepthUnits) = app.settings.units.depthUnit;
-    tables.prd.data(at(PrdRow::DepthUnits), at(PrdColumn::Setting)) = app.settings.units.depthUnit;
-    tables.setting(PrdRow::DepthOffset) = "0";
-    tables.setting(PrdRow::Direction) = "Shallow to Deep";
-    tables.setting(PrdRow::Wrap) = "No";
-    tables.setting(PrdRow::Vers) = "2.0";
-    tables.setting(PrdRow::Null) = "-999.25";
+    tables.prd.data(PrdRow::DepthUnits, PrdColumn::Setting) = app.settings.units.depthUnit;
     showFormat(app, session);
-    tables.setting(PrdRow::NullFill) = "None";
-    tables.setting(PrdRow::ParsingOptions) = "Auto (preferred)";
-    tables.setting(PrdRow::DivideFile) = "None";
-    tables.prd.setRowHidden(at(PrdRow::OpenedFile), true);
-    tables.setChecked(PrdRow::ApplyTvd, false);
+    tables.prd.setRowHidden(PrdRow::OpenedFile, true);
     tables.setChecked(PrdRow::RenameDuplicates, val(app.platform.settings().get("renamedups", "1")) == 1);
     tables.setChecked(PrdRow::FillEmpty, app.settings.fillCurveValue || app.settings.fillCurveDescription);
     tables.setChecked(PrdRow::MergeParameters, session.loaded(1));
-    tables.setChecked(PrdRow::PlainAscii, false);
-    tables.setChecked(PrdRow::KeepInputDetails, false);
-    tables.setChecked(PrdRow::DovranFilter, false);
     for (const PrdRow row : {PrdRow::ParsingOptions, PrdRow::DivideFile, PrdRow::PlainAscii})
-        tables.prd.setBackColour(at(row), at(PrdColumn::Option), colours::fixed);
+        tables.prd.setBackColour(row, PrdColumn::Option, colours::fixed);
 }
 
 void setupFrd(App& app, Session& session) {
@@ -200,14 +158,14 @@ void setupFrd(App& app, Session& session) {
     Table& table = session.tables.frd;
     table.clear();
     table.resize(2, 4);
-    table.text(0, at(FrdColumn::Apply)) = "Processing?\nApply when";
-    table.text(0, at(FrdColumn::Path)) = "Filter File";
-    table.text(0, at(FrdColumn::UseCurve)) = "~Curve\nUse";
-    table.text(0, at(FrdColumn::UseParameter)) = "~Parameter\nUse";
-    table.setCheck(1, at(FrdColumn::Apply), Check::Unchecked);
-    table.text(1, at(FrdColumn::Path)) = session.filterFile;
-    table.setCheck(1, at(FrdColumn::UseCurve), Check::Checked);
-    table.setCheck(1, at(FrdColumn::UseParameter), Check::Checked);
+    table.text(0, FrdColumn::Apply) = "Processing?\nApply when";
+    table.text(0, FrdColumn::Path) = "Filter File";
+    table.text(0, FrdColumn::UseCurve) = "~Curve\nUse";
+    table.text(0, FrdColumn::UseParameter) = "~Parameter\nUse";
+    table.setCheck(1, FrdColumn::Apply, Check::Unchecked);
+    table.text(1, FrdColumn::Path) = session.filterFile;
+    table.setCheck(1, FrdColumn::UseCurve, Check::Checked);
+    table.setCheck(1, FrdColumn::UseParameter, Check::Checked);
 }
 
 void resetOrd(Session& session) {
@@ -222,22 +180,32 @@ void resetOrd(Session& session) {
     Table& table = session.tables.ord;
     table.clear();
     table.resize(3, static_cast<int>(names.size()));
-    table.text(at(OrdRow::Order), 0) = "Order";
-    table.text(at(OrdRow::Include), 0) = "Include?";
+    table.text(OrdRow::Order, 0) = "Order";
+    table.text(OrdRow::Include, 0) = "Include?";
     for (int column = 0; column < table.columns(); ++column) {
-        table.text(at(OrdRow::Name), column) = names[column];
+        table.text(OrdRow::Name, column) = names[column];
         if (column == 0) continue;
-        table.text(at(OrdRow::Order), column) = std::to_string(column);
-        table.setCheck(at(OrdRow::Include), column, column == otherColumn ? Check::Unchecked : Check::Checked);
+        table.text(OrdRow::Order, column) = std::to_string(column);
+        table.setCheck(OrdRow::Include, column, column == otherColumn ? Check::Unchecked : Check::Checked);
     }
+}
+
+bool moveSection(Session& session, int from, int to) {
+    Table& table = session.tables.ord;
+    const int last = table.columns() - 1;
+    const auto movable = [&](int column) { return column > 0 && column < last; };
+    if (!movable(from) || !movable(to)) return false;
+    table.moveColumn(from, to);
+    for (int column = 1; column <= last; ++column) table.text(OrdRow::Order, column) = std::to_string(column);
+    return true;
 }
 
 void fillColDefaults(Session& session, int column) {
     Table& table = session.tables.outputs();
-    table.text(at(SrdRow::Number), column) = std::to_string(column);
+    table.text(SrdRow::Number, column) = std::to_string(column);
     for (int row = at(SrdRow::Mnem); row <= at(SrdRow::Description); ++row) table.text(row, column).clear();
-    table.setCheck(at(SrdRow::Use), column, Check::Checked);
-    table.text(at(SrdRow::Function), column) = noneText;
+    table.setCheck(SrdRow::Use, column, Check::Checked);
+    table.text(SrdRow::Function, column) = noneText;
     table.text(linkRow(0, Link::From), column) = session.tables.setting(PrdRow::From);
     table.text(linkRow(0, Link::To), column) = session.tables.setting(PrdRow::To);
     colourColumn(table, column);
@@ -256,18 +224,18 @@ void fillNewGrid(Session& session) {
         bottoms[slot] = depthText(session.slots[slot].bottomDepth);
     }
     for (int column = 1; column < target.columns(); ++column) {
-        target.setCheck(at(SrdRow::Use), column, Check::Unchecked);
+        target.setCheck(SrdRow::Use, column, Check::Unchecked);
         takeHeader(session, column);
         for (int slot = 0; slot < slotCount; ++slot) {
             if (!session.loaded(slot)) continue;
             const Table& source = tables.srd[slot];
-            const std::string& mnem = source.text(at(SlotRow::Mnem), column);
+            const std::string& mnem = source.text(SlotRow::Mnem, column);
             if (mnem.empty()) continue;
             target.text(linkRow(slot, Link::Mnem), column) = mnem;
-            target.text(linkRow(slot, Link::Curve), column) = source.text(at(SlotRow::Index), column);
+            target.text(linkRow(slot, Link::Curve), column) = source.text(SlotRow::Index, column);
             target.text(linkRow(slot, Link::From), column) = tops[slot];
             target.text(linkRow(slot, Link::To), column) = bottoms[slot];
-            target.setCheck(at(SrdRow::Use), column, Check::Checked);
+            target.setCheck(SrdRow::Use, column, Check::Checked);
         }
     }
 }
@@ -278,7 +246,7 @@ void recalculateUse(Session& session, bool byCurve) {
         bool fed = false;
         for (int slot = 0; slot < slotCount; ++slot)
             fed = fed || !table.text(linkRow(slot, byCurve ? Link::Curve : Link::Mnem), column).empty();
-        table.setCheck(at(SrdRow::Use), column, fed ? Check::Checked : Check::Unchecked);
+        table.setCheck(SrdRow::Use, column, fed ? Check::Checked : Check::Unchecked);
     }
 }
 
@@ -301,7 +269,7 @@ int AddChannel(Session& session, int currentColumn) {
     const int column = last == 1 ? last : currentColumn + 1;
     table.moveColumn(last, column);
     fillColDefaults(session, column);
-    table.text(at(SrdRow::Mnem), column) = "Added";
+    table.text(SrdRow::Mnem, column) = "Added";
     return column;
 }
 
@@ -317,8 +285,9 @@ bool DeleteChannel(Session& session, int currentColumn) {
 
 void clearFunction(Session& session, int column) {
     Table& table = session.tables.outputs();
-    table.data(at(SrdRow::Function), column).clear();
-    table.text(at(SrdRow::Function), column) = noneText;
+    table.data(SrdRow::Function, column).clear();
+    table.data(SrdRow::Number, column).clear();
+    table.text(SrdRow::Function, column) = noneText;
     for (int row = at(SrdRow::Mnem); row <= at(SrdRow::Description); ++row)
         table.text(row, column) = table.data(row == at(SrdRow::Unit) ? at(SrdRow::InputUnit) : row, column);
 }
@@ -326,7 +295,7 @@ void clearFunction(Session& session, int column) {
 void checkFormatSpec(const App& app, Session& session) {
     Table& table = session.tables.prd;
     for (int row = at(PrdRow::FormatDot); row <= at(PrdRow::DataDecimals); ++row)
-        table.setBackColour(row, at(PrdColumn::Setting), colours::editable);
+        table.setBackColour(row, PrdColumn::Setting, colours::editable);
     const int dot = app.settings.format.dotColumn, value = app.settings.format.valueColumn,
               colon = app.settings.format.colonColumn;
     struct Rule {
@@ -344,7 +313,7 @@ void checkFormatSpec(const App& app, Session& session) {
                                         {colon < 9, PrdRow::FormatColon, colours::warning}}};
     for (const Rule& rule : rules) {
         if (!rule.broken) continue;
-        table.setBackColour(at(rule.row), at(PrdColumn::Setting), rule.colour);
+        table.setBackColour(rule.row, PrdColumn::Setting, rule.colour);
         return;
     }
 }
@@ -368,14 +337,6 @@ std::int32_t setGridColWid(App& app, int column) {
     app.settings.gridFont.columnWidth = column == -1 ? -1 : width;
     app.platform.settings().put("gridFontWidth", std::to_string(app.settings.gridFont.columnWidth));
     return app.settings.gridFont.columnWidth;
-}
-
-double sampleRateNumber(std::string_view text, std::string_view depthUnit) {
-    const bool feet = sameText(depthUnit, "F") || sameText(depthUnit, "FT");
-    const std::size_t quote = text.find('"'), open = text.find('(');
-    if (open == npos) return val(quote == npos ? text : text.substr(quote + 1));
-    if (!feet) return val(text.substr(open + 1));
-    return val(text.substr(quote == npos ? 0 : quote + 1));
 }
 
 }  // namespace welvane

@@ -9,8 +9,6 @@
 /// The tables of a session at their defaults, and the operations that add, remove and reset columns.
 namespace welvane {
 
-/// Text of a session's row 7 cell without a function, and of a link without a channel.
-inline constexpr std::string_view noneText = "<none>";
 /// The two captions of prd and of parg.
 inline constexpr std::string_view settingsCaption = "Settings", filterSettingsCaption = "Settings (from Filter)";
 inline constexpr std::string_view parametersCaption = "~Parameters",
@@ -27,6 +25,8 @@ void fillPrd(App& app, Session& session);
 void setupFrd(App& app, Session& session);
 /// ord with its six default columns; all included but ~Other.
 void resetOrd(Session& session);
+/// Moves a section to another place; false, with nothing changed, for the label column and for the data section.
+bool moveSection(Session& session, int from, int to);
 /// Heads of a ~Well or ~Parameter table, and no rows.
 void setupFieldTable(Table& table);
 
@@ -43,13 +43,13 @@ void fillNewGrid(Session& session);
 /// Row 6 of every column: checked where at least one of its four slots feeds it. `byCurve` looks at the index rows,
 /// else at the mnemonics.
 void recalculateUse(Session& session, bool byCurve);
-/// A new column behind `currentColumn` of srd(4). Returns its number, which becomes the current column.
-/// RunTimeFailure at the limit of 16-bit columns.
+/// For the command ID_AddChannel: a new column behind `currentColumn` of srd(4). Returns its
+/// number, which becomes the current column. RunTimeFailure at the limit of 16-bit columns.
 int AddChannel(Session& session, int currentColumn);
 /// New columns with their defaults at the end of all five tables; returns the number of the first. RunTimeFailure at
 /// the limit.
 int appendChannels(Session& session, int count);
-/// Takes the current column out of srd(4); false when there is none to take.
+/// For the command ID_DeleteChannel: takes the current column out of srd(4); false when there is none to take.
 bool DeleteChannel(Session& session, int currentColumn);
 /// Undoes a function: rows 1 to 5 return to what they were before.
 void clearFunction(Session& session, int column);
@@ -63,9 +63,5 @@ void showFormat(const App& app, Session& session);
 /// Width for the columns of the srd tables: -1 (fit the contents) for column -1, else the setting `gridFontWidth`
 /// (default 600), which is stored again with the size in use.
 std::int32_t setGridColWid(App& app, int column);
-
-/// The step in the text of the Sample Rate row: a plain number, or one of the list items with its feet and its metre
-/// value, between which the depth unit chooses (F and FT take the feet). Lenient; signed as it stands.
-double sampleRateNumber(std::string_view text, std::string_view depthUnit);
 
 }  // namespace welvane

@@ -12,8 +12,6 @@ namespace welvane {
 
 namespace {
 
-constexpr int firstSurveyRow = static_cast<int>(TrdRow::FirstSurvey);
-constexpr int tieRow = static_cast<int>(TrdRow::Tie);
 constexpr std::uint32_t tieColour = 0x80FFFF;
 /// Rows that an empty table offers; more are made as a file needs them.
 constexpr int offeredRows = 450;
@@ -25,28 +23,16 @@ constexpr int markRow = 0, markColumn = 1;
 constexpr const char* tieTitle = "Tie Point Data Incomplete!";
 constexpr const char* tieText = "You must enter a tie point MD, TVD and Deviation angle in first Tie Point row.";
 constexpr const char* rowTitle = "TVD Data Table Incomplete!";
-constexpr const char* confirmTitle = "Please Confirm!";
-constexpr const char* clearText = "Are you sure you want to clear the selected area of the grid?";
 
-int column(TrdColumn which) {
-    return static_cast<int>(which);
-}
-
-std::string& text(Table& trd, int row, TrdColumn which) {
-    return trd.text(row, column(which));
-}
-const std::string& text(const Table& trd, int row, TrdColumn which) {
-    return trd.text(row, column(which));
-}
-double number(const Table& trd, int row, TrdColumn which) {
-    return val(text(trd, row, which));
+double number(const Table& trd, TableIndex row, TrdColumn which) {
+    return val(trd.text(row, which));
 }
 
 bool blank(std::string_view cell) {
     return trim(cell).empty();
 }
 bool filled(const Table& trd, int row, TrdColumn which) {
-    return !blank(text(trd, row, which));
+    return !blank(trd.text(row, which));
 }
 
 /// Anything in columns 1 to 3: such a row counts.
@@ -75,7 +61,7 @@ std::array<std::string, 4> cellTexts(const SurveyRow& row, double factor) {
 }
 
 bool tableReady(const Table& trd) {
-    return trd.rows() >= firstSurveyRow && trd.columns() > column(TrdColumn::Azimuth);
+    return trd.rows() >= firstSurveyRow && trd.columns() > at(TrdColumn::Azimuth);
 }
 
 /// Order of the survey rows by the number in column 1.
@@ -101,21 +87,21 @@ void sortByMeasuredDepth(Table& trd) {
         cells.reserve(keys.size());
         for (const Key& key : keys) cells.push_back(std::move(trd.cell(key.row, place)));
         for (std::size_t index = 0; index < cells.size(); ++index)
-            trd.cell(firstSurveyRow + static_cast<int>(index), place) = std::move(cells[index]);
+            trd.cell(firstSurveyRow + index, place) = std::move(cells[index]);
     }
 }
 
 }  // namespace
 
 SurveyUnit surveyUnit(const Table& trd) {
-    const bool metres = tableReady(trd) && sameText(text(trd, static_cast<int>(TrdRow::Unit), TrdColumn::Md), "M");
+    const bool metres = tableReady(trd) && sameText(trd.text(TrdRow::Unit, TrdColumn::Md), "M");
     return metres ? SurveyUnit::Metres : SurveyUnit::Feet;
 }
 
 void setSurveyUnit(Table& trd, SurveyUnit unit) {
     if (!tableReady(trd)) setupTVD(trd);
     for (const TrdColumn which : {TrdColumn::Md, TrdColumn::Tvd})
-        text(trd, static_cast<int>(TrdRow::Unit), which) = unit == SurveyUnit::Metres ? "M" : "F";
+        trd.text(TrdRow::Unit, which) = unit == SurveyUnit::Metres ? "M" : "F";
 }
 
 void setupTVD(Table& trd) {
@@ -124,13 +110,13 @@ void setupTVD(Table& trd) {
     trd.resize(firstSurveyRow + offeredRows, 5);
     constexpr std::array<const char*, 4> names = {"MD", "TVD", "Deviation ", "Azimuth "};
     for (std::size_t index = 0; index < names.size(); ++index) {
-        text(trd, static_cast<int>(TrdRow::Name), valueColumns[index]) = names[index];
-        text(trd, static_cast<int>(TrdRow::Unit), valueColumns[index]) = "(Deg)";
-        text(trd, tieRow, valueColumns[index]) = "0.00";
-        trd.setBackColour(tieRow, column(valueColumns[index]), tieColour);
+        trd.text(TrdRow::Name, valueColumns[index]) = names[index];
+        trd.text(TrdRow::Unit, valueColumns[index]) = "(Deg)";
+        trd.text(tieRow, valueColumns[index]) = "0.00";
+        trd.setBackColour(tieRow, valueColumns[index], tieColour);
     }
     setSurveyUnit(trd, unit);
-    text(trd, tieRow, TrdColumn::Label) = "Tie Point >";
+    trd.text(tieRow, TrdColumn::Label) = "Tie Point >";
 }
 
 double TVD_C(double md1, double md2, double dev1, double dev2) {
@@ -170,7 +156,7 @@ void copyInclinometryToTrd(Session& session) {
         if (survey.md == static_cast<float>(lasNull)) return;
         if (row >= trd.rows()) trd.resize(row + 1, trd.columns());
         const auto texts = cellTexts(survey, factor);
-        for (std::size_t index = 0; index < texts.size(); ++index) text(trd, row, valueColumns[index]) = texts[index];
+        for (std::size_t index = 0; index < texts.size(); ++index) trd.text(row, valueColumns[index]) = texts[index];
         ++row;
     }
 }
@@ -187,7 +173,7 @@ void sortGrd(Session& session) {
         if (!rowCounts(trd, row)) continue;
         const auto texts = cellTexts(session.inclinometry.rows[place++], factor);
         for (std::size_t index = 0; index < texts.size(); ++index)
-            if (filled(trd, row, valueColumns[index])) text(trd, row, valueColumns[index]) = texts[index];
+            if (filled(trd, row, valueColumns[index])) trd.text(row, valueColumns[index]) = texts[index];
     }
 }
 
@@ -214,7 +200,7 @@ bool buildTVDTable(Session& session, UserInterface& user) {
         }
         const double step = TVD_C(number(trd, row - 1, TrdColumn::Md), number(trd, row, TrdColumn::Md),
                                   number(trd, row - 1, TrdColumn::Deviation), number(trd, row, TrdColumn::Deviation));
-        text(trd, row, TrdColumn::Tvd) = formatMask(number(trd, row - 1, TrdColumn::Tvd) + step, 2);
+        trd.text(row, TrdColumn::Tvd) = formatMask(number(trd, row - 1, TrdColumn::Tvd) + step, 2);
     }
     copyTrdToInclinometry(session);
     return true;
@@ -230,14 +216,6 @@ bool trdChanged(const Table& trd) {
 
 void updateInclinometry(Session& session) {
     if (trdChanged(session.tables.trd)) copyTrdToInclinometry(session);
-}
-
-void clearTrdSelection(Table& trd, int firstRow, int firstColumn, int lastRow, int lastColumn, UserInterface& user) {
-    if (user.ask({confirmTitle, clearText, Buttons::YesNo, Icon::Question, Answer::No}) != Answer::Yes) return;
-    for (int row = std::max(firstRow, tieRow); row <= std::min(lastRow, trd.rows() - 1); ++row)
-        for (int place = std::max(firstColumn, 1); place <= std::min(lastColumn, trd.columns() - 1); ++place)
-            trd.text(row, place).clear();
-    markTrdChanged(trd);
 }
 
 }  // namespace welvane

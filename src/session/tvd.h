@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/output_file.h"
 #include "session/session.h"
 
 /// True vertical depth: the survey table trd, its computation, its files, and the mapping of depths through it.
@@ -13,6 +14,8 @@ enum class TrdColumn { Label = 0, Md, Tvd, Deviation, Azimuth };
 /// Rows of trd: two heads, the tie point, then the survey. A survey row r of trd is row r - 2 of the inclinometry
 /// table.
 enum class TrdRow { Name = 0, Unit, Tie, FirstSurvey };
+inline constexpr int tieRow = at(TrdRow::Tie);
+inline constexpr int firstSurveyRow = at(TrdRow::FirstSurvey);
 
 /// How the numbers of trd are read (the option uopt). Setting it converts nothing.
 enum class SurveyUnit { Feet = 0, Metres = 1 };
@@ -44,15 +47,12 @@ void updateInclinometry(Session& session);
 void markTrdChanged(Table& trd);
 bool trdChanged(const Table& trd);
 
-/// Asks, then clears the texts of the selected cells (heads and labels stay). Rows and columns count from 0, both ends
-/// included.
-void clearTrdSelection(Table& trd, int firstRow, int firstColumn, int lastRow, int lastColumn, UserInterface& user);
 /// Puts clipboard text into the table from a cell on: lines are rows, tabs divide columns.
 void pasteIntoTrd(Table& trd, int row, int column, std::string_view text);
 
 /// True when the text file is a survey of the acquisition system: unit and tie point in the first line, -1 throughout
-/// in the last.
-bool isTavirTVD(std::string_view path, bool& isSurvey);
+/// in the last. For whoever has to tell before reading; readTVDFile finds out by itself.
+bool isTavirTVD(std::string_view path);
 /// Fills trd from a survey of the acquisition system (and asks whether to compute it) or from a plain table, whose
 /// columns are those of trd. False when the file cannot be read; trd then stands empty.
 bool readTVDFile(std::string_view path, Session& session, UserInterface& user);
@@ -74,15 +74,7 @@ struct SurveyReport {
 bool readSurvey(std::string_view path, Session& session, UserInterface& user, SurveyReport* report = nullptr);
 /// Writes trd from the tie point on: one row per line, columns divided by tabs; readTVDFile reads it back. False when
 /// that failed.
-bool saveTVDFile(std::string_view path, const Session& session);
-
-/// "Open TVD File": asks for a file, keeps its path as the setting `tvdFile`, and reads it. False when cancelled or
-/// unreadable.
-bool openTVDFile(App& app, Session& session);
-/// "Save Inclinometry Data": asks for a name. False when cancelled or failed.
-bool saveInclinometryData(App& app, Session& session);
-/// The path kept from the last time, read when a session opens.
-void recallTVDFile(App& app, Session& session);
+bool saveTVDFile(std::string_view path, const Session& session, OutputFile::Mode mode = OutputFile::Mode::Beside);
 
 /// One depth through the table, in feet: direction 0 maps measured to true vertical depth, any other the way back.
 /// Outside the table the line through the two rows at its end goes on. Unchanged with fewer than two rows.

@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "platform/mapped_file.h"
-#include "platform/output_file.h"
 #include "session/tvd.h"
 #include "shared/any_line_reader.h"
 #include "shared/field_splitter.h"
@@ -19,8 +18,6 @@ namespace welvane {
 namespace {
 
 constexpr const char* separators = "\t ,";
-constexpr int tieRow = static_cast<int>(TrdRow::Tie);
-constexpr int firstSurveyRow = static_cast<int>(TrdRow::FirstSurvey);
 /// The last row that the inclinometry table can take.
 constexpr int lastRow = tieRow + static_cast<int>(InclinometryTable::capacity) - 1;
 /// A survey has a few columns and short lines; what is longer is cut, so that no file can widen the table without end.
@@ -35,34 +32,34 @@ constexpr const char* detectedTitle = "Tavir TVD Data File Detected!";
 constexpr const char* detectedText =
     "\r\nFile was detected as a TAVIR inclinometry data file. Compute TVD depths now?\r\n"
     "(If you select No, review the data, then click 'Compute TVD' button before leaving the window)";
-constexpr const char* openTitle = "Find ASCII file To Load";
-constexpr const char* saveTitle = "Save Inclinometry Data";
-constexpr const char* tvdFileKey = "tvdFile";
 
-int column(TrdColumn which) {
-    return static_cast<int>(which);
-}
-std::string& text(Table& trd, int row, TrdColumn which) {
-    return trd.text(row, column(which));
-}
+/// How the lines of a survey are cut.
+enum class Cut {
+    Words,  ///< at each run of tabs, blanks and commas
+    Cells   ///< at each tab, else at each comma, so that an empty cell keeps its column; else into words
+};
 
 /// The lines of a survey that are not blank, each cut into fields.
 class SurveyLines {
   public:
-    explicit SurveyLines(std::string_view bytes) : lines_(bytes), fields_(separators) {}
+    SurveyLines(std::string_view bytes, Cut cut) : lines_(bytes), words_(separators), cut_(cut) {}
 
     bool next() {
         for (std::string_view line; lines_.next(line);) {
             if (trimBreaks(line).empty()) continue;
+            // Not the tabs in front: an empty cell can stand there.
             line_ = trim(line.substr(0, longestLine));
-            fields_.setText(line_);
+            cutLine();
             return true;
         }
         return false;
     }
     std::string_view line() const { return line_; }
-    std::size_t count() const { return fields_.count(); }
-    std::string_view field(std::size_t place) const { return fields_.field(place); }
+    std::size_t count() const { return fields_.size(); }
+    /// Fields count from 1; "" where there is none.
+    std::string_view field(std::size_t place) const {
+        return place == 0 || place > fields_.size() ? std::string_view() : fields_[place - 1];
+    }
     bool allNumbers() const {
         for (std::size_t place = 1; place <= count(); ++place)
             if (!isNumeric(field(place))) return false;
@@ -77,13 +74,37 @@ class SurveyLines {
     }
 
   private:
+    void cutLine() {
+        fields_.clear();
+        const char separator = line_.find('\t') != npos ? '\t' : ',';
+        if (cut_ == Cut::Cells && line_.find(separator) != npos && cutCells(separator)) return;
+        fields_.clear();
+        words_.setText(line_);
+        for (std::size_t place = 1; place <= words_.count(); ++place) fields_.push_back(words_.field(place));
+    }
+    /// False where a cell holds several numbers, so that blanks part them as well.
+    bool cutCells(char separator) {
+        for (std::string_view rest = line_;;) {
+            const std::size_t end = rest.find(separator);
+            const std::string_view cell = trim(rest.substr(0, end));
+            const std::size_t blank = cell.find(' ');
+            if (blank != npos && isNumeric(cell.substr(0, blank)) && isNumeric(cell.substr(cell.rfind(' ') + 1)))
+                return false;
+            fields_.push_back(cell);
+            if (end == npos) return true;
+            rest.remove_prefix(end + 1);
+        }
+    }
+
     AnyLineReader lines_;
-    FieldSplitter fields_;
+    FieldSplitter words_;
+    std::vector<std::string_view> fields_;
+    Cut cut_;
     std::string_view line_;
 };
 
 bool isTavirText(std::string_view bytes) {
-    SurveyLines lines(bytes);
+    SurveyLines lines(bytes, Cut::Words);
     if (!lines.next() || lines.count() != 3) return false;
     const char letter = upperChar(lines.line().front());
     if (letter != 'M' && letter != 'F') return false;
@@ -107,12 +128,12 @@ void reachRow(Table& trd, int row) {
 
 void readTavir(std::string_view bytes, Session& session, UserInterface& user, SurveyReport& report) {
     Table& trd = session.tables.trd;
-    SurveyLines lines(bytes);
+    SurveyLines lines(bytes, Cut::Words);
     lines.next();
     trd.data(0, 0) = lines.field(1);
     setSurveyUnit(trd, sameText(lines.field(1).substr(0, 1), "F") ? SurveyUnit::Feet : SurveyUnit::Metres);
-    text(trd, tieRow, TrdColumn::Md) = twoDecimals(lines.field(2));
-    text(trd, tieRow, TrdColumn::Tvd) = twoDecimals(lines.field(3));
+    trd.text(tieRow, TrdColumn::Md) = twoDecimals(lines.field(2));
+    trd.text(tieRow, TrdColumn::Tvd) = twoDecimals(lines.field(3));
     int row = firstSurveyRow;
     while (lines.next() && !lines.isEnd()) {
         if (lines.count() != 3 || !lines.allNumbers()) {
@@ -125,14 +146,14 @@ void readTavir(std::string_view bytes, Session& session, UserInterface& user, Su
             break;
         }
         reachRow(trd, row);
-        text(trd, row, TrdColumn::Md) = twoDecimals(lines.field(1));
-        text(trd, row, TrdColumn::Deviation) = lines.field(2);
-        text(trd, row, TrdColumn::Azimuth) = lines.field(3);
+        trd.text(row, TrdColumn::Md) = twoDecimals(lines.field(1));
+        trd.text(row, TrdColumn::Deviation) = lines.field(2);
+        trd.text(row, TrdColumn::Azimuth) = lines.field(3);
         ++row;
     }
     if (row > firstSurveyRow)
         for (const TrdColumn which : {TrdColumn::Deviation, TrdColumn::Azimuth})
-            text(trd, tieRow, which) = text(trd, firstSurveyRow, which);
+            trd.text(tieRow, which) = trd.text(firstSurveyRow, which);
     markTrdChanged(trd);
     // Without anybody to ask it is computed: a survey without its TVD column maps nothing.
     if (user.ask({detectedTitle, detectedText, Buttons::YesNo, Icon::Question, Answer::Yes}) == Answer::Yes)
@@ -140,7 +161,7 @@ void readTavir(std::string_view bytes, Session& session, UserInterface& user, Su
 }
 
 void readPlainTable(std::string_view bytes, Table& trd) {
-    SurveyLines lines(bytes);
+    SurveyLines lines(bytes, Cut::Cells);
     for (int row = tieRow; row <= lastRow && lines.next(); ++row) {
         reachRow(trd, row);
         const int count = std::min(static_cast<int>(lines.count()), mostColumns);
@@ -151,17 +172,19 @@ void readPlainTable(std::string_view bytes, Table& trd) {
     markTrdChanged(trd);
 }
 
-/// Opens the file and hands its bytes to `body`; false when it cannot be read.
+/// Opens the file and hands its bytes to `body`; false when it is not there or `body` fails. FileFailure when it is
+/// there and cannot be read.
 template <class Body>
 bool withFile(std::string_view path, Body body) {
+    if (!fileExists(path)) return false;
+    const MappedFile file = mapFile(path);
     try {
-        const std::optional<MappedFile> file = MappedFile::open(path);
-        if (!file) return false;
-        body(file->bytes());
-        return true;
+        body(file.bytes());
     } catch (const std::exception&) {
         return false;
     }
+    needWhole(file, path);
+    return true;
 }
 
 /// Fields (from 1) of MD, TVD, deviation and azimuth in the lines of a people's file; 0 where there is none.
@@ -173,25 +196,66 @@ bool isOneOf(std::string_view name, std::initializer_list<std::string_view> name
     return std::any_of(names.begin(), names.end(), [&](std::string_view one) { return sameText(one, name); });
 }
 
-/// A line of heads names at least the measured depth, and the deviation or the vertical depth.
-std::optional<SurveyColumns> headsOf(const SurveyLines& lines) {
+/// The name in a head such as "MD (m)" or "Inc[deg]", and its unit.
+struct Head {
+    std::string_view name, unit;
+};
+
+Head headOf(std::string_view text) {
+    const std::size_t open = text.find_first_of("([");
+    if (open == npos) return {trim(text), {}};
+    const std::string_view inside = text.substr(open + 1);
+    return {trim(text.substr(0, open)), trim(inside.substr(0, inside.find_first_of(")]")))};
+}
+
+std::optional<SurveyUnit> depthUnitOf(std::string_view unit) {
+    if (isOneOf(unit, {"M", "METRES", "METERS", "METRE", "METER"})) return SurveyUnit::Metres;
+    if (isOneOf(unit, {"F", "FT", "FEET", "FOOT", "USFT", "FTUS"})) return SurveyUnit::Feet;
+    return std::nullopt;
+}
+
+/// A line of heads names at least the measured depth, and the deviation or the vertical depth. `unit` takes that of the
+/// depths where the heads tell it.
+std::optional<SurveyColumns> headsOf(const SurveyLines& lines, std::optional<SurveyUnit>& unit) {
     SurveyColumns columns;
+    std::optional<SurveyUnit> found;
+    std::size_t column = 0;
     for (std::size_t place = 1; place <= lines.count(); ++place) {
-        const std::string_view name = lines.field(place);
+        const Head head = headOf(lines.field(place));
+        const bool unitAlone = head.name.empty() && !head.unit.empty();
+        // Where blanks part the heads, the unit behind a name is a word of its own.
+        if (!unitAlone) ++column;
+        if (column == columns.md && columns.md != 0 && !found) found = depthUnitOf(head.unit);
+        if (unitAlone) continue;
         const auto take = [&](std::size_t& slot) {
-            if (slot == 0) slot = place;
+            if (slot == 0) slot = column;
         };
-        if (isOneOf(name, {"MD", "DEPTH", "DEPT", "MDEPTH"})) take(columns.md);
-        if (isOneOf(name, {"TVD"})) take(columns.tvd);
-        if (isOneOf(name, {"INC", "INCL", "DEV", "DEVI", "DEVIATION", "INCLINATION", "DRIFT"})) take(columns.deviation);
-        if (isOneOf(name, {"AZI", "AZIM", "AZIMUTH", "AZ", "HAZI", "AZIM_TN", "AZIM_GN"})) take(columns.azimuth);
+        if (isOneOf(head.name, {"MD", "DEPTH", "DEPT", "MDEPTH", "MEASURED DEPTH"})) take(columns.md);
+        if (isOneOf(head.name, {"TVD"})) take(columns.tvd);
+        if (isOneOf(head.name, {"INC", "INCL", "DEV", "DEVI", "DEVIATION", "INCLINATION", "DRIFT"}))
+            take(columns.deviation);
+        if (isOneOf(head.name, {"AZI", "AZIM", "AZIMUTH", "AZ", "HAZI", "AZIM_TN", "AZIM_GN"})) take(columns.azimuth);
+        if (column == columns.md && !found) found = depthUnitOf(head.unit);
     }
     if (columns.md == 0 || (columns.deviation == 0 && columns.tvd == 0)) return std::nullopt;
+    if (found) unit = found;
     return columns;
 }
 
+/// Those of a file without heads, which has so many columns of numbers.
 SurveyColumns usualColumns(std::size_t count) {
     return count >= 4 ? SurveyColumns{1, 2, 3, 4} : SurveyColumns{1, 0, 2, count == 3 ? 3U : 0U};
+}
+
+/// Columns of numbers in the lines that begin with one.
+std::size_t countColumns(std::string_view bytes) {
+    std::size_t count = 0;
+    for (SurveyLines lines(bytes, Cut::Cells); lines.next();) {
+        if (!isNumeric(lines.field(1)) || lines.isEnd()) continue;
+        for (std::size_t place = count + 1; place <= lines.count(); ++place)
+            if (isNumeric(lines.field(place))) count = place;
+    }
+    return count;
 }
 
 /// A number that the table can hold.
@@ -209,26 +273,28 @@ void fillStations(const std::vector<Station>& stations, bool computed, Table& tr
     int row = tieRow;
     for (const Station& station : stations) {
         reachRow(trd, row);
-        text(trd, row, TrdColumn::Md) = station.md;
-        text(trd, row, TrdColumn::Deviation) = station.deviation;
-        text(trd, row, TrdColumn::Azimuth) = station.azimuth;
+        trd.text(row, TrdColumn::Md) = station.md;
+        trd.text(row, TrdColumn::Deviation) = station.deviation;
+        trd.text(row, TrdColumn::Azimuth) = station.azimuth;
         if (row == tieRow || !computed)
-            text(trd, row, TrdColumn::Tvd) = isNumeric(station.tvd) ? station.tvd : station.md;
+            trd.text(row, TrdColumn::Tvd) = isNumeric(station.tvd) ? station.tvd : station.md;
         ++row;
     }
 }
 
 bool readStations(std::string_view bytes, Table& trd, UserInterface& user, SurveyReport& report) {
-    SurveyLines lines(bytes);
+    SurveyLines lines(bytes, Cut::Cells);
     std::optional<SurveyColumns> columns;
+    std::optional<SurveyUnit> unit;
+    const SurveyColumns usual = usualColumns(countColumns(bytes));
     std::vector<Station> stations;
     while (lines.next()) {
         if (lines.line().front() == '#' || lines.isEnd()) continue;
-        if (const auto heads = headsOf(lines)) {
+        if (const auto heads = headsOf(lines, unit)) {
             columns = heads;
             continue;
         }
-        const SurveyColumns use = columns ? *columns : usualColumns(lines.count());
+        const SurveyColumns use = columns.value_or(usual);
         const std::size_t needed = use.deviation != 0 ? use.deviation : use.tvd;
         if (!isHeld(lines.field(use.md)) || !isHeld(lines.field(needed))) {
             passOver(lines, report);
@@ -246,6 +312,7 @@ bool readStations(std::string_view bytes, Table& trd, UserInterface& user, Surve
     report.reordered = !std::is_sorted(stations.begin(), stations.end(), shallower);
     std::stable_sort(stations.begin(), stations.end(), shallower);
     report.computed = !columns || columns->deviation != 0;
+    if (unit) setSurveyUnit(trd, *unit);
     fillStations(stations, report.computed, trd);
     return !stations.empty();
 }
@@ -260,8 +327,8 @@ void countStations(const InclinometryTable& table, SurveyReport& report) {
 
 }  // namespace
 
-bool isTavirTVD(std::string_view path, bool& isSurvey) {
-    isSurvey = false;
+bool isTavirTVD(std::string_view path) {
+    bool isSurvey = false;
     withFile(path, [&](std::string_view bytes) { isSurvey = isTavirText(bytes); });
     return isSurvey;
 }
@@ -301,7 +368,7 @@ bool readSurvey(std::string_view path, Session& session, UserInterface& user, Su
     return found;
 }
 
-bool saveTVDFile(std::string_view path, const Session& session) {
+bool saveTVDFile(std::string_view path, const Session& session, OutputFile::Mode mode) {
     const Table& trd = session.tables.trd;
     const auto isEmpty = [&](int row) {
         for (int place = 1; place < trd.columns(); ++place)
@@ -309,16 +376,14 @@ bool saveTVDFile(std::string_view path, const Session& session) {
         return true;
     };
     try {
-        OutputFile file(path, OutputFile::Mode::Beside);
+        OutputFile file(path, mode);
         for (int row = tieRow; row < trd.rows(); ++row) {
             if (isEmpty(row)) continue;
             std::string line;
             int last = trd.columns() - 1;
             while (trim(trd.text(row, last)).empty()) --last;
             for (int place = 1; place <= last; ++place) {
-                // An empty cell between filled ones would be swallowed by the run of separators around it.
-                const std::string_view cell = trim(trd.text(row, place));
-                line.append(place > 1 ? "\t" : "").append(cell.empty() ? "0.00" : cell);
+                line.append(place > 1 ? "\t" : "").append(trim(trd.text(row, place)));
             }
             file.writeLine(line);
         }
@@ -327,24 +392,6 @@ bool saveTVDFile(std::string_view path, const Session& session) {
     } catch (const std::exception&) {
         return false;
     }
-}
-
-bool openTVDFile(App& app, Session& session) {
-    const std::string path =
-        app.user.askFile({openTitle, "txt", dirOf(session.tvdFile), fileNameOf(session.tvdFile), false});
-    if (path.empty()) return false;
-    session.tvdFile = path;
-    app.platform.settings().put(tvdFileKey, path);
-    return readTVDFile(path, session, app.user);
-}
-
-bool saveInclinometryData(App& app, Session& session) {
-    const std::string path = app.user.askFile({saveTitle, "txt", dirOf(session.tvdFile), "", true});
-    return !path.empty() && saveTVDFile(path, session);
-}
-
-void recallTVDFile(App& app, Session& session) {
-    session.tvdFile = app.platform.settings().get(tvdFileKey, "");
 }
 
 void pasteIntoTrd(Table& trd, int row, int columnPlace, std::string_view clipboard) {

@@ -15,6 +15,17 @@ class RunTimeFailure : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// A file that cannot be opened, read, written or renamed: which, and the system's reason. Its text is "PATH: reason".
+class FileFailure : public RunTimeFailure {
+  public:
+    FileFailure(const std::string& path, std::string reason)
+        : RunTimeFailure(path + ": " + reason), reason_(std::move(reason)) {}
+    const std::string& reason() const { return reason_; }
+
+  private:
+    std::string reason_;
+};
+
 /// One step that was dropped: which, and why.
 struct SkippedStep {
     std::string what;

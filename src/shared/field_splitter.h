@@ -14,7 +14,6 @@ class FieldSplitter {
   public:
     explicit FieldSplitter(std::string separators = " ") : separators_(std::move(separators)) {}
 
-    void setSeparators(std::string separators) { separators_ = std::move(separators); }
     /// Cuts a new text; the storage of the fields is kept from call to call.
     void setText(std::string_view text);
     /// Number of fields; the empty text has none.

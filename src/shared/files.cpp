@@ -1,21 +1,16 @@
 #include "shared/files.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <system_error>
 
+#include "shared/failure.h"
 #include "shared/text.h"
 
 namespace welvane {
 
 namespace fs = std::filesystem;
-
-namespace {
-fs::file_status statusOf(std::string_view path) {
-    std::error_code error;
-    return fs::status(resolvePath(path), error);
-}
-}  // namespace
 
 std::string resolvePath(std::string_view path) {
     std::string result(path);
@@ -28,12 +23,20 @@ std::string resolvePath(std::string_view path) {
 
 bool fileExists(std::string_view path) {
     if (path.empty()) return false;
-    const fs::file_status status = statusOf(path);
-    return fs::exists(status) && !fs::is_directory(status);
+    std::error_code error;
+    const fs::file_status status = fs::status(resolvePath(path), error);
+    if (fs::exists(status)) return !fs::is_directory(status);
+    constexpr std::array notThere = {std::errc::no_such_file_or_directory, std::errc::not_a_directory,
+                                     std::errc::filename_too_long, std::errc::invalid_argument,
+                                     std::errc::too_many_symbolic_link_levels};
+    if (std::ranges::none_of(notThere, [&](std::errc reason) { return error == reason; }))
+        throw FileFailure(std::string(path), error.message());
+    return false;
 }
 
 bool folderExists(std::string_view path) {
-    return !path.empty() && fs::is_directory(statusOf(path));
+    std::error_code error;
+    return !path.empty() && fs::is_directory(resolvePath(path), error);
 }
 
 std::optional<std::uint64_t> fileSize(std::string_view path) {
@@ -50,6 +53,13 @@ bool samePath(std::string_view one, std::string_view other) {
     if (fs::equivalent(first, second, error) && !error) return true;
     const fs::path full = fs::absolute(first, error).lexically_normal();
     return full == fs::absolute(second, error).lexically_normal();
+}
+
+std::string onlyPath(std::string_view path) {
+    std::error_code error;
+    std::string given = resolvePath(path);
+    const std::filesystem::path only = std::filesystem::weakly_canonical(given, error);
+    return error ? given : only.string();
 }
 
 std::string dirOf(std::string_view path) {

@@ -11,19 +11,23 @@ namespace welvane {
 /// The path as this system opens it: the text itself when such a file exists, otherwise with each "\" as "/".
 std::string resolvePath(std::string_view path);
 
-/// A file that is there, whatever kind it has but a folder; "" is none.
+/// A file that is there, whatever kind it has but a folder; "" is none. FileFailure when the system does not tell: a file
+/// that was taken for missing would be left out of a run unseen.
 bool fileExists(std::string_view path);
 bool folderExists(std::string_view path);
 /// Bytes of a regular file; nothing when it cannot be told.
 std::optional<std::uint64_t> fileSize(std::string_view path);
 /// The same file under two names (links followed); where one does not exist the resolved texts are compared.
 bool samePath(std::string_view one, std::string_view other);
+/// One spelling per file, links followed, whether it is there or not.
+std::string onlyPath(std::string_view path);
 
 /// Folder part, with its last separator; "" when the path has none. Both "/" and "\" separate.
 std::string dirOf(std::string_view path);
 /// What stands behind the last separator.
 std::string fileNameOf(std::string_view path);
-/// The folder with a separator at its end; "" stays "".
+/// The folder with a separator at its end: a "/" is added where neither "/" nor "\" stands there; "" stays "". Named
+/// for the separator of the system that it was first written on.
 std::string withBackslash(std::string_view folder);
 /// The name with the part behind the last dot of its file name replaced ("a.las", "txt" gives "a.txt").
 std::string changeExtension(std::string_view path, std::string_view extension);

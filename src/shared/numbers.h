@@ -52,8 +52,6 @@ std::size_t formatMaskTo(char* target, double value, int decimals);
 constexpr std::size_t formatMaskCapacity(int decimals) {
     return 320u + static_cast<std::size_t>(decimals < 0 ? 0 : decimals);
 }
-/// Number of "0" behind the dot of a mask such as "0.0000".
-int maskDecimals(std::string_view mask);
 
 /// Trailing zeros behind a decimal point removed, and the point when nothing is left behind it.
 std::string stripZeros(std::string_view text);

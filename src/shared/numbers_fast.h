@@ -146,9 +146,6 @@ inline void writeFixed(char* place, const FixedText& text, int decimals) {
     storeEight(place + 1, (eightDigitsOf(text.fraction) | eightZeros) >> (8 * (8 - decimals)));
 }
 
-/// The general road of formatColumnFast.
-bool formatColumnGeneral(char* column, int width, double value, int decimals);
-
 }  // namespace detail
 
 /// formatMaskTo; the target has room for formatMaskCapacity(decimals) characters, some of which behind the end may be
@@ -158,25 +155,6 @@ inline std::size_t formatMaskFast(char* target, double value, int decimals) {
     if (!detail::splitFixed(value, decimals, text)) return detail::formatMaskGeneral(target, value, decimals);
     detail::writeFixed(target, text, decimals);
     return static_cast<std::size_t>(text.length(decimals));
-}
-
-/// The bytes behind a column that formatColumnFast may write over.
-inline constexpr std::size_t columnSlack = 16;
-
-/// The text of formatMask right-aligned in a column of `width` characters, blanks before it. False when the text has
-/// `width` characters or more, so that no blank would be left; what stands in the column is of no use then. Columns are
-/// written from left to right: up to `columnSlack` bytes behind the column are written over.
-inline bool formatColumnFast(char* column, int width, double value, int decimals) {
-    detail::FixedText text;
-    if (!detail::splitFixed(value, decimals, text)) return detail::formatColumnGeneral(column, width, value, decimals);
-    const int blanks = width - text.length(decimals);
-    if (blanks <= 0) return false;
-    constexpr std::uint64_t eightBlanks = 0x2020202020202020U;
-    detail::storeEight(column, eightBlanks);
-    detail::storeEight(column + 8, eightBlanks);
-    if (blanks > 16) std::memset(column, ' ', static_cast<std::size_t>(blanks));
-    detail::writeFixed(column + blanks, text, decimals);
-    return true;
 }
 
 }  // namespace welvane

@@ -168,14 +168,6 @@ std::size_t detail::formatMaskGeneral(char* target, double value, int decimals) 
     return writeScaled(target, value < 0, scaled, decimals);
 }
 
-bool detail::formatColumnGeneral(char* column, int width, double value, int decimals) {
-    std::array<char, formatMaskCapacity(largestDecimals)> text;
-    const auto length = static_cast<int>(formatMaskGeneral(text.data(), value, decimals));
-    if (length >= width) return false;
-    std::copy_n(text.data(), length, std::fill_n(column, width - length, ' '));
-    return true;
-}
-
 std::size_t formatMaskTo(char* target, double value, int decimals) {
     return formatMaskFast(target, value, decimals);
 }
@@ -183,12 +175,6 @@ std::size_t formatMaskTo(char* target, double value, int decimals) {
 std::string formatMask(double value, int decimals) {
     std::array<char, formatMaskCapacity(largestDecimals)> text;
     return {text.data(), formatMaskFast(text.data(), value, decimals)};
-}
-
-int maskDecimals(std::string_view mask) {
-    const std::size_t dot = mask.find('.');
-    return dot == npos ? 0
-                       : static_cast<int>(std::count(mask.begin() + static_cast<std::ptrdiff_t>(dot), mask.end(), '0'));
 }
 
 std::string stripZeros(std::string_view text) {

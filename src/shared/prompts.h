@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "shared/notes.h"
 
 /// The one seam through which the logic asks and tells: a prompt is a value, someone else answers it.
 namespace welvane {
@@ -46,6 +49,14 @@ struct Progress {
     double fraction = 0;
 };
 
+/// A piece of work as a display needs to know it.
+struct Work {
+    std::string label{};        ///< shown in place of the names of its steps; "" for none
+    std::string file{};         ///< what it is about; "" for no single file
+    std::uint64_t bytes = 0;    ///< its length, where that is known
+    double begin = 0, end = 1;  ///< the part that it is of a longer way
+};
+
 struct UserInterface {
     virtual ~UserInterface() = default;
     virtual Answer ask(const Prompt& prompt) = 0;
@@ -54,6 +65,13 @@ struct UserInterface {
     virtual std::string askFolder(const std::string& title, const std::string& start) = 0;
     /// Told now and then by a long step.
     virtual void progress(const Progress&) {}
+    /// Told before a piece of work, and when all of it is done.
+    virtual void startWork(const Work&) {}
+    virtual void endWork() {}
+    /// Told of each note as it is found; a report lists them all.
+    virtual void tell(const Note&) {}
+    /// While held back, boxes that only tell something are dropped: the report of the work tells it.
+    virtual void holdBoxes(bool) {}
     /// One turn for pending events, once per record or line; never called in command mode.
     virtual void pumpEvents() {}
 };

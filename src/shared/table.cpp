@@ -20,23 +20,23 @@ void Table::resize(int rows, int columns) {
     rows_ = rows;
 }
 
-SessionCell& Table::cell(int row, int column) {
+SessionCell& Table::cell(TableIndex row, TableIndex column) {
     if (row < 0 || row >= rows_ || column < 0 || column >= columns()) outside();
     return columns_[static_cast<std::size_t>(column)][static_cast<std::size_t>(row)];
 }
 
-const SessionCell& Table::cell(int row, int column) const {
+const SessionCell& Table::cell(TableIndex row, TableIndex column) const {
     return const_cast<Table*>(this)->cell(row, column);
 }
 
 int Table::addRow(const std::vector<std::string>& texts) {
     const int row = rows_;
     resize(rows_ + 1, std::max(columns(), static_cast<int>(texts.size())));
-    for (std::size_t column = 0; column < texts.size(); ++column) text(row, static_cast<int>(column)) = texts[column];
+    for (std::size_t column = 0; column < texts.size(); ++column) text(row, column) = texts[column];
     return row;
 }
 
-void Table::removeRow(int row) {
+void Table::removeRow(TableIndex row) {
     if (row < 0 || row >= rows_) outside();
     for (auto& column : columns_) column.erase(column.begin() + row);
     hiddenRows_.erase(hiddenRows_.begin() + row);
@@ -50,12 +50,12 @@ void Table::moveColumn(int from, int to) {
     if (to < from) std::rotate(begin + to, begin + from, begin + from + 1);
 }
 
-bool Table::rowHidden(int row) const {
+bool Table::rowHidden(TableIndex row) const {
     if (row < 0 || row >= rows_) outside();
     return hiddenRows_[static_cast<std::size_t>(row)];
 }
 
-void Table::setRowHidden(int row, bool hidden) {
+void Table::setRowHidden(TableIndex row, bool hidden) {
     if (row < 0 || row >= rows_) outside();
     hiddenRows_[static_cast<std::size_t>(row)] = hidden;
 }

@@ -111,4 +111,8 @@ std::string join(const std::vector<std::string>& pieces, std::string_view separa
     return result;
 }
 
+std::string counted(std::int64_t number, std::string_view thing) {
+    return std::to_string(number).append(" ").append(thing).append(number == 1 ? "" : "s");
+}
+
 }  // namespace welvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,5 +46,7 @@ std::string rightAligned(std::string_view text, std::size_t width);
 /// Cut at each separator; always at least one piece, empty pieces kept.
 std::vector<std::string> split(std::string_view text, char separator);
 std::string join(const std::vector<std::string>& pieces, std::string_view separator);
+/// "1 sample", "2 samples".
+std::string counted(std::int64_t number, std::string_view thing);
 
 }  // namespace welvane

@@ -15,19 +15,6 @@ constexpr std::size_t charactersPerLine = 40;
 /// Bytes scanned between two looks at cancelRequested.
 constexpr std::size_t scanBlock = std::size_t{1} << 20;
 
-constexpr std::string_view badTitle = "Bad Termination Found";
-constexpr std::string_view goodTitle = "Termination Okay";
-constexpr std::string_view goodText = "No Isolated Line Feeds (ASCII 10) found.";
-
-bool showsCharacter(unsigned char code) {
-    return code >= 32 && code <= 127;
-}
-
-std::string threeDigits(unsigned char code) {
-    return {static_cast<char>('0' + code / 100), static_cast<char>('0' + code / 10 % 10),
-            static_cast<char>('0' + code % 10)};
-}
-
 void appendOffset(std::string& text, std::uint64_t offset) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string shown;
@@ -89,14 +76,6 @@ bool showPage(ByteViewState& view, std::uint64_t start) {
     return true;
 }
 
-bool nextPage(ByteViewState& view) {
-    return view.pageStart + bytePageLength < view.length && showPage(view, view.pageStart + bytePageLength);
-}
-
-bool previousPage(ByteViewState& view) {
-    return view.pageStart > 0 && showPage(view, view.pageStart - std::min(view.pageStart, bytePageLength));
-}
-
 bool goToPage(ByteViewState& view, std::uint64_t number) {
     return number >= 1 && number <= view.pageCount() && showPage(view, (number - 1) * bytePageLength);
 }
@@ -106,24 +85,9 @@ bool isolatedLineFeed(const ByteViewState& view, std::size_t index) {
     return index == 0 ? !view.afterReturn : view.bytes[index - 1] != '\r';
 }
 
-Table fillAsd(const ByteViewState& view) {
-    Table asd(2, static_cast<int>(view.bytes.size()));
-    for (std::size_t index = 0; index < view.bytes.size(); ++index) {
-        const auto code = static_cast<unsigned char>(view.bytes[index]);
-        SessionCell& shown = asd.cell(static_cast<int>(AsdRow::Text), static_cast<int>(index));
-        SessionCell& number = asd.cell(static_cast<int>(AsdRow::Code), static_cast<int>(index));
-        if (showsCharacter(code)) shown.text = view.bytes[index];
-        number.text = threeDigits(code);
-        if (isolatedLineFeed(view, index)) shown.backColour = number.backColour = badEndColour;
-    }
-    return asd;
-}
-
-std::string cellHint(unsigned char code) {
-    if (code > 127) return "Un-printable";
-    if (code == ' ') return "Printable character is Space";
-    if (code > ' ') return std::string("Printable character is ") + static_cast<char>(code);
-    return "Control character is " + (code == '\t' ? std::string("TAB") : std::to_string(code));
+std::string threeDigits(unsigned char code) {
+    return {static_cast<char>('0' + code / 100), static_cast<char>('0' + code / 10 % 10),
+            static_cast<char>('0' + code % 10)};
 }
 
 std::string renderPage(const ByteViewState& view, bool codes) {
@@ -180,29 +144,6 @@ BadEnds findBadEnds(App& app, std::string_view path) {
     }
     found.readable = !file->damaged();
     return found;
-}
-
-bool findBadTermination(App& app, ByteViewState& view) {
-    std::size_t place = npos;
-    {
-        const auto file = MappedFile::open(view.path);
-        if (!file) return false;
-        place = findIsolatedLineFeed(file->bytes());
-    }
-    if (place == npos) {
-        app.user.ask({.title = std::string(goodTitle), .text = std::string(goodText), .icon = Icon::Information});
-        return false;
-    }
-    const Prompt found{.title = std::string(badTitle),
-                       .text = "Isolated Line Feed (ASCII 10) found at byte " + std::to_string(place) +
-                               ". Move grid to this position? (look for red cells)",
-                       .buttons = Buttons::YesNo,
-                       .icon = Icon::Stop,
-                       .whenHeadless = Answer::No};
-    if (app.user.ask(found) != Answer::Yes) return false;
-    // Kept: the page begins 200 bytes behind the line feed, so its red cell shows after one step back.
-    // Test: movesTwoHundredBytesBehindTheLineFeed
-    return showPage(view, place + 200);
 }
 
 }  // namespace welvane

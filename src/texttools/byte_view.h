@@ -7,15 +7,12 @@
 #include <vector>
 
 #include "session/session.h"
-#include "shared/table.h"
 
 /// A paged view of a file's raw bytes, and the finder of bad line ends. A line of a LAS file ends at CR LF or at CR; a
 /// line feed alone ends none, and such an isolated line feed is the defect that this view hunts.
 namespace welvane {
 
 inline constexpr std::uint64_t bytePageLength = 400;
-/// Back colour of an isolated line feed's cell.
-inline constexpr std::uint32_t badEndColour = 255;
 
 /// One page of a file. Offsets count bytes from 0.
 struct ByteViewState {
@@ -37,24 +34,14 @@ bool openByteView(ByteViewState& view, std::string_view path);
 /// Reads the page that begins at the offset. A start at or behind the end of the file shows the file's last 400 bytes.
 /// False, with the view as it was, when the file cannot be read.
 bool showPage(ByteViewState& view, std::uint64_t start);
-/// One page on or back, stopping at the ends of the file.
-bool nextPage(ByteViewState& view);
-bool previousPage(ByteViewState& view);
 /// Page `number` from 1 of the pages counted from the file's start; false for a number outside.
 bool goToPage(ByteViewState& view, std::uint64_t number);
 
 /// Whether the page's byte at `index` (from 0) is a line feed without a carriage return before it.
 bool isolatedLineFeed(const ByteViewState& view, std::size_t index);
 
-/// Rows of asd.
-enum class AsdRow { Text = 0, Code };
-/// asd, the view as cells: one column per byte of the page; the text row holds the character (codes 32 to 127,
-/// otherwise ""), the code row its code with three digits. An isolated line feed is painted in badEndColour. Lives as
-/// long as the page.
-Table fillAsd(const ByteViewState& view);
-
-/// What pointing at a byte tells in the status line.
-std::string cellHint(unsigned char code);
+/// A code by the mask "000".
+std::string threeDigits(unsigned char code);
 
 /// The page as lines for a terminal, each closed by "\n": the offset in eight hexadecimal digits, then with `codes`
 /// sixteen decimal codes and their text, without it forty characters. A byte that shows nothing is "."; an isolated
@@ -74,9 +61,5 @@ struct BadEnds {
 };
 /// Reads the whole file, telling its progress; stops when cancelRequested is set.
 BadEnds findBadEnds(App& app, std::string_view path);
-
-/// The command "Find Bad Termination": scans the view's file from its start and asks whether to go to the first
-/// isolated line feed. True when the page moved.
-bool findBadTermination(App& app, ByteViewState& view);
 
 }  // namespace welvane

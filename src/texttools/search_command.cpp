@@ -20,7 +20,6 @@ constexpr Box sameFile{"Replace File is Same as Search File",
 constexpr Box invalidCharacters{"INVALID CHARACTERS",
                                 "Only the space and numbers (0-9) are legal characters when using ASCII codes"};
 constexpr Box invalidCodes{"INVALID ASCII CODES", "All ASCII code numbers must be between 1-255"};
-constexpr std::string_view saveTitle = "Specify File to Save";
 
 void tell(App& app, const Box& box) {
     app.user.ask({.title = std::string(box.title), .text = std::string(box.text), .icon = Icon::Warning});
@@ -38,14 +37,6 @@ bool emptyRequest(const SearchRequest& request) {
 }
 
 }  // namespace
-
-std::string_view searchLabel(SearchForm form) {
-    return form == SearchForm::Text ? "Search for this Text..." : "Search for these ASCII codes...";
-}
-
-std::string_view replaceLabel(SearchForm form) {
-    return form == SearchForm::Text ? "and replace with this text" : "and replace with ASCII these codes";
-}
 
 std::optional<std::string> bytesOfCodes(App& app, std::string_view field, std::string* why) {
     const auto refuseFor = [&](const Box& box) {
@@ -69,33 +60,19 @@ std::optional<std::string> bytesOfCodes(App& app, std::string_view field, std::s
     return bytes;
 }
 
-SearchReplaceResult searchReplaceTo(App& app, const SearchRequest& request, const std::string& targetPath) {
+SearchReplaceResult searchReplaceTo(App& app, const SearchRequest& request, const std::string& targetPath,
+                                    OutputFile::Mode mode) {
     if (emptyRequest(request)) return refuse(app, nothingToDo);
     if (sameText(targetPath, request.sourcePath) || samePath(targetPath, request.sourcePath))
         return refuse(app, sameFile);
     if (request.form == SearchForm::Text)
-        return searchReplaceFile(app, request.sourcePath, targetPath, request.search, request.replacement);
+        return searchReplaceFile(app, request.sourcePath, targetPath, request.search, request.replacement, mode);
     SearchReplaceResult refused;
     const auto search = bytesOfCodes(app, request.search, &refused.why);
     if (!search) return refused;
     const auto replacement = bytesOfCodes(app, request.replacement, &refused.why);
     if (!replacement) return refused;
-    return searchReplaceFile(app, request.sourcePath, targetPath, *search, *replacement);
-}
-
-SearchReplaceResult goSearRep(App& app, const SearchRequest& request) {
-    if (emptyRequest(request)) return refuse(app, nothingToDo);
-    const std::string target = app.user.askFile({.title = std::string(saveTitle),
-                                                 .extension = "las",
-                                                 .folder = dirOf(request.sourcePath),
-                                                 .defaultName = fileNameOf(request.sourcePath),
-                                                 .save = true});
-    if (target.empty()) {
-        SearchReplaceResult result;
-        result.cancelled = true;
-        return result;
-    }
-    return searchReplaceTo(app, request, target);
+    return searchReplaceFile(app, request.sourcePath, targetPath, *search, *replacement, mode);
 }
 
 }  // namespace welvane

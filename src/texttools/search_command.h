@@ -15,11 +15,6 @@ enum class SearchForm {
     Codes  ///< decimal ASCII codes from 1 to 255, blanks between them
 };
 
-/// What the search field holds when the code form is chosen.
-inline constexpr std::string_view startingCodes = "13 10";
-std::string_view searchLabel(SearchForm form);
-std::string_view replaceLabel(SearchForm form);
-
 /// The fields of the command.
 struct SearchRequest {
     SearchForm form = SearchForm::Text;
@@ -32,12 +27,8 @@ struct SearchRequest {
 /// `why`, when given, then holds the box's text.
 std::optional<std::string> bytesOfCodes(App& app, std::string_view field, std::string* why = nullptr);
 
-/// goSearRep: checks the fields, asks for the target and runs searchReplaceFile. Every refusal shows its box and gives
-/// a result that is neither done nor cancelled, with nothing written; a target that is not chosen gives a cancelled
-/// one.
-SearchReplaceResult goSearRep(App& app, const SearchRequest& request);
-
 /// The same without the dialog: the target is given. Used by whoever knows it.
-SearchReplaceResult searchReplaceTo(App& app, const SearchRequest& request, const std::string& targetPath);
+SearchReplaceResult searchReplaceTo(App& app, const SearchRequest& request, const std::string& targetPath,
+                                    OutputFile::Mode mode = OutputFile::Mode::Beside);
 
 }  // namespace welvane

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/output_file.h"
 #include "session/session.h"
 
 namespace welvane {
@@ -20,6 +21,7 @@ struct SearchReplaceResult {
 /// Writes the source to the target with every occurrence of `search` replaced: replaceInFile for the tool, which shows
 /// how many there were. Both files are closed on any failure.
 SearchReplaceResult searchReplaceFile(App& app, std::string_view sourcePath, std::string_view targetPath,
-                                      std::string_view searchBytes, std::string_view replaceBytes);
+                                      std::string_view searchBytes, std::string_view replaceBytes,
+                                      OutputFile::Mode mode = OutputFile::Mode::Beside);
 
 }  // namespace welvane

@@ -55,7 +55,7 @@ struct Certify : testing::Test {
     }
     std::string certified(const std::string& name, CertifyOptions options = {}) {
         const std::string path = folder.write(name, "~V\r\n");
-        return certifyFile(app, path, certifyLogPath(path), options, path);
+        return certifyFile(app, path, certifyLogPath(path), options, path).log;
     }
 };
 
@@ -148,7 +148,7 @@ TEST_F(Certify, batchGivesEachFileItsVerdict) {
     batch.kind = CheckKind::Wrap;
     for (const char* name : {"good.las", "error.las", "nothing.las"}) folder.write(name, "~V\r\n");
     folder.write("nothing.log", "an old verdict");
-    fillCr(batch, CertifySelection{folder.path(), {"good.las", "error.las", "nothing.las"}}, "unused.las");
+    fillCr(batch, {folder.path("good.las"), folder.path("error.las"), folder.path("nothing.las")});
     EXPECT_EQ(batch.crd.rows(), 4);
     EXPECT_EQ(batch.crd.text(0, 0), "File Names");
     EXPECT_EQ(batch.crd.text(0, 1), "Do WRAP Checks");
@@ -162,25 +162,6 @@ TEST_F(Certify, batchGivesEachFileItsVerdict) {
     }
     EXPECT_FALSE(std::filesystem::exists(folder.path("nothing.log"))) << "the stale log was deleted";
     EXPECT_EQ(app.run.targetLabel, folder.path("nothing.log"));
-
-    user.willAnswer(Answer::No);
-    EXPECT_EQ(printCertify(app, batch, 2), folder.path("error.las") + ": Failed\r\nsome error: x\n\r\n");
-    EXPECT_EQ(user.asked().back().text,
-              "Do you want to print the certify results of all 3 files (Yes), or the currently selected file (No) ?");
-}
-
-TEST_F(Certify, batchWithoutBrowserHasTheCurrentFileAndKeepsLogsElsewhere) {
-    test::TempFolder logs;
-    BatchCertification batch;
-    batch.saveLogs = true;
-    batch.logFolder = logs.path();
-    fillCr(batch, std::nullopt, folder.write("good.las", "~V\r\n"));
-    folder.write("good.log", "of the user");
-    ASSERT_EQ(batch.files.size(), 1U);
-    EXPECT_TRUE(doBatchChecks(app, batch));
-    EXPECT_EQ(batch.crd.text(1, 1), "Passed");
-    EXPECT_EQ(folder.read("good.log"), "of the user");
-    EXPECT_EQ(logs.read("good.log"), "all well, 3 arguments\n");
 }
 
 TEST_F(Certify, cancelLeavesWhatWasDone) {
@@ -201,24 +182,6 @@ TEST_F(Certify, cancelLeavesWhatWasDone) {
         EXPECT_EQ(batch.crd.text(row, 1), "");
         EXPECT_EQ(batch.crd.backColour(row, 1), 0xFFFFFFU);
     }
-}
-
-TEST_F(Certify, clickShowsTheLog) {
-    BatchCertification batch;
-    fillCr(batch, {folder.write("failed.las", ""), folder.write("error.las", ""), folder.write("nothing.las", "")});
-    EXPECT_TRUE(doBatchChecks(app, batch));
-    clickRow(batch, 0);
-    clickRow(batch, 3);
-    clickRow(batch, 4);
-    EXPECT_FALSE(batch.details.visible);
-    EXPECT_EQ(batch.details.label, "Detailed Results");
-    clickRow(batch, 1);
-    EXPECT_TRUE(batch.details.visible);
-    EXPECT_EQ(batch.details.colour, 255U);
-    EXPECT_EQ(batch.details.label, "Detailed Results for :" + folder.path("failed.las"));
-    clickRow(batch, 2);
-    EXPECT_EQ(batch.details.text, "some error: x\n");
-    EXPECT_EQ(batch.details.colour, 65280U);
 }
 
 TEST_F(Certify, afterARunTellsTheFaults) {

@@ -31,24 +31,10 @@ TEST(DepthLimitTest, signsBoundTheHeaderDepth) {
         EXPECT_DOUBLE_EQ(depthLimit(row.text, row.header), row.expected) << row.text << " against " << row.header;
 }
 
-TEST(StepTest, listItemsHoldFeetAndMetres) {
-    struct Case {
-        const char *text, *unit;
-        double expected;
-    };
-    const std::vector<Case> cases = {
-        {"\" 0.5    f ( 0.1524 m)", "F", 0.5},
-        {"\" 0.5    f ( 0.1524 m)", "FT", 0.5},
-        {"\" 0.5    f ( 0.1524 m)", "M", 0.1524},
-        {"0.5", "M", 0.5},
-        {"-0.5", "F", 0.5},
-        {"0.15244", "M", 0.1524},
-        {"0.00004", "M", 0},
-        {"abc", "M", 0},
-        {"", "F", 0},
-    };
-    for (const Case& row : cases)
-        EXPECT_DOUBLE_EQ(stepOfText(row.text, row.unit), row.expected) << row.text << " " << row.unit;
+TEST(StepTest, isPositiveWithFourDecimals) {
+    EXPECT_EQ(gridStep("-0.5", "F"), 0.5);
+    EXPECT_EQ(gridStep("0.15244", "M"), 0.1524);
+    EXPECT_EQ(gridStep("0.00004", "M"), 0);
 }
 
 class PassGridTest : public test::PassTest {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/curve_table.h"
 
 namespace welvane {
 namespace {
@@ -15,11 +14,15 @@ TEST(LayoutTest, overflowTextIsNinesBehindABlank) {
 }
 
 TEST(LayoutTest, recordsBreakAtColumns) {
-    const std::string record = "  1.0  2.0  3.0  4.0  5.0  6.0";
-    EXPECT_EQ(wrapRecord(record, 5, 2, 3), "  1.0\r\n  2.0  3.0\r\n  4.0  5.0\r\n  6.0");
-    EXPECT_EQ(wrapRecord(record, 5, 2, 4), "  1.0\r\n  2.0  3.0\r\n  4.0  5.0\r\n  6.0\r\n  6.0")
-        << "a count too high repeats the rest";
-    EXPECT_EQ(wrapRecord(record, 5, 5, 1), "  1.0\r\n  2.0  3.0  4.0  5.0  6.0");
+    const auto lines = [](std::size_t perLine, int count) {
+        std::string text;
+        eachWrappedLine("  1.0  2.0  3.0  4.0  5.0  6.0", 5, perLine, count,
+                        [&text](std::string_view line) { text.append(line).append("|"); });
+        return text;
+    };
+    EXPECT_EQ(lines(2, 3), "  1.0|  2.0  3.0|  4.0  5.0|  6.0|");
+    EXPECT_EQ(lines(2, 4), "  1.0|  2.0  3.0|  4.0  5.0|  6.0|  6.0|") << "a count too high repeats the rest";
+    EXPECT_EQ(lines(5, 1), "  1.0|  2.0  3.0  4.0  5.0  6.0|");
 }
 
 TEST(LayoutTest, wrappedTitleHasItsLeadOnEachLine) {
@@ -29,24 +32,6 @@ TEST(LayoutTest, wrappedTitleHasItsLeadOnEachLine) {
               "                    NPHI")
         << "a title of no whole columns is laid out anew";
     EXPECT_EQ(wrapTitle(" DEPT   GR", 5, ""), " DEPT\r\n   GR");
-}
-
-TEST(CurveTableTest, duplicatesAreNumbered) {
-    struct Case {
-        std::vector<std::string> given, expected;
-    };
-    const std::vector<Case> cases = {
-        {{"DEPT", "GR", "GR"}, {"DEPT", "GR", "GR_1"}}, {{"DEPT", "GR", "gr", "GR"}, {"DEPT", "GR", "gr_1", "GR_2"}},
-        {{"DEPT", "DEPT"}, {"DEPT", "DEPT_1"}},         {{"DEPT", "A_X", "A_X"}, {"DEPT", "A_X", "A_X"}},
-        {{"DEPT", "A", "B"}, {"DEPT", "A", "B"}},
-    };
-    for (const Case& row : cases) {
-        OutputCurveTable table;
-        for (const std::string& mnem : row.given) table.push_back({mnem, "", "", ""});
-        renameDuplicates(table);
-        for (std::size_t entry = 0; entry < table.size(); ++entry)
-            EXPECT_EQ(table[entry].mnem, row.expected[entry]) << "entry " << entry;
-    }
 }
 
 }  // namespace

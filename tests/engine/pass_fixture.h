@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/driver.h"
+#include "engine/pass.h"
 #include "session/loading.h"
 #include "session/session_setup.h"
 #include "shared/field_splitter.h"

@@ -3,6 +3,8 @@
 
 #include "engine/pass_fixture.h"
 #include "las/sections.h"
+#include "session/filters.h"
+#include "session/matching.h"
 
 namespace welvane {
 namespace {
@@ -53,10 +55,22 @@ TEST_F(WholePassTest, headerSaysWhatWasWritten) {
     session.tables.setting(PrdRow::Null) = "-9999";
     ASSERT_TRUE(run().completed);
     EXPECT_EQ(rows(), (Rows{{1003, 3}, {1002.5, 2}, {1002, 1}}));
-    EXPECT_EQ(getFileValue(folder.path("out.las"), "STRT"), "1003.00000");
-    EXPECT_EQ(getFileValue(folder.path("out.las"), "STOP"), "1002.00000");
-    EXPECT_EQ(getFileValue(folder.path("out.las"), "STEP"), "-0.50000");
-    EXPECT_EQ(getFileValue(folder.path("out.las"), "NULL"), "-9999.00000");
+    const LasFile out(folder.path("out.las"));
+    EXPECT_EQ(out.value("STRT").text, "1003.00000");
+    EXPECT_EQ(out.value("STOP").text, "1002.00000");
+    EXPECT_EQ(out.value("STEP").text, "-0.50000");
+    EXPECT_EQ(out.value("NULL").text, "-9999.00000");
+}
+
+TEST_F(WholePassTest, aFunctionOfAResultReadsTheResultAlsoWhereThatIsNotWritten) {
+    load(0, folder.writeLines("a.las", lasText("GR.GAPI : G\nRHOB.G/C3 : R\n", "1000 1 2.1\n1001 2 2.2\n1002 3 2.3\n",
+                                               "1000", "1002", "1")));
+    applyCurveLines(session,
+                    {"A. : | FUN=MATH,GR,2,0,0,1", "B. : | FUN=MATH,A,3,0,0,1", "RHOB. : | FUN=MATH,B,1,0,1,1"},
+                    FigureRules::trueFigures);
+    ASSERT_TRUE(selectChannels(session, {"RHOB", "GR"}).empty());
+    ASSERT_TRUE(run().completed);
+    EXPECT_EQ(rows(), (Rows{{1000, 7, 1}, {1001, 13, 2}, {1002, 19, 3}}));
 }
 
 TEST_F(WholePassTest, aLaterSlotOverwritesWithItsNullsIncluded) {
@@ -68,7 +82,7 @@ TEST_F(WholePassTest, aLaterSlotOverwritesWithItsNullsIncluded) {
     outputs.text(linkRow(1, Link::Curve), 1) = "1";
     outputs.text(linkRow(1, Link::From), 1) = "3";
     outputs.text(linkRow(1, Link::To), 1) = "5";
-    outputs.setCheck(static_cast<int>(SrdRow::Use), 2, Check::Unchecked);
+    outputs.setCheck(SrdRow::Use, 2, Check::Unchecked);
     ASSERT_TRUE(run().completed);
     EXPECT_EQ(rows(), (Rows{{1, 1}, {2, 2}, {3, 30}, {4, lasNull}, {5, 50}}));
     // A link that rounds to one sample copies nothing.

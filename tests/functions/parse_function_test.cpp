@@ -47,7 +47,7 @@ TEST(ParseFunction, CoefficientsFollowTheParameters) {
     };
     for (const auto& one : cases) {
         const ParsedFunction parsed = parseFunction(one.descriptor, stockMatrixTable);
-        EXPECT_TRUE(parsed.known) << one.name;
+        EXPECT_TRUE(parsed.code) << one.name;
         const CoefficientSet& set = parsed.coefficients;
         const Values found = {set.a1, set.a2, set.a3, set.a4};
         for (std::size_t place = 0; place < 4; ++place) {
@@ -88,7 +88,7 @@ TEST(ParseFunction, CodeMustBeAnIntegerAndUnknownOnesSetNothing) {
         EXPECT_THROW(parseFunction(text, stockMatrixTable), RunTimeFailure) << text;
     for (const char* text : {"16|1|2", "-1|1|2", "32000"}) {
         const ParsedFunction parsed = parseFunction(text, stockMatrixTable);
-        EXPECT_FALSE(parsed.known) << text;
+        EXPECT_FALSE(parsed.code) << text;
         EXPECT_FALSE(parsed.coefficients.a1 || parsed.coefficients.a2 || parsed.coefficients.a3 ||
                      parsed.coefficients.a4)
             << text;
@@ -137,9 +137,11 @@ TEST(FunctionCatalogue, RowsStandAtTheirCodes) {
 
 TEST(FunctionDescriptor, CutsAndJoinsEightFields) {
     const FunctionDescriptor parsed = FunctionDescriptor::parse("10|1|0||2|3|GR|was :GR A=1|more");
-    EXPECT_EQ(parsed.fields[0], "10");
-    EXPECT_EQ(parsed.fields[3], "");
-    EXPECT_EQ(parsed.fields[7], "was :GR A=1");
+    EXPECT_EQ(parsed.code(), FunctionCode::Math);
+    EXPECT_EQ(parsed.parameters, (std::array<std::string, 4>{"1", "0", "", "2"}));
+    EXPECT_EQ(parsed.sourcePosition, "3");
+    EXPECT_EQ(parsed.resultMnem, "GR");
+    EXPECT_EQ(parsed.note, "was :GR A=1");
     EXPECT_EQ(parsed.text(), "10|1|0||2|3|GR|was :GR A=1");
     EXPECT_EQ(FunctionDescriptor::parse("7").text(), "7|||||||");
 }

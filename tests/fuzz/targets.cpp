@@ -58,19 +58,18 @@ void runHeader(std::string_view bytes) {
         isNotTitleLine(line, {"DEPT", "GR"});
     }
     const std::string path = place().input(bytes);
-    SectionTable table;
+    const LasFile file(path);
     for (const char letter : {'V', 'W', 'C', 'P', 'O', 'A'}) {
-        readSection(table, path, letter);
-        readSectionLoose(table, path, letter);
-        appendSection(table, path, letter);
-        getSectionText(path, letter);
-        getLasValue(path, "NULL", letter);
+        file.section(letter);
+        file.section(letter, {.unitApart = true});
+        file.section(letter, lettersAsTheyStand);
+        file.sectionText(letter);
+        file.value("NULL", letter);
     }
-    getFileValue(path, "STRT");
-    getDepthHeader(path);
-    readSections(path);
-    readSlotChannels(path);
-    readTops(path);
+    file.value("STRT");
+    file.depthHeader();
+    readSlotChannels(file);
+    readTops(file);
     judgeFile(path);
     isPlexmoreAscii(path);
     fixCurveTitle(path, place().output());
@@ -78,14 +77,18 @@ void runHeader(std::string_view bytes) {
 
 void runLayout(std::string_view bytes) {
     const std::string path = place().input(bytes);
-    const DataShape shape = detectDataLayout(path);
-    for (const bool wrapped : {false, true}) locateDataEnds(path, shape.wordsPerStep, shape.bytesPerStep, wrapped);
-    locateDataEnds(path, 3, 30, false);
+    const LasFile file(path);
+    DataShape shape = file.shape();
+    for (const DataLayout layout : {DataLayout::OneLine, DataLayout::Wrapped}) {
+        shape.layout = layout;
+        locateDataEnds(file.text(), shape);
+    }
+    locateDataEnds(file.text(), {.layout = DataLayout::OneLine, .bytesPerStep = 30, .wordsPerStep = 3});
     InputSlot slot;
-    fillInputSlot(path, slot);
+    fillInputSlot(file, slot);
     RunState run;
     std::string wrap;
-    convertWrap(path, place().output(), wrap, run, place().silent);
+    convertWrap(file, place().output(), wrap, run, place().silent);
 }
 
 void runPass(std::string_view bytes) {
@@ -118,7 +121,7 @@ void runFilter(std::string_view bytes) {
     session.slots[0].path = place().input(soundWell);
     Open4Files(app, session, 0);
     setFilterInUse(session, place().folder.write("filter.fil", bytes));
-    openFilter(app, session);
+    openFilter(app, session, FigureRules::asLaidDown);
     app.run.targetFile = place().output();
     RunRequest request;
     request.filterApplied = true;
@@ -144,11 +147,11 @@ void runReference(std::string_view bytes) {
 }
 
 void runStatistics(std::string_view bytes) {
-    const std::string path = place().input(bytes);
+    const LasFile file(place().input(bytes));
     RunState run;
     for (const std::string_view formation : {"", "Top"}) {
         LasStatistics statistics;
-        readLasStatistics(path, formation, statistics, run, place().silent);
+        readLasStatistics(file, formation, statistics, run, place().silent);
     }
 }
 

@@ -3,146 +3,142 @@
 #include <gtest/gtest.h>
 
 #include "las/well.h"
-#include "platform/mapped_file.h"
 
 namespace welvane {
 namespace {
 
 using test::smallWell;
-using test::TempFolder;
+using test::withLineEnds;
 
-TEST(Sections, seekStopsAtTheData) {
+/// A text that lives as long as what is asked of it.
+struct Text {
+    explicit Text(std::string_view lines) : bytes(withLineEnds(lines)), las(bytes) {}
+    std::string bytes;
+    LasText las;
+};
+
+TEST(LasText, sectionsAreFoundInFrontOfTheData) {
     const struct {
-        const char *name, *text;
+        const char *name, *bytes;
         char letter;
-        std::size_t position;
+        std::optional<std::size_t> place;
     } cases[] = {
-        {"behind its title", "~V\r\nx\r\n~Well\r\ny\r\n", 'W', 15},
-        {"case ignored", "  ~well x\r\ny", 'W', 12},
-        {"lone CR ends a line", "~V\rx", 'V', 4},
-        {"behind ~A is too late", "~V\r\n~A\r\n~W\r\n", 'W', 0},
-        {"a comment with ~A ends the search", "# see ~A\r\n~W\r\n", 'W', 0},
-        {"behind the wanted title it does not", "~W\r\n# see ~A\r\n", 'W', 5},
-        {"the data itself", "# see ~A\r\n~ascii\r\n1", 'A', 19},
-        {"absent", "~V\r\n", 'C', 0},
-        {"lone LF ends no line", "~V\n~W\n", 'W', 0},
+        {"behind its title", "~V\r\nx\r\n~Well\r\ny\r\n", 'W', 14},
+        {"case ignored", "  ~well x\r\ny", 'W', 11},
+        {"the first of two", "~W\r~W\r", 'w', 3},
+        {"lone CR ends a line", "~V\rx", 'V', 3},
+        {"behind ~A is too late", "~V\r\n~A\r\n~W\r\n", 'W', std::nullopt},
+        {"a comment with ~A ends the search", "# see ~A\r\n~W\r\n", 'W', std::nullopt},
+        {"so does a title that holds it", "~W as in ~A\r\n", 'W', std::nullopt},
+        {"behind the wanted title it does not", "~W\r\n# see ~A\r\n", 'W', 4},
+        {"the data itself", "# see ~A\r\n~ascii\r\n1", 'A', 18},
+        {"absent", "~V\r\n", 'C', std::nullopt},
+        {"lone LF ends no line", "~V\n~W\n", 'W', std::nullopt},
     };
-    for (const auto& row : cases) {
-        LineReader file(row.text, 1);
-        EXPECT_EQ(seekSection(file, row.letter), row.position) << row.name;
-        EXPECT_EQ(file.position(), row.position == 0 ? 0 : row.position - 1) << row.name;
-    }
+    for (const auto& row : cases) EXPECT_EQ(LasText(row.bytes).seekSection(row.letter), row.place) << row.name;
+    EXPECT_EQ(LasText(" ~W x \r\n~\r\n#~C\r\n~A \r\n~P\r\n").titles(),
+              (std::vector<std::string_view>{"~W x", "~", "~A"}));
 }
 
 TEST(Sections, textOfASection) {
-    const TempFolder folder;
-    const std::string path = folder.write("a.las", "~V\r\nx\r\n~Other\r\nfirst\r\nsecond\r\n~A\r\n1 2");
-    EXPECT_EQ(getSectionText(path, 'o'), "first\r\nsecond");
-    EXPECT_EQ(getSectionText(path, 'A'), "1 2");
-    EXPECT_EQ(getSectionText(path, 'C'), "");
-    EXPECT_EQ(getSectionText(folder.write("b.las", "~Other\r\n~A\r\n"), 'O'), "");
-    EXPECT_EQ(getSectionText(folder.write("c.las", ""), 'O'), "");
-    EXPECT_EQ(getSectionText(folder.path("none.las"), 'O'), "");
+    const auto text = [](const char* bytes, char letter) { return getSectionText(LasText(bytes), letter); };
+    const char* const whole = "~V\r\nx\r\n~Other\r\nfirst\r\nsecond\r\n~A\r\n1 2";
+    EXPECT_EQ(text(whole, 'o'), "first\r\nsecond");
+    EXPECT_EQ(text(whole, 'A'), "1 2");
+    EXPECT_EQ(text(whole, 'C'), "");
+    EXPECT_EQ(text("~Other\r\n~A\r\n", 'O'), "");
+    EXPECT_EQ(text("", 'O'), "");
 }
 
 TEST(Sections, valueByVersionOfTheFile) {
-    const TempFolder folder;
-    const auto well = [&](const std::string& version) {
-        return getLasValue(folder.writeLines("a.las", smallWell(version)), "well", 'w').text;
-    };
-    EXPECT_EQ(well("1.2"), "ASH 2");
-    EXPECT_EQ(well("1.9"), "ASH 2");
-    EXPECT_EQ(well("2.0"), "BEECH 1");
-    EXPECT_EQ(well("3.0"), "BEECH 1");
+    for (const auto& [version, value] :
+         {std::pair{"1.2", "ASH 2"}, {"1.9", "ASH 2"}, {"2.0", "BEECH 1"}, {"3.0", "BEECH 1"}})
+        EXPECT_EQ(getLasValue(Text(smallWell(version)).las, "well", 'w').text, value) << version;
 
-    const std::string old = folder.writeLines("old.las", smallWell("1.2"));
-    const LasValue start = getLasValue(old, "STRT", 'W');
-    EXPECT_EQ(start.text, "1670.0000");
-    EXPECT_EQ(start.unit, "M");
-    EXPECT_EQ(getLasValue(old, "BHT", 'P').text, "35.5");
-    EXPECT_EQ(getFileValue(old, "WELL"), "ASH 2");
-    EXPECT_EQ(getFileValue(old, "VERS"), "1.2");
+    const Text old(smallWell("1.2"));
+    EXPECT_EQ(getLasValue(old.las, "STRT", 'W').text, "1670.0000");
+    EXPECT_EQ(getLasValue(old.las, "STRT", 'W').unit, "M");
+    EXPECT_EQ(getLasValue(old.las, "BHT", 'P').text, "35.5");
+    EXPECT_EQ(getFileValue(old.las, "WELL").text, "ASH 2");
+    EXPECT_EQ(getLasValue(old.las, "WELL", 'X').text, "BEECH 1") << "a search of all sections asks for no version";
 }
 
 TEST(Sections, valueThatIsNotThere) {
-    const TempFolder folder;
-    const std::string path = folder.writeLines("a.las", smallWell());
-    const LasValue none = getLasValue(path, "UWI", 'W');
-    EXPECT_EQ(none.text, " ");
-    EXPECT_EQ(none.marker, "NOT");
-    EXPECT_EQ(getLasValue(path, "BHT", 'W').text, " ") << "other section";
-    EXPECT_EQ(getLasValue(path, "BHT", 'X').text, "35.5") << "unknown section searches all";
-    EXPECT_EQ(getFileValue(path, "UWI"), " ");
-    EXPECT_EQ(getLasValue(folder.path("none.las"), "WELL", 'W').text, "");
-
-    const std::string noVersion = folder.writeLines("b.las", "~V\n WRAP. NO : x\n~W\n WELL. A : B\n~A\n");
-    EXPECT_EQ(getLasValue(noVersion, "WELL", 'W').text, "");
-    EXPECT_EQ(getLasValue(noVersion, "VERS", 'W').text, " ");
-    EXPECT_EQ(getLasValue(noVersion, "WRAP", 'V').text, "NO");
-    EXPECT_EQ(getFileValue(noVersion, "WELL"), "A");
+    using End = LasValue::End;
+    const Text well(smallWell());
+    const Text noVersion("~V\n WRAP. NO : x\n~W\n WELL. A : B\n~A\n");
+    const Text noData("~V\n~W\n");
+    const struct {
+        const char* name;
+        LasValue value;
+        End end;
+        const char* text;
+    } cases[] = {
+        {"no such line", getLasValue(well.las, "UWI", 'W'), End::ReachedData, ""},
+        {"in another section", getLasValue(well.las, "BHT", 'W'), End::ReachedData, ""},
+        {"an unknown section searches all", getLasValue(well.las, "BHT", 'X'), End::Found, "35.5"},
+        {"over all sections", getFileValue(well.las, "UWI"), End::ReachedData, ""},
+        {"~Version breaks off without VERS", getLasValue(noVersion.las, "WELL", 'W'), End::NotFound, ""},
+        {"which only ~Well asks for", getLasValue(noVersion.las, "WRAP", 'V'), End::Found, "NO"},
+        {"nor does the search over all", getFileValue(noVersion.las, "WELL"), End::Found, "A"},
+        {"the text ends", getFileValue(noData.las, "WELL"), End::NotFound, ""},
+    };
+    for (const auto& row : cases) {
+        EXPECT_EQ(row.value.end, row.end) << row.name;
+        EXPECT_EQ(row.value.text, row.text) << row.name;
+    }
 }
 
-TEST(Sections, valueOfAnOpenFile) {
-    LineReader file("~V\r\nVERS. 1.2 : x\r\n~W\r\nWELL. a:b : desc\r\n~P\r\nCN.\tX Y : z\r\n~A\r\nLATE. 1 : x\r\n");
-    EXPECT_EQ(getOpenValue(file, " well ", 'W'), "ab");
-    EXPECT_EQ(getOpenValue(file, "CN", 'W'), "X Y") << "sections behind are searched too";
-    EXPECT_EQ(getOpenValue(file, "WELL", 'P'), "");
-    EXPECT_EQ(getOpenValue(file, "LATE", 'W'), "");
-    EXPECT_EQ(getOpenValue(file, "WELL", 'C'), "");
+TEST(Sections, valueOfABrokenHeader) {
+    const Text text("~V\nVERS. 1.2 : x\n~W\nWELL. a:b : desc\n~P\nCN.\tX Y : z\n~A\nLATE. 1 : x\n");
+    EXPECT_EQ(getOpenValue(text.las, " well ", 'W'), "ab");
+    EXPECT_EQ(getOpenValue(text.las, "CN", 'W'), "X Y") << "sections behind are searched too";
+    EXPECT_EQ(getOpenValue(text.las, "WELL", 'P'), "");
+    EXPECT_EQ(getOpenValue(text.las, "LATE", 'W'), "");
+    EXPECT_EQ(getOpenValue(text.las, "WELL", 'C'), "");
 }
 
 TEST(Sections, depthHeader) {
-    const TempFolder folder;
-    const DepthHeader header = getDepthHeader(folder.writeLines("a.las", smallWell()));
-    EXPECT_EQ(header.indexName, "DEPT");
+    const DepthHeader header = getDepthHeader(Text(smallWell()).las);
     EXPECT_EQ(header.strt().value, "1670.0000");
     EXPECT_EQ(header.strt().unit, "M");
     EXPECT_EQ(header.stop().value, "1669.3750");
     EXPECT_EQ(header.step().value, "-0.1250");
     EXPECT_EQ(header.null().value, "-999.25");
     EXPECT_EQ(header.layout.dot, 6);
-    EXPECT_EQ(header.layout.value, 16);
-    EXPECT_EQ(header.layout.colon, 31);
+    EXPECT_EQ(header.layout.value, 14);
+    EXPECT_EQ(header.layout.colon, 24);
 
-    const DepthHeader bare = getDepthHeader(folder.writeLines("b.las", "~W\nSTRTX.M : x\n#~ \nSTOP.M 5 : x\n"));
-    EXPECT_EQ(bare.indexName, "DEPT");
+    const DepthHeader bare = getDepthHeader(Text("~W\nSTRTX.M : x\n#~ \nSTOP.M 5 : x\n").las);
     EXPECT_EQ(bare.strt().unit, "M");
     EXPECT_EQ(bare.layout.value, 15) << "no value in its line";
     EXPECT_EQ(bare.stop().value, "") << "a tilde ends the section";
-    EXPECT_EQ(getDepthHeader(folder.path("none.las")).indexName, "");
 }
 
 TEST(Sections, tablesOfASection) {
-    const TempFolder folder;
-    const std::string path =
-        folder.writeLines("a.las",
-                          "~W\n~Curve\n#c\nDept.m : Depth\n\n Gr.gapi\t7 : ray\nno data line\nDT. : a ~ b\nNPHI. : x\n"
-                          "~P\n# none\n~A\n");
-    SectionTable table = {{"OLD", "", "", ""}};
-    EXPECT_EQ(readSection(table, path, 'X'), 0);
-    EXPECT_EQ(table.size(), 1U) << "an absent section leaves the table alone";
-    ASSERT_EQ(readSection(table, path, 'C'), 2) << "a tilde in a description ends it";
+    const Text text(
+        "~W\n~Curve\n#c\nDept.m : Depth\n\n Gr.gapi\t7 : ray\nno data line\nDT. : a ~ b\nNPHI. : x\n~P\n# none\n~A\n");
+    EXPECT_FALSE(readSection(text.las, 'X'));
+    EXPECT_TRUE(readSection(text.las, 'P')->empty());
+    const SectionTable table = readSection(text.las, 'C').value();
+    ASSERT_EQ(table.size(), 2U) << "a tilde in a description ends it";
     EXPECT_EQ(table[0].mnem, "DEPT");
     EXPECT_EQ(table[1].unit, "GAPI");
     EXPECT_EQ(table[1].value, "7");
     EXPECT_EQ(table[1].desc, "RAY");
-    EXPECT_EQ(appendSection(table, path, 'C'), 3) << "only a tilde at the start ends it";
-    EXPECT_EQ(table[2].desc, "A ~ B");
-    EXPECT_EQ(appendSection(table, path, 'P'), -1);
-    EXPECT_EQ(appendSection(table, path, 'O'), 0);
-    EXPECT_EQ(readSection(table, path, 'P'), 0);
-    EXPECT_EQ(readSectionLines(path, 'C').at(0).desc, "Depth");
-    EXPECT_EQ(readSections(path), (std::vector<std::string>{"~W", "~Curve", "~P", "~A"}));
+    EXPECT_EQ(readSection(text.las, 'C', lettersAsTheyStand)->at(0).desc, "Depth");
+    const auto filter = readSection(
+        text.las, 'C', {.letters = SectionReading::Letters::AsTheyStand, .end = SectionReading::End::TildeInFront});
+    ASSERT_EQ(filter->size(), 4U) << "only a tilde in front ends it";
+    EXPECT_EQ(filter->at(2).desc, "a ~ b");
 }
 
 TEST(Sections, unitApartFromTheDot) {
-    const TempFolder folder;
-    const std::string path = folder.writeLines(
-        "a.las", "~P\nA. m 15.5 : x\nB. m 0 : x\nC. m none : x\nD. m 1 2 : x\nE.ft m 1 : x\nF. 7 : x\n");
-    SectionTable table;
-    ASSERT_EQ(readSectionLoose(table, path, 'P'), 6);
+    const Text text("~P\nA. m 15.5 : x\nB. m 0 : x\nC. m none : x\nD. m 1 2 : x\nE.ft m 1 : x\nF. 7 : x\n");
+    const SectionTable table = readSection(text.las, 'P', {.unitApart = true}).value();
     const char* const expected[][2] = {{"M", "15.5"}, {"M", "0"},    {"", "M NONE"},
                                        {"", "M 1 2"}, {"FT", "M 1"}, {"", "7"}};
+    ASSERT_EQ(table.size(), std::size(expected));
     for (std::size_t row = 0; row < table.size(); ++row) {
         EXPECT_EQ(table[row].unit, expected[row][0]) << table[row].mnem;
         EXPECT_EQ(table[row].value, expected[row][1]) << table[row].mnem;

@@ -18,7 +18,7 @@ LasStatistics statisticsOf(const std::string& path, const std::string& formation
     ScriptedInterface user;
     RunState run;
     LasStatistics result;
-    EXPECT_EQ(readLasStatistics(path, formation, result, run, user), StepResult::Done);
+    EXPECT_EQ(readLasStatistics(LasFile(path), formation, result, run, user), StepResult::Done);
     return result;
 }
 
@@ -72,7 +72,7 @@ TEST(Statistics, wrappedReadsLikeUnwrapped) {
     ScriptedInterface user;
     RunState run;
     std::string state;
-    ASSERT_EQ(convertWrap(path, folder.path("w.las"), state, run, user), StepResult::Done);
+    ASSERT_EQ(convertWrap(LasFile(path), folder.path("w.las"), state, run, user), StepResult::Done);
     const LasStatistics plain = statisticsOf(path);
     const LasStatistics wrapped = statisticsOf(folder.path("w.las"));
     ASSERT_EQ(plain.channels.size(), wrapped.channels.size());
@@ -134,7 +134,7 @@ TEST(Statistics, gapsOfTheHeaderAreTold) {
         LasStatistics result;
         const std::string path = folder.writeLines(
             "a.las", std::string("~W\n") + row.well + "~C\nDEPT. : x\nA. : x\n~A\n1 2\n2 -999.25\n3 4\n");
-        ASSERT_EQ(readLasStatistics(path, "", result, run, user), StepResult::Done);
+        ASSERT_EQ(readLasStatistics(LasFile(path), "", result, run, user), StepResult::Done);
         EXPECT_EQ(user.asked().at(0).title, row.title);
         EXPECT_EQ(user.asked().at(0).text, row.text);
         EXPECT_EQ(result.depthUnit, row.unit);
@@ -142,19 +142,20 @@ TEST(Statistics, gapsOfTheHeaderAreTold) {
     }
 }
 
-TEST(Statistics, cancelAndUnreadableFiles) {
+TEST(Statistics, cancelAndFilesWithoutData) {
     const TempFolder folder;
     SilentInterface user;
     RunState run;
     LasStatistics result;
-    EXPECT_EQ(readLasStatistics(folder.path("none.las"), "", result, run, user), StepResult::Failed);
-    EXPECT_EQ(readLasStatistics(folder.writeLines("a.las", "~C\nDEPT. : x\n"), "", result, run, user),
+    EXPECT_EQ(readLasStatistics(LasFile(folder.writeLines("a.las", "~C\nDEPT. : x\n")), "", result, run, user),
               StepResult::Failed);
-    EXPECT_EQ(readLasStatistics(folder.writeLines("b.las", "~V\nWRAP. YES : x\n~C\nDEPT. : x\n~A\n1\n2 3\n4 5 6\n7\n"),
-                                "", result, run, user),
+    EXPECT_EQ(readLasStatistics(
+                  LasFile(folder.writeLines("b.las", "~V\nWRAP. YES : x\n~C\nDEPT. : x\n~A\n1\n2 3\n4 5 6\n7\n")), "",
+                  result, run, user),
               StepResult::Failed);
     run.cancelRequested = true;
-    EXPECT_EQ(readLasStatistics(folder.writeLines("c.las", smallWell()), "", result, run, user), StepResult::Cancelled);
+    EXPECT_EQ(readLasStatistics(LasFile(folder.writeLines("c.las", smallWell())), "", result, run, user),
+              StepResult::Cancelled);
 }
 
 }  // namespace

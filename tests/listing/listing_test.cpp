@@ -1,33 +1,14 @@
 #include "listing/listing.h"
 
-#include <gtest/gtest.h>
-
-#include "listing/run_value.h"
-#include "support/memory_platform.h"
-#include "support/scripted_interface.h"
-#include "support/temp_folder.h"
+#include "support/app_fixture.h"
+#include "support/listing_well.h"
 
 namespace welvane {
 namespace {
 
-/// A small well. GR has a gap, DT is null all over, RHOB has one sample.
-std::string well(const std::string& unit, const std::string& top = "") {
-    return "~Version\n VERS.   2.0 : CWLS\n WRAP.   NO  : One line\n"
-           "~Well\n STRT." +
-           unit + "  100.0 : Start\n STOP." + unit + "  104.0 : Stop\n STEP." + unit +
-           "  1.0 : Step\n NULL.  -999.25 : Null\n COMP.  Some Company : COMPANY\n WELL.  Well 1 : WELL NAME\n" + top +
-           "~Curve\n DEPT." + unit +
-           " : Depth\n GR.GAPI : Gamma\n DT.US/F : Sonic\n RHOB.G/C3 : Density\n"
-           "~Parameter\n RUN.               1          : Run number of this file\n"
-           "~A\n 100.0    10.0 -999.25 -999.25\n 101.0    20.0 -999.25 -999.25\n 102.0 -999.25 -999.25   2.5\n"
-           " 103.0    30.0 -999.25 -999.25\n 104.0    60.0 -999.25 -999.25\n";
-}
+using test::listingWell;
 
-struct Listing : testing::Test {
-    test::ScriptedInterface user;
-    test::MemoryPlatform platform;
-    App app{user, platform};
-    test::TempFolder folder;
+struct Listing : test::AppTest {
     ListingOptions options;
     StatisticsGrid grid;
     ListingRequest request;
@@ -54,7 +35,7 @@ struct Listing : testing::Test {
 
 TEST_F(Listing, ofOneFileWithEveryOption) {
     all();
-    const std::string path = folder.writeLines("a.las", well("F"));
+    const std::string path = folder.writeLines("a.las", listingWell("F"));
     request.files = {path};
     EXPECT_TRUE(run().done());
     EXPECT_EQ(listing(),
@@ -87,7 +68,7 @@ TEST_F(Listing, leavesOutWhatIsSwitchedOff) {
         bool ListingOptions::*option;
         const char* text;
     };
-    request.files = {folder.writeLines("a.las", well("M"))};
+    request.files = {folder.writeLines("a.las", listingWell("M"))};
     for (const Case& row : {Case{"curves", &ListingOptions::curveList,
                                  "\n\nCurves      Non-Null Curve M    \n\nDEPT  .M       \nGR    .GAPI    \n"},
                             Case{"footage", &ListingOptions::footageStats, "Total C-M :        2.0\n"},
@@ -112,8 +93,8 @@ TEST_F(Listing, summaryWithItsCostEstimate) {
     options.price.discount = 10;
     options.pricingComment = "net 30 days";
     // The second well in metres counts in the unit of the first one.
-    request.files = {folder.writeLines("a.las", well("F")), folder.writeLines("b.las", well("M")),
-                     folder.writeLines("c.las", well("F"))};
+    request.files = {folder.writeLines("a.las", listingWell("F")), folder.writeLines("b.las", listingWell("M")),
+                     folder.writeLines("c.las", listingWell("F"))};
     const ListingResult result = run();
     EXPECT_TRUE(result.done());
     EXPECT_NEAR(result.totals.nonNullCurve, 4 + 2 / 0.3048, 1e-9);
@@ -147,7 +128,7 @@ TEST_F(Listing, summaryWithItsCostEstimate) {
 
 TEST_F(Listing, usesATopOrTellsThatItIsAbsent) {
     options.footageStats = true;
-    request.files = {folder.writeLines("a.las", well("F", "[TOPS]\n 101.0 | Viking\n 103.5 | Base\n"))};
+    request.files = {folder.writeLines("a.las", listingWell("F", "[TOPS]\n 101.0 | Viking\n 103.5 | Base\n"))};
     options.topName = "viking";
     EXPECT_TRUE(run().done());
     EXPECT_NE(listing().find("\nUsing TOP interval: viking from 101.00 to 103.50F\n"), std::string::npos) << listing();
@@ -161,7 +142,7 @@ TEST_F(Listing, skipsFilesThatCannotBeRead) {
         SCOPED_TRACE(data);
         all();
         if (!data) options = {};
-        request.files = {folder.path("absent.las"), folder.writeLines("a.las", well("F")),
+        request.files = {folder.path("absent.las"), folder.writeLines("a.las", listingWell("F")),
                          folder.write("binary.las", std::string("\0\1\2", 3)), folder.path()};
         std::size_t seen = 0;
         request.onFile = [&seen](const FileListing&) { ++seen; };
@@ -193,66 +174,6 @@ TEST_F(Listing, uniqueChannelsIgnoreCase) {
     ASSERT_EQ(unique.all().size(), 3U);
     EXPECT_EQ(unique.all()[0].files, 2U);
     EXPECT_EQ(unique.all()[0].footage, 3);
-}
-
-TEST_F(Listing, runPutsItsTotalIntoThePriceGrid) {
-    struct Case {
-        const char *country, *unit, *feet, *total;
-    };
-    for (const Case& row : {Case{"Other", "F", "2.0", "$1.00"}, Case{"Other", "M", "6.6", "$3.30"},
-                            Case{"Canada", "M", "2.0", "$1.00"}, Case{"Canada", "FT", "0.6", "$0.30"}}) {
-        SCOPED_TRACE(std::string(row.country) + row.unit);
-        app.settings.country = row.country;
-        ListingSession session(app);
-        editPriceValue(app, session.ord, PriceRow::PricePerFoot, "0.5");
-        setPriceValue(session.ord, PriceRow::Minimum, "");
-        request.files = {folder.writeLines("a.las", well(row.unit))};
-        EXPECT_TRUE(runListing(app, session, request).done());
-        EXPECT_EQ(priceValue(session.ord, PriceRow::CurveFeet), row.feet);
-        EXPECT_EQ(priceValue(session.ord, PriceRow::Total), row.total);
-    }
-    EXPECT_EQ(platform.settings().get("listdef", ""), "1|1|0|1|1|0|||COMP|WELL|STRT|STOP|STEP");
-
-    ListingSession session(app);
-    app.run.cancelRequested = true;
-    user.willAnswer(Answer::Ok);
-    EXPECT_TRUE(runListing(app, session, request).cancelled);
-    EXPECT_EQ(user.asked().back().title, "Cancel Pressed");
-    EXPECT_EQ(user.asked().back().text, "Multi-well listing cancelled by user. Listing file may be incomplete.");
-}
-
-TEST_F(Listing, runValueIsRewrittenInTheFile) {
-    const std::string path = folder.writeLines("a.las", well("F"));
-    const std::string without = folder.writeLines("b.las", "~V\n VERS. 2.0 : x\n~P\n EKB.   5 : x\n~A\n 1 2\n");
-    Table vrd = makeVrd({path, without, folder.path("absent.las")});
-    EXPECT_EQ(vrd.text(1, 1), "1");
-    EXPECT_EQ(vrd.text(2, 1), "");
-
-    user.willAnswer(Answer::No);
-    EXPECT_EQ(editRun(app, vrd, 1, "2"), RunEdit::Declined);
-    EXPECT_EQ(user.asked().back().title, "Run Changed!");
-    EXPECT_EQ(user.asked().back().text, "Update LAS file with this run value?");
-    EXPECT_EQ(vrd.text(1, 1), "1");
-
-    user.willAnswer(Answer::Yes);
-    EXPECT_EQ(editRun(app, vrd, 1, "2"), RunEdit::Done);
-    EXPECT_EQ(vrd.text(1, 1), "2");
-    EXPECT_NE(folder.read("a.las").find(" 2 "), std::string::npos);
-
-    user.willAnswer(Answer::Yes);
-    user.willAnswer(Answer::Ok);
-    EXPECT_EQ(editRun(app, vrd, 2, "2"), RunEdit::NoRunLine);
-    EXPECT_EQ(user.asked().back().title, "Problem Replacing Value");
-    EXPECT_EQ(user.asked().back().text,
-              "Unable to replace RUN Value, as no RUN parameter exists in the ~P section. Edit manually and add RUN to "
-              "the ~Parameter section");
-
-    const std::string tooShort = folder.writeLines("c.las", "~P\n RUN. 1 : x\n~A\n 1 2\n");
-    user.willAnswer(Answer::Yes);
-    user.willAnswer(Answer::Ok);  // the line is too short to edit
-    user.willAnswer(Answer::Ok);
-    EXPECT_EQ(editRun(app, tooShort, "2"), RunEdit::Failed);
-    EXPECT_EQ(user.asked().back().text, "Unable to replace RUN Value. Edit manually. ");
 }
 
 }  // namespace

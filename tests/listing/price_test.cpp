@@ -1,19 +1,12 @@
 #include "listing/price.h"
 
-#include <gtest/gtest.h>
-
 #include "listing/listing_options.h"
-#include "support/memory_platform.h"
-#include "support/scripted_interface.h"
+#include "support/app_fixture.h"
 
 namespace welvane {
 namespace {
 
-struct Price : testing::Test {
-    test::ScriptedInterface user;
-    test::MemoryPlatform platform;
-    App app{user, platform};
-};
+using Price = test::AppTest;
 
 TEST_F(Price, totalFollowsTheCells) {
     struct Case {

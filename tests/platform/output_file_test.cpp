@@ -1,13 +1,16 @@
 #include "platform/output_file.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/leftovers.h"
 #include "support/temp_folder.h"
 
 namespace welvane {
@@ -37,6 +40,84 @@ TEST(OutputFile, besideTakesItsNameAtCommitOnly) {
     EXPECT_EQ(folder.read("c.las"), "new");
     EXPECT_EQ(file.writtenPath(), path);
     EXPECT_EQ(filesIn(folder), 1u);
+}
+
+TEST(OutputFile, ofTwoWritersOfANewFileOneFails) {
+    using Mode = OutputFile::Mode;
+    struct Case {
+        Mode second;
+        bool named;  ///< the second has a name before its time
+        std::string why, left;
+    };
+    for (const Case& one : {Case{Mode::New, false, "exists already: it came to be while this run was writing", "one"},
+                            Case{Mode::New, true, "exists already: it came to be while this run was writing", "one"},
+                            Case{Mode::Beside, false, "", "two"}, Case{Mode::Beside, true, "", "two"}}) {
+        const test::TempFolder folder;
+        const std::string path = folder.path("c.las");
+        std::string why;
+        {
+            OutputFile first(path, Mode::New), second(path, one.second);
+            first.write("one");
+            second.write("two");
+            if (one.named) {
+                EXPECT_EQ(test::TempFolder::readFile(second.writtenPath()), "two");
+            }
+            first.commit();
+            try {
+                second.commit();
+            } catch (const FileFailure& failure) {
+                why = failure.reason();
+            }
+        }
+        EXPECT_EQ(why, one.why);
+        EXPECT_EQ(folder.read("c.las"), one.left);
+        EXPECT_EQ(filesIn(folder), 1u);
+        EXPECT_THROW(OutputFile(path, Mode::New), FileFailure) << "there from the start";
+    }
+}
+
+TEST(OutputFile, aKilledWriterLeavesNothingOrWhatTheNextOneSweeps) {
+    const test::TempFolder folder;
+    const std::string path = folder.write("c.las", "old");
+    for (const bool named : {false, true}) {
+        const pid_t child = fork();
+        if (child == 0) {
+            OutputFile file(path, OutputFile::Mode::Beside);
+            file.write("new");
+            file.close();
+            if (named) static_cast<void>(file.writtenPath());
+            kill(getpid(), SIGKILL);
+        }
+        waitpid(child, nullptr, 0);
+        EXPECT_EQ(folder.read("c.las"), "old");
+        EXPECT_EQ(filesIn(folder), named ? 2u : 1u);
+    }
+    OutputFile alive(path, OutputFile::Mode::Beside);
+    static_cast<void>(alive.writtenPath());
+    const std::string other = folder.write(".c.las.elsewhere-1-1.part", ""), notOurs = folder.write(".c.part", "");
+    sweepPartFiles(folder.path());
+    EXPECT_EQ(filesIn(folder), 4u) << "the file, what lives, and what is not known to be dead";
+    alive.commit();
+    EXPECT_EQ(folder.read("c.las"), "");
+}
+
+TEST(Leftovers, scratchFoldersOfTheDeadAreSwept) {
+    const test::TempFolder folder;
+    const pid_t child = fork();
+    if (child == 0) {
+        fs::create_directory(makeScratchFolder(folder.path()) + "1");
+        kill(getpid(), SIGKILL);
+    }
+    waitpid(child, nullptr, 0);
+    const std::string own = makeScratchFolder(folder.path());
+    fs::create_directory(folder.path("welvane-test-1"));
+    ASSERT_EQ(filesIn(folder), 3u);
+    sweepScratchFolders(folder.path());
+    EXPECT_EQ(filesIn(folder), 2u);
+    EXPECT_TRUE(fs::is_directory(own));
+    errno = 0;
+    EXPECT_EQ(makeScratchFolder(folder.path("none")), "");
+    EXPECT_EQ(errno, ENOENT);
 }
 
 TEST(OutputFile, inPlaceReplacesAtOnceAndKeepsWhatWasGiven) {

@@ -1,8 +1,8 @@
 #include "session/filters.h"
 
 #include "functions/functions.h"
-#include "session/edit_rules.h"
-#include "session/session_fixture.h"
+#include "session/step_text.h"
+#include "support/session_fixture.h"
 
 namespace welvane::test {
 
@@ -10,7 +10,7 @@ class Filters : public SessionTest {
   protected:
     FilterReport apply(std::string_view text) {
         setFilterInUse(session, folder.writeLines("f.fil", text));
-        return openFilter(app, session);
+        return openFilter(app, session, FigureRules::trueFigures);
     }
     FilterReport applyWell(std::string_view lines) {
         return apply("~V\nVERS. 2.0 :\nWRAP. NO :\n~W\n" + std::string(lines));
@@ -22,7 +22,7 @@ class Filters : public SessionTest {
         return names;
     }
     FunctionDescriptor descriptor(int column) const {
-        return FunctionDescriptor::parse(session.tables.outputs().data(at(SrdRow::Function), column));
+        return FunctionDescriptor::parse(session.tables.outputs().data(SrdRow::Function, column));
     }
 };
 
@@ -35,9 +35,9 @@ TEST_F(Filters, SelectRenameAndOrderChannels) {
         applyCurves("NPHI.V/V 42 890 : Porosity\nGamma.API 30 310 : Natural | gr\nLOST. : X | NOWHERE\n");
     EXPECT_TRUE(report.applied) << report.why;
     EXPECT_EQ(outputs(), (Texts{"NPHI", "Gamma", "(RHOB)"}));
-    EXPECT_EQ(cell(at(SrdRow::Unit), 2), "API");
-    EXPECT_EQ(cell(at(SrdRow::Value), 2), "30 310");
-    EXPECT_EQ(cell(at(SrdRow::Description), 2), "Natural");
+    EXPECT_EQ(cell(SrdRow::Unit, 2), "API");
+    EXPECT_EQ(cell(SrdRow::Value, 2), "30 310");
+    EXPECT_EQ(cell(SrdRow::Description, 2), "Natural");
     EXPECT_EQ(link(0, 2), (Texts{"GR", "1", "1000", "1001"}));
     EXPECT_EQ(skippedOf(report), Texts{"LOST"});
     EXPECT_EQ(report.skipped.first[0].why, "there is no channel \"NOWHERE\" for it");
@@ -49,7 +49,7 @@ TEST_F(Filters, AMnemonicWinsOverASource) {
     load(0, {"GR", "SP"});
     applyCurves("A. : first | GR\nGR. : second\n");
     EXPECT_EQ(outputs(), (Texts{"GR", "(SP)"}));
-    EXPECT_EQ(cell(at(SrdRow::Description), 1), "second");
+    EXPECT_EQ(cell(SrdRow::Description, 1), "second");
 }
 
 TEST_F(Filters, FunctionsMakeNewColumns) {
@@ -59,42 +59,88 @@ TEST_F(Filters, FunctionsMakeNewColumns) {
     load(0, las);
     struct Case {
         std::string_view clause, key;
-        Texts fields;
+        std::string_view fields;  ///< 1 to 5
         std::size_t skipped;
     };
     for (const Case& one :
-         {Case{"BULKDEN2PORO,X,2.65,1.0", "BULKDEN2PORO", {"2", "2.65", "1.0", "", ""}, 0},
-          Case{"denmatrix, dphi, LIME, sand", "DENMATRIX", {"4", "", "", "1", "0"}, 0},
-          Case{"DENMATRIX,DPHI,2.65,1,SAND,DOLO", "DENMATRIX", {"4", "2.65", "1", "0", "2"}, 0},
-          Case{"MATH,X,2,0,1,1,9,9", "MATH", {"10", "2", "0", "1", "1"}, 0},
-          Case{"RES2COND,X", "RES2COND", {"0", "", "", "", ""}, 0},
-          Case{"MATH,X,2", "MATH", {"10", "2", "", "", ""}, 1}, Case{"NOSUCH,X,1", "<none>", {"", "", "", "", ""}, 1},
-          Case{"RES2COND,GONE", "RES2COND", {"0", "", "", "", ""}, 1}, Case{"", "<none>", {"", "", "", "", ""}, 2}}) {
+         {Case{"BULKDEN2PORO,X,2.65,1.0", "BULKDEN2PORO", "2|2.65|1.0||", 0},
+          Case{"denmatrix, dphi, LIME, sand", "DENMATRIX", "4|||1|0", 0},
+          Case{"DENMATRIX,DPHI,2.65,1,SAND,DOLO", "DENMATRIX", "4|2.65|1|0|2", 0},
+          Case{"MATH,X,2,0,1,1,9,9", "MATH", "10|2|0|1|1", 0}, Case{"RES2COND,X", "RES2COND", "0||||", 0},
+          Case{"MATH,X,2", "MATH", "10|2|||", 1}, Case{"NOSUCH,X,1", "<none>", "", 1},
+          Case{"RES2COND,GONE", "RES2COND", "0||||", 1}, Case{"", "<none>", "", 2}}) {
         SCOPED_TRACE(one.clause);
         Open4Files(app, session, 0);
         const FilterReport report = applyCurves("NEW.V/V 1 : Made | FUN=" + std::string(one.clause) + "\n");
         EXPECT_EQ(outputs(), (Texts{"NEW", "(X)", "(DPHI)"}));
-        EXPECT_EQ(cell(at(SrdRow::Function), 1), one.key);
-        EXPECT_EQ(cell(at(SrdRow::Description), 1), "Made");
-        const auto fields = descriptor(1).fields;
-        EXPECT_EQ((Texts{fields.begin(), fields.begin() + 5}), one.fields);
+        EXPECT_EQ(cell(SrdRow::Function, 1), one.key);
+        EXPECT_EQ(cell(SrdRow::Description, 1), "Made");
+        EXPECT_EQ(session.tables.outputs()
+                      .data(SrdRow::Function, 1)
+                      .substr(0, one.fields.empty() ? std::string::npos : one.fields.size()),
+                  one.fields);
         EXPECT_EQ(report.skipped.count, one.skipped);
         for (const Table& table : session.tables.srd) EXPECT_EQ(table.columns(), 4);
     }
     Open4Files(app, session, 0);
     applyCurves("NEW. : | FUN=RES2COND,X\n");
     EXPECT_EQ(link(0, 1), (Texts{"X", "1", "1000", "1001"}));
-    EXPECT_EQ(cell(at(SrdRow::InputUnit), 1), "OHMM");
-    EXPECT_EQ(descriptor(1).fields[6], "NEW");
+    EXPECT_EQ(cell(SrdRow::InputUnit, 1), "OHMM");
+    EXPECT_EQ(descriptor(1).resultMnem, "NEW");
 }
 
 TEST_F(Filters, CurveLinesKeepTheChannelsThatTheyDoNotName) {
     load(0, {"GR", "RHOB", "SP"});
     const FilterReport report = applyCurveLines(
-        app, session, {"DPHI.V/V : Porosity | FUN=BULKDEN2PORO,RHOB,2.65,1.0", "POT.MV : | SP", "no line at all"});
+        session, {"DPHI.V/V : Porosity | FUN=BULKDEN2PORO,RHOB,2.65,1.0", "POT.MV : | SP", "no line at all"},
+        FigureRules::trueFigures);
     EXPECT_EQ(outputs(), (Texts{"DPHI", "POT", "GR", "RHOB"}));
     EXPECT_EQ(skippedOf(report), Texts{"no line at all"});
     EXPECT_FALSE(session.tables.filterInUse());
+}
+
+TEST_F(Filters, AFunctionReadsItsOwnColumnWhereverColumnsMove) {
+    struct Case {
+        FigureRules rules;
+        Texts lines, outputs, reads, inFront;  ///< of columns in use: what the link names, and the function in front
+    };
+    const FigureRules laid = FigureRules::asLaidDown, true_ = FigureRules::trueFigures;
+    for (const Case& one :
+         {Case{laid, {"RHOB. : x | FUN=MATH,GR,2,0,0,1"}, {"RHOB", "RHOB", "GR"}, {"RHOB", "GR", "GR"}, {}},
+          Case{true_, {"RHOB. : x | FUN=MATH,GR,2,0,0,1"}, {"RHOB", "GR"}, {"GR", "GR"}, {}},
+          Case{true_, {"RHOB. : x | FUN=MATH,GONE,2,0,0,1"}, {"RHOB", "GR", "RHOB"}, {"", "GR", "RHOB"}, {}},
+          Case{true_,
+               {"RHOB. : x | FUN=MATH,GR,2,0,0,1", "RHOB. : kept"},
+               {"RHOB", "RHOB", "GR"},
+               {"GR", "RHOB", "GR"},
+               {}},
+          Case{true_,
+               {"B. : x | FUN=MATH,GR,2,0,0,1", "A. : y | FUN=MATH,B,3,0,0,1"},
+               {"B", "A", "GR", "RHOB"},
+               {"GR", "GR", "GR", "RHOB"},
+               {"A after B"}},
+          Case{laid,
+               {"B. : x | FUN=MATH,GR,2,0,0,1", "A. : y | FUN=MATH,B,3,0,0,1"},
+               {"B", "A", "GR", "RHOB"},
+               {"GR", "GR", "GR", "RHOB"},
+               {}}}) {
+        SCOPED_TRACE(one.lines.front());
+        load(0, {"GR", "RHOB"});
+        applyCurveLines(session, one.lines, one.rules);
+        const Table& table = session.tables.outputs();
+        Texts names, reads, inFront;
+        for (int column = 1; column < table.columns(); ++column) {
+            if (!table.checked(SrdRow::Use, column)) continue;
+            names.push_back(cell(SrdRow::Mnem, column));
+            reads.push_back(link(0, column)[0]);
+            EXPECT_EQ(readsOwnColumn(table, column), !table.data(SrdRow::Function, column).empty());
+            if (const int front = functionInFront(table, column); front != 0)
+                inFront.push_back(names.back() + " after " + cell(SrdRow::Mnem, front));
+        }
+        EXPECT_EQ(names, one.outputs);
+        EXPECT_EQ(reads, one.reads);
+        EXPECT_EQ(inFront, one.inFront);
+    }
 }
 
 TEST_F(Filters, stepAndDirection) {
@@ -125,7 +171,7 @@ TEST_F(Filters, stepAndDirection) {
 TEST_F(Filters, TheStepTextReadsBackAsTheSameStep) {
     for (const double step : {0.5, 0.1524, 0.25, 1.0, 2.0, 0.0254})
         for (const char* unit : {"F", "FT", "M", "FEET"})
-            EXPECT_EQ(formatMask(sampleRateNumber(stepItemText(step, unit), unit), 4), formatMask(step, 4))
+            EXPECT_EQ(formatMask(stepNumber(stepItemText(step, unit), unit), 4), formatMask(step, 4))
                 << step << " " << unit;
 }
 
@@ -147,6 +193,7 @@ TEST_F(Filters, PropertiesComeFromVersionAndWell) {
                             Case{"dot", "~W\nDVCP_FILTER. 7 16 50 3 :\n", PrdRow::FormatDot, "7"},
                             Case{"plus", "~W\nDVCP_FILTER. 7 16 50 3 :\n", PrdRow::WellPlus, "3"},
                             Case{"columns out of order", "~W\nDVCP_FILTER. 30 10 60 :\n", PrdRow::FormatValue, "15"},
+                            Case{"dot at 0", "~W\nDVCP_FILTER. 0 15 40 0 :\n", PrdRow::FormatColon, "60"},
                             Case{"value too near", "~W\nDVCP_FILTER. 7 13 50 :\n", PrdRow::FormatDot, "6"},
                             Case{"no number", "~W\nDVCP_FILTER. 7 x 50 :\n", PrdRow::FormatColon, "50"},
                             Case{"beyond 16 bits", "~W\nDVCP_FILTER. 6 15 99999 :\n", PrdRow::FormatColon, "60"},
@@ -191,7 +238,7 @@ TEST_F(Filters, WellAndParameterAreMergedWithTheFiles) {
     las.well = "WELL. WELL : A-1\n";
     load(0, las);
     apply("~W\nWELL. : Name\nNULL. :\n");
-    EXPECT_EQ(session.tables.wrd.text(1, at(FieldColumn::Value)), "A-1") << "LAS 1.2 keeps its texts behind the colon";
+    EXPECT_EQ(session.tables.wrd.text(1, FieldColumn::Value), "A-1") << "LAS 1.2 keeps its texts behind the colon";
 }
 
 TEST_F(Filters, ReferencesAreLookedUp) {
@@ -199,6 +246,7 @@ TEST_F(Filters, ReferencesAreLookedUp) {
     las.well = "UWI. B-2 : ID\nNAME. My Well : N\n";
     load(0, las);
     folder.write("Wells.csv", "n,uwi,operator\r\n1,B-2,Beta Ltd\r\n2,file1.las,By File\r\n");
+    folder.write("My Wells.csv", "n,uwi,The Operator\r\n1,B-2,Gamma Inc\r\n");
     folder.writeLines("other.las", "~V\nVERS. 2.0 :\n~W\nCNTY. Harris : C\n");
     struct Case {
         std::string_view reference, value;
@@ -210,14 +258,17 @@ TEST_F(Filters, ReferencesAreLookedUp) {
           Case{"[File=other.las Key=CNTY]", "Harris"}, Case{"[File=Wells.csv Key=NONE Col=Operator]", ""},
           Case{"[File=gone.csv Key=B-2 Col=Operator]", ""},
           Case{"[File=Wells.csv Key=LAS(UWI) Col=\"Operator\"]", "Beta Ltd"}, Case{"[LAS(~W:NAME)]", "My Well"},
-          Case{"[]", ""}, Case{"[open", "[open"}}) {
+          Case{"[File=\"My Wells.csv\" Key=B-2 Col=\"The Operator\"]", "Gamma Inc"},
+          Case{"[\"File=My Wells.csv\" Key=B-2 Col=\"The Operator\"]", "Gamma Inc"},
+          Case{"[File=Wells.csv Key=B-2 now Col=Operator]", "Beta Ltd"},
+          Case{"[File=My Wells.csv Key=B-2 Col=\"The Operator\"]", ""}, Case{"[]", ""}, Case{"[open", "[open"}}) {
         SCOPED_TRACE(one.reference);
         const FilterReport report =
             apply("~W\nSRVC. " + std::string(one.reference) + " : X\n~P\nOP. " + std::string(one.reference) + " : X\n");
-        EXPECT_EQ(session.tables.wrd.text(1, at(FieldColumn::Value)), one.value);
-        EXPECT_EQ(session.tables.parg[0].text(1, at(FieldColumn::Value)), one.value);
+        EXPECT_EQ(session.tables.wrd.text(1, FieldColumn::Value), one.value);
+        EXPECT_EQ(session.tables.parg[0].text(1, FieldColumn::Value), one.value);
         EXPECT_EQ(report.skipped.count, one.value.empty() ? 2U : 0U);
-        EXPECT_EQ(session.tables.wrd.data(1, at(FieldColumn::Value)), one.value == one.reference ? "" : one.reference);
+        EXPECT_EQ(session.tables.wrd.data(1, FieldColumn::Value), one.value == one.reference ? "" : one.reference);
     }
     // A filter that names itself is read as a table or a header once, and no more.
     EXPECT_TRUE(apply("~W\nSRVC. [File=f.fil Key=SRVC] : X\nWELL. [File=f.fil Key=SRVC Col=SRVC] :\n").applied);
@@ -228,16 +279,17 @@ TEST_F(Filters, BadFiltersChangeNothing) {
     for (const std::string& bytes :
          {std::string(), std::string(10000, '\0'), std::string("just text\r\n"), std::string(200000, '~')}) {
         setFilterInUse(session, folder.write("bad.fil", bytes));
-        const FilterReport report = openFilter(app, session);
+        const FilterReport report = openFilter(app, session, FigureRules::trueFigures);
         EXPECT_FALSE(report.applied);
         EXPECT_FALSE(report.why.empty());
         EXPECT_EQ(outputs(), (Texts{"GR", "SP"}));
         EXPECT_EQ(setting(PrdRow::SampleRate), "0.5000");
     }
     session.filterFile = folder.path("missing.fil");
-    EXPECT_FALSE(openFilter(app, session).applied);
+    EXPECT_FALSE(openFilter(app, session, FigureRules::trueFigures).applied);
     setFilterInUse(session, folder.write("unix.fil", "~C\nSP. : S\n"));
-    EXPECT_TRUE(openFilter(app, session).applied) << "line feeds alone are read through a copy";
+    EXPECT_TRUE(openFilter(app, session, FigureRules::trueFigures).applied)
+        << "line feeds alone are read through a copy";
     EXPECT_EQ(outputs(), (Texts{"SP", "(GR)"}));
 }
 
@@ -247,7 +299,7 @@ TEST_F(Filters, ManyLinesAndQuotesStayCheap) {
     for (int line = 0; line < 10000; ++line) text += "C" + std::to_string(line) + ".\"U\" \"v\" : \"d\" | \"GR\"\n";
     const FilterReport report = applyCurves(text + "G. : \"quoted\" | GR\n");
     EXPECT_EQ(outputs(), Texts{"G"});
-    EXPECT_EQ(cell(at(SrdRow::Description), 1), "\"quoted\"");
+    EXPECT_EQ(cell(SrdRow::Description, 1), "\"quoted\"");
     EXPECT_EQ(report.skipped.count, 10000U);
     EXPECT_EQ(report.skipped.first.size(), FailureList::kept);
     std::string functions;
@@ -255,49 +307,6 @@ TEST_F(Filters, ManyLinesAndQuotesStayCheap) {
     const FilterReport tooMany = applyCurves(functions);
     EXPECT_FALSE(tooMany.applied);
     EXPECT_EQ(outputs(), Texts{"G"}) << "beyond 16-bit columns nothing changes";
-}
-
-TEST_F(Filters, ThePathIsAskedForAndKept) {
-    user.willType("");
-    EXPECT_FALSE(doOpenFilter(app, session));
-    user.willType("some.fil");
-    EXPECT_TRUE(browseFilter(app, session));
-    EXPECT_EQ(user.askedForText()[1], "Open Filter File");
-    EXPECT_EQ(session.filterFile, "some.fil");
-    EXPECT_EQ(setting(PrdRow::OpenedFile), "some.fil");
-    EXPECT_EQ(platform.settings().get("filFile", ""), "some.fil");
-}
-
-TEST_F(Filters, TheButtonAsksBothWays) {
-    load(0, {"GR", "SP"});
-    app.run.lasFile = session.slots[0].path;
-    session.tables.frd.text(1, at(FrdColumn::Path)) = folder.writeLines("f.fil", "~C\nSP. : S\n");
-    user.willAnswer(Answer::Cancel);
-    EXPECT_FALSE(filBut(app, session, true));
-    EXPECT_EQ(user.asked()[0].text, "Are you sure you want to apply this filter to the currently loaded file(s)?");
-    user.willAnswer(Answer::Ok);
-    EXPECT_TRUE(filBut(app, session, true));
-    EXPECT_EQ(outputs(), (Texts{"SP", "(GR)"}));
-    EXPECT_TRUE(session.tables.filterInUse());
-    EXPECT_EQ(session.tables.prd.caption(), "Settings (from Filter)");
-    user.willAnswer(Answer::Cancel);
-    EXPECT_TRUE(filBut(app, session, false));
-    EXPECT_EQ(user.asked()[2].text,
-              "are you sure you want to remove the filter? All current file settings will be lost. ");
-    EXPECT_EQ(user.asked()[2].title, "Please Confirm");
-    user.willAnswer(Answer::Ok);
-    EXPECT_FALSE(filBut(app, session, false));
-    EXPECT_EQ(outputs(), (Texts{"GR", "SP"}));
-    EXPECT_FALSE(session.tables.filterInUse());
-}
-
-TEST_F(Filters, AllSlotsAreLoadedAndThenFiltered) {
-    session.slots[0].path = writeLas("one.las", {});
-    setFilterInUse(session, folder.writeLines("f.fil", "~C\nX. : | GR\n"));
-    EXPECT_FALSE(loadAllSlots(app, session, "").applied);
-    EXPECT_EQ(session.tables.outputs().columns(), 1);
-    EXPECT_TRUE(loadAllSlots(app, session, " ").applied);
-    EXPECT_EQ(outputs(), Texts{"X"});
 }
 
 }  // namespace welvane::test

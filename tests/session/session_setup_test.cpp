@@ -3,8 +3,8 @@
 #include <random>
 
 #include "session/db_value.h"
-#include "session/session_fixture.h"
 #include "shared/failure.h"
+#include "support/session_fixture.h"
 
 namespace welvane::test {
 
@@ -13,7 +13,7 @@ using SessionSetup = SessionTest;
 TEST_F(SessionSetup, TablesStartAtTheirDefaults) {
     const SessionTables& tables = session.tables;
     for (const Table& table : tables.srd) EXPECT_EQ(table.columns(), 1);
-    EXPECT_EQ(tables.outputs().text(at(SrdRow::Function), 0), "Function");
+    EXPECT_EQ(tables.outputs().text(SrdRow::Function, 0), "Function");
     EXPECT_EQ(tables.outputs().text(linkRow(3, Link::Mnem), 0), "File 4 :");
     EXPECT_TRUE(tables.outputs().rowHidden(linkRow(2, Link::Curve)));
     EXPECT_EQ(tables.prd.rows(), prdRowCount);
@@ -24,10 +24,10 @@ TEST_F(SessionSetup, TablesStartAtTheirDefaults) {
     EXPECT_TRUE(tables.checked(PrdRow::RenameDuplicates));
     EXPECT_FALSE(tables.checked(PrdRow::FillEmpty));
     EXPECT_FALSE(tables.filterInUse());
-    EXPECT_EQ(tables.ord.text(at(OrdRow::Name), 4), "~Parameter Information");
+    EXPECT_EQ(tables.ord.text(OrdRow::Name, 4), "~Parameter Information");
     Texts included;
     for (int column = 1; column <= 6; ++column)
-        included.push_back(tables.ord.checked(at(OrdRow::Include), column) ? "1" : "2");
+        included.push_back(tables.ord.checked(OrdRow::Include, column) ? "1" : "2");
     EXPECT_EQ(included, (Texts{"1", "1", "1", "1", "2", "1"}));
 }
 
@@ -37,7 +37,7 @@ TEST_F(SessionSetup, StoredSettingsReachTheTables) {
     openSession(app, session);
     EXPECT_FALSE(session.tables.checked(PrdRow::RenameDuplicates));
     EXPECT_EQ(session.filterFile, "old.fil");
-    EXPECT_EQ(session.tables.frd.text(1, at(FrdColumn::Path)), "old.fil");
+    EXPECT_EQ(session.tables.frd.text(1, FrdColumn::Path), "old.fil");
     EXPECT_FALSE(session.tables.filterInUse()) << "named, but not to be applied";
 }
 
@@ -45,8 +45,8 @@ TEST_F(SessionSetup, addKeepsTheSlotsColumns) {
     load(0, {"GR", "RHOB", "NPHI"});
     EXPECT_EQ(AddChannel(session, 1), 2);
     EXPECT_EQ(outputs(), (Texts{"GR", "Added", "RHOB", "NPHI"}));
-    EXPECT_EQ(session.tables.srd[0].text(at(SlotRow::Mnem), 2), "RHOB");
-    EXPECT_EQ(session.tables.srd[0].text(at(SlotRow::Mnem), 4), "");
+    EXPECT_EQ(session.tables.srd[0].text(SlotRow::Mnem, 2), "RHOB");
+    EXPECT_EQ(session.tables.srd[0].text(SlotRow::Mnem, 4), "");
     EXPECT_EQ(link(0, 2), (Texts{"", "", "1000", "1001"}));
     EXPECT_TRUE(DeleteChannel(session, 1));
     EXPECT_EQ(outputs(), (Texts{"Added", "RHOB", "NPHI"}));
@@ -78,14 +78,14 @@ TEST_F(SessionSetup, ClearFunctionBringsBackWhatCameFromTheFile) {
     load(0, {"GR"});
     Table& table = session.tables.outputs();
     for (int row = at(SrdRow::Mnem); row <= at(SrdRow::Description); ++row) table.text(row, 1) = "changed";
-    table.data(at(SrdRow::InputUnit), 1) = "API";
-    table.data(at(SrdRow::Function), 1) = "10|1|0|0|1|1|GR|was :GR ";
+    table.data(SrdRow::InputUnit, 1) = "API";
+    table.data(SrdRow::Function, 1) = "10|1|0|0|1|1|GR|was :GR ";
     clearFunction(session, 1);
-    EXPECT_EQ(cell(at(SrdRow::Mnem), 1), "GR");
-    EXPECT_EQ(cell(at(SrdRow::Unit), 1), "API") << "the unit comes from the input's unit";
-    EXPECT_EQ(cell(at(SrdRow::Description), 1), "CURVE GR");
-    EXPECT_EQ(cell(at(SrdRow::Function), 1), "<none>");
-    EXPECT_EQ(table.data(at(SrdRow::Function), 1), "");
+    EXPECT_EQ(cell(SrdRow::Mnem, 1), "GR");
+    EXPECT_EQ(cell(SrdRow::Unit, 1), "API") << "the unit comes from the input's unit";
+    EXPECT_EQ(cell(SrdRow::Description, 1), "CURVE GR");
+    EXPECT_EQ(cell(SrdRow::Function, 1), "<none>");
+    EXPECT_EQ(table.data(SrdRow::Function, 1), "");
 }
 
 TEST_F(SessionSetup, FormatColumnsAreMarkedByTheFirstThatFails) {
@@ -109,18 +109,6 @@ TEST_F(SessionSetup, FormatColumnsAreMarkedByTheFirstThatFails) {
     }
 }
 
-TEST(SampleRate, ReadsTheNumberForTheUnit) {
-    struct Case {
-        const char *text, *unit;
-        double step;
-    };
-    for (const Case& one :
-         {Case{"\" 0.5    f ( 0.1524 m)", "F", 0.5}, Case{"\" 0.5    f ( 0.1524 m)", "FT", 0.5},
-          Case{"\" 0.5    f ( 0.1524 m)", "M", 0.1524}, Case{"0.25", "M", 0.25}, Case{"-0.5", "F", -0.5},
-          Case{"abc", "F", 0}, Case{"", "M", 0}, Case{"\"", "F", 0}, Case{"(", "M", 0}})
-        EXPECT_EQ(sampleRateNumber(one.text, one.unit), one.step) << one.text << " " << one.unit;
-}
-
 TEST(DBValue, FindsTheFieldByKeyAndColumn) {
     const TempFolder folder;
     const std::string table =
@@ -142,16 +130,6 @@ TEST(DBValue, FindsTheFieldByKeyAndColumn) {
         << "line feeds alone end a record too";
     EXPECT_EQ(getDBValue(folder.write("open.csv", "a,b,c\r\n1,k,\"v\r\n2,l,w\r\n"), "l", "c"), "w")
         << "an open quote is text";
-}
-
-TEST(DBValue, ReadsTenThousandColumns) {
-    const TempFolder folder;
-    std::string heads = "c1", values = "1";
-    for (int column = 2; column <= 10000; ++column) {
-        heads += ",c" + std::to_string(column);
-        values += "," + std::to_string(column);
-    }
-    EXPECT_EQ(getDBValue(folder.write("wide.csv", heads + "\r\n" + values + "\r\n"), "2", "C10000"), "10000");
 }
 
 }  // namespace welvane::test

@@ -196,34 +196,6 @@ TEST(Numbers, masksRoundHalfAwayFromZeroOnTheShortestDigits) {
     }
 }
 
-TEST(Numbers, columnsKeepABlankInFront) {
-    struct Case {
-        double value;
-        int width, decimals;
-        const char* text;  ///< nullptr: does not fit
-    };
-    for (const Case& test : std::vector<Case>{{-999.25, 13, 5, "   -999.25000"},
-                                              {1, 40, 0, "                                       1"},
-                                              {0.5, 20, 2, "                0.50"},
-                                              {123456.5, 13, 5, " 123456.50000"},
-                                              {1234567.5, 13, 5, nullptr},
-                                              {9.9999999, 8, 5, nullptr},
-                                              {123.456, 8, 5, nullptr},
-                                              {7, 2, 0, " 7"},
-                                              {7, 1, 0, nullptr},
-                                              {7, 0, 0, nullptr},
-                                              {1e20, 23, 0, "  100000000000000000000"},
-                                              {1e20, 21, 0, nullptr},
-                                              {0.1, 16, 12, "  0.100000000000"}}) {
-        std::vector<char> record(static_cast<std::size_t>(test.width) + columnSlack, '#');
-        const bool fits = formatColumnFast(record.data(), test.width, test.value, test.decimals);
-        ASSERT_EQ(fits, test.text != nullptr) << test.value << " in " << test.width;
-        if (fits) {
-            EXPECT_EQ(std::string(record.data(), static_cast<std::size_t>(test.width)), test.text);
-        }
-    }
-}
-
 TEST(Numbers, plainTextsAreShortest) {
     struct Case {
         double value;
@@ -251,10 +223,7 @@ TEST(Numbers, plainTextsAreShortest) {
     EXPECT_EQ(strNumber(0), " 0");
 }
 
-TEST(Numbers, masksAndZeros) {
-    EXPECT_EQ(maskDecimals("0.0000"), 4);
-    EXPECT_EQ(maskDecimals("0."), 0);
-    EXPECT_EQ(maskDecimals("000"), 0);
+TEST(Numbers, zerosAreStripped) {
     EXPECT_EQ(stripZeros("1.500"), "1.5");
     EXPECT_EQ(stripZeros("100.000"), "100");
     EXPECT_EQ(stripZeros("100"), "100");

@@ -76,7 +76,6 @@ TEST(FieldSplitter, cutsOnItsSeparators) {
         std::string_view text;
         std::vector<std::string_view> fields;
     };
-    FieldSplitter splitter;
     for (const Case& test : std::vector<Case>{{"runs of blanks count as one", " ", "  1  2 3 ", {"1", "2", "3"}},
                                               {"blank and tab", " \t", "1 \t 2", {"1", "2"}},
                                               {"a tab is no blank", " ", "1\t2 3", {"1\t2", "3"}},
@@ -84,7 +83,7 @@ TEST(FieldSplitter, cutsOnItsSeparators) {
                                               {"no separator inside", "|", "abc", {"abc"}},
                                               {"empty text", ",", "", {}},
                                               {"blanks only", " ", "   ", {}}}) {
-        splitter.setSeparators(test.separators);
+        FieldSplitter splitter(test.separators);
         splitter.setText(test.text);
         ASSERT_EQ(splitter.count(), test.fields.size()) << test.name;
         for (std::size_t index = 0; index < test.fields.size(); ++index)

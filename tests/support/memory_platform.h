@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/memory_settings.h"
 #include "platform/platform.h"
 #include "support/temp_folder.h"
 
@@ -16,8 +17,11 @@ class MemoryPlatform : public Platform {
     std::string programFolder() const override { return program_.path() + "/"; }
     std::string scratchFolder() override { return scratch_.path() + "/"; }
     bool openWithShell(const std::string& path) override {
-        opened.push_back(path);
-        return true;
+        if (startsPrograms) opened.push_back(path);
+        return startsPrograms;
+    }
+    bool openWith(const std::string& program, const std::string& path) override {
+        return openWithShell(program.empty() ? path : program + " " + path);
     }
     ProcessResult runAndWait(const std::vector<std::string>& arguments, double, const std::function<bool()>&) override {
         started.push_back(arguments);
@@ -25,7 +29,8 @@ class MemoryPlatform : public Platform {
     }
     std::uint64_t freeMemory() const override { return memory; }
 
-    std::vector<std::string> opened;
+    bool startsPrograms = true;       ///< false: none that opens a file can be started
+    std::vector<std::string> opened;  ///< files, the named program in front
     std::vector<std::vector<std::string>> started;
     std::function<ProcessResult(const std::vector<std::string>&)> onRun;
     std::uint64_t memory = 4ULL << 30;

@@ -17,6 +17,8 @@ class ScriptedInterface : public UserInterface {
     void willType(std::string text) { texts_.push_back(std::move(text)); }
     const std::vector<Prompt>& asked() const { return asked_; }
     const std::vector<std::string>& askedForText() const { return askedForText_; }
+    const std::vector<TextPrompt>& textPrompts() const { return textPrompts_; }
+    const std::vector<FilePrompt>& filePrompts() const { return filePrompts_; }
 
     Answer ask(const Prompt& prompt) override {
         asked_.push_back(prompt);
@@ -28,8 +30,14 @@ class ScriptedInterface : public UserInterface {
         answers_.pop_front();
         return answer;
     }
-    std::string askText(const TextPrompt& prompt) override { return nextText(prompt.title); }
-    std::string askFile(const FilePrompt& prompt) override { return nextText(prompt.title); }
+    std::string askText(const TextPrompt& prompt) override {
+        textPrompts_.push_back(prompt);
+        return nextText(prompt.title);
+    }
+    std::string askFile(const FilePrompt& prompt) override {
+        filePrompts_.push_back(prompt);
+        return nextText(prompt.title);
+    }
     std::string askFolder(const std::string& title, const std::string&) override { return nextText(title); }
 
     ~ScriptedInterface() override {
@@ -51,6 +59,8 @@ class ScriptedInterface : public UserInterface {
     std::deque<Answer> answers_;
     std::deque<std::string> texts_;
     std::vector<Prompt> asked_;
+    std::vector<TextPrompt> textPrompts_;
+    std::vector<FilePrompt> filePrompts_;
     std::vector<std::string> askedForText_;
 };
 

@@ -1,23 +1,15 @@
 #include "texttools/search_replace.h"
 
-#include <gtest/gtest.h>
 #include <random>
 
 #include "shared/text.h"
-#include "support/memory_platform.h"
-#include "support/scripted_interface.h"
-#include "support/temp_folder.h"
+#include "support/app_fixture.h"
 #include "texttools/search_command.h"
 
 namespace welvane {
 namespace {
 
-struct SearchReplace : testing::Test {
-    test::ScriptedInterface user;
-    test::MemoryPlatform platform;
-    App app{user, platform};
-    test::TempFolder folder;
-
+struct SearchReplace : test::AppTest {
     std::string replaced(const std::string& bytes, const std::string& search, const std::string& replacement) {
         const std::string source = folder.write("source.las", bytes);
         const SearchReplaceResult result =
@@ -38,6 +30,8 @@ TEST_F(SearchReplace, replacesFromTheStartWithoutRegardToCase) {
              Case{"either case", "Gr gR GR x", "gr", "NPHI", "NPHI NPHI NPHI x"},
              Case{"a letter in either case", "aAbB", "A", "<long text>", "<long text><long text>bB"},
              Case{"none overlapping", "aaaaa", "AA", "b", "bba"},
+             Case{"every occurrence, also behind a CR", "a\r\nb\n", "\n", "\r\n", "a\r\r\nb\r\n"},
+             Case{"letters around a plain character", "xA.by a.Bz", "a.b", "-", "x-y -z"},
              Case{"a failed start holds the next one", "ababac ababab", "ababac", "!", "! ababab"},
              Case{"the replacement is not searched", "ab", "b", "bb", "abb"},
              Case{"absent", "abc", "xyz", "!", "abc"},
@@ -125,44 +119,6 @@ TEST_F(SearchReplace, codesOfAField) {
     EXPECT_EQ(user.asked().front().text,
               "Only the space and numbers (0-9) are legal characters when using ASCII codes");
     EXPECT_EQ(user.asked().back().text, "All ASCII code numbers must be between 1-255");
-}
-
-TEST_F(SearchReplace, commandChecksInOrder) {
-    const std::string source = folder.write("a.las", "a\r\nb\r\n");
-    SearchRequest request{.form = SearchForm::Codes, .sourcePath = source};
-    user.willAnswer(Answer::Ok);
-    EXPECT_FALSE(goSearRep(app, request));
-    EXPECT_EQ(user.asked()[0].title, "Nothing to Do!");
-    EXPECT_EQ(user.asked()[0].text,
-              "There is nothing specifed to search for and/or replace. Specify something then click replace again.");
-
-    request.search = "wrong";
-    user.willType("");
-    EXPECT_TRUE(goSearRep(app, request).cancelled) << "the target is asked for before the codes are looked at";
-    EXPECT_EQ(user.askedForText().back(), "Specify File to Save");
-
-    user.willType(folder.path("A.LAS"));
-    user.willAnswer(Answer::Ok);
-    EXPECT_FALSE(goSearRep(app, request));
-    EXPECT_EQ(user.asked()[1].title, "Replace File is Same as Search File");
-    EXPECT_EQ(user.asked()[1].text, "Do not replace your original file! Specify a different name!");
-
-    user.willType(folder.path("b.las"));
-    user.willAnswer(Answer::Ok);
-    EXPECT_FALSE(goSearRep(app, request));
-    EXPECT_EQ(user.asked()[2].title, "INVALID CHARACTERS");
-
-    request.search = "13 10";
-    user.willType(folder.path("b.las"));
-    const SearchReplaceResult done = goSearRep(app, request);
-    EXPECT_TRUE(done);
-    EXPECT_EQ(done.replacements, 2U);
-    EXPECT_EQ(folder.read("b.las"), "ab");
-
-    request = {.form = SearchForm::Text, .sourcePath = source, .search = "13 10", .replacement = ""};
-    user.willType(folder.path("c.las"));
-    EXPECT_TRUE(goSearRep(app, request));
-    EXPECT_EQ(folder.read("c.las"), "a\r\nb\r\n");
 }
 
 }  // namespace

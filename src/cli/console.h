@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/terminal_interface.h"
+#include "jobs/workbench.h"
+#include "platform/platform.h"
+
+/// What every verb works with: the common options, the terminal, a process, and a workbench for its job.
+namespace welvane {
+
+enum class ExitCode { Done = 0, Negative = 1, Usage = 2, Interrupted = 130 };
+
+/// Options that make no sense: told with a hint at the help, exit status 2.
+struct UsageFault : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// Options that every verb knows.
+struct CommonOptions {
+    bool quiet = false, yes = false, no = false, force = false, strict = false, json = false;
+    std::string progress = "auto";
+};
+
+class Console {
+  public:
+    explicit Console(const CommonOptions& options);
+    Console(const Console&) = delete;
+    Console& operator=(const Console&) = delete;
+
+    const CommonOptions& options() const { return options_; }
+    TerminalInterface& user() { return user_; }
+    App& app() { return *app_; }
+    Platform& platform() { return *platform_; }
+    Workbench& bench() { return *bench_; }
+
+    /// Files as named, lists replaced by what they hold; "-" is the standard input.
+    std::vector<std::string> expandLists(const std::vector<std::string>& named);
+    /// Puts text on stdout.
+    void print(std::string_view text);
+    /// One line on stderr that tells a fault.
+    void say(const Fault& fault);
+    bool stopped() const { return app_->run.cancelRequested; }
+
+  private:
+    CommonOptions options_;
+    TerminalInterface user_;
+    std::unique_ptr<Platform> platform_;
+    std::unique_ptr<App> app_;
+    std::unique_ptr<Workbench> bench_;
+};
+
+/// A fault as a verb tells it: what it is about, why, and which option would help.
+std::string faultText(const Fault& fault);
+
+}  // namespace welvane

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "cli/console.h"
+#include "cli/json.h"
+#include "jobs/each_file.h"
+
+/// Verbs that tell something of each of many files.
+namespace welvane {
+
+/// How one result is shown.
+template <class Report>
+struct FileFace {
+    std::function<Json(const std::string& file, const Report& report)> json;
+    std::function<std::string(const std::string& file, const Report& report)> text;
+    std::string_view between{};  ///< text between the files' texts
+    /// False for a result that makes the verdict negative.
+    std::function<bool(const Report& report)> good{};
+};
+
+/// Entries of one JSON document: the entry itself for one file, an array for several.
+class JsonEntries {
+  public:
+    JsonEntries(Console& console, std::size_t files) : console_(console), files_(files) {}
+    void add(Json entry) { entries_.push(std::move(entry)); }
+    /// With --json; nothing for a single file that came to nothing.
+    void print();
+
+  private:
+    Console& console_;
+    std::size_t files_;
+    Json entries_ = Json::array();
+};
+
+/// Does the work for each file and shows its result; a refusal is told and the next one follows. Negative when one was
+/// refused or was no good.
+template <class Report>
+ExitCode showEachFile(Console& console, const std::vector<std::string>& files, const FileWork<Report>& work,
+                      const FileFace<Report>& face) {
+    JsonEntries entries(console, files.size());
+    ExitCode code = ExitCode::Done;
+    bool first = true;
+    const auto take = [&](const FileResult<Report>& result) {
+        if (!result.report) {
+            console.say(result.fault);
+            code = ExitCode::Negative;
+            return;
+        }
+        if (console.options().json)
+            entries.add(face.json(result.file, *result.report));
+        else
+            console.print((first ? "" : std::string(face.between)) + face.text(result.file, *result.report));
+        first = false;
+        if (face.good && !face.good(*result.report)) code = ExitCode::Negative;
+    };
+    const bool whole = eachFile<Report>(console.bench(), files, 0, work, take);
+    entries.print();
+    return whole ? code : ExitCode::Interrupted;
+}
+
+}  // namespace welvane

@@ -1,0 +1,107 @@
+#include "jobs/run.h"
+
+#include <memory>
+
+#include "cli/pass_options.h"
+#include "cli/shown_text.h"
+#include "cli/text_table.h"
+#include "cli/verbs.h"
+#include "jobs/checker.h"
+#include "shared/numbers.h"
+#include "shared/text.h"
+
+namespace welvane {
+
+namespace {
+
+struct RunChoices {
+    RunFilesRequest request;
+    bool dryRun = false;
+    PassChoices pass;
+};
+
+std::string memoryText(std::uint64_t bytes) {
+    if (bytes < 1000000) return formatMask(static_cast<double>(bytes) / 1e3, 1) + " kB";
+    return formatMask(static_cast<double>(bytes) / 1e6, 1) + " MB";
+}
+
+std::string planText(const PassPlan& plan, const std::string& unit) {
+    const PassGrid& grid = plan.grid;
+    std::string text = "Grid      " + plainNumber(grid.start) + " to " + plainNumber(grid.stop) + " " + unit +
+                       ", step " + plainNumber(grid.step) + (grid.direction < 0 ? ", written from the deep end" : "") +
+                       "\n";
+    text += "Samples   " + std::to_string(grid.sampleCount) + "\n";
+    text += "Memory    " + memoryText(plan.memoryNeeded) + "\n";
+    text += "Channels  " + std::to_string(plan.channels.size()) + "\n\n";
+    TextTable table("lll", TextTable::Ends::Kept);
+    table.add({"Mnem", "Unit", "Sources"});
+    for (const PassPlan::Channel& channel : plan.channels)
+        table.add({shownText(channel.mnem), shownText(channel.unit),
+                   shownText(channel.sources.empty() ? "none" : channel.sources) +
+                       (channel.function.empty() ? "" : ", function " + shownText(channel.function))});
+    return text + table.text();
+}
+
+RunFilesRequest requestOf(Console& console, const RunChoices& choices) {
+    RunFilesRequest request = choices.request;
+    request.pass = passRequest(choices.pass);
+    request.files = console.expandLists(request.files);
+    const std::size_t count = request.files.size();
+    if (count == 0) throw UsageFault("no input is named");
+    if (count > slotCount) throw UsageFault(std::to_string(count) + " inputs; a run takes one to four");
+    if (request.output.empty() && !choices.dryRun) throw UsageFault("no output is named (-o OUT)");
+    return request;
+}
+
+ExitCode tellCheck(Console& console, const std::string& output, const OutputCheck& check) {
+    const std::string told = output + ": " + std::string(verdictText(check.verdict));
+    if (check.verdict == Verdict::Passed) {
+        console.user().note(told);
+        return ExitCode::Done;
+    }
+    console.user().say(told);
+    for (const std::string& line : firstFaults(check.log)) console.user().say(output + ": " + line);
+    return ExitCode::Negative;
+}
+
+/// A plain table has no header whose first and last depth could be told.
+std::string depthsText(const PassReport& pass, const std::string& unit) {
+    if (pass.firstDepth.empty()) return {};
+    return ", " + pass.firstDepth + " to " + pass.lastDepth + " " + unit;
+}
+
+ExitCode performRun(Console& console, const RunChoices& choices) {
+    const RunFilesRequest request = requestOf(console, choices);
+    if (choices.dryRun) {
+        const PlanReport report = planRun(console.bench(), request);
+        console.print(planText(report.plan, report.depthUnit));
+        return ExitCode::Done;
+    }
+    const RunFilesReport report = runFiles(console.bench(), request);
+    for (const ItemReport& item : report.items) {
+        console.user().note(item.target + ": " + counted(item.pass.records, "sample") + " of " +
+                            counted(item.pass.columns, "channel") + depthsText(item.pass, report.depthUnit));
+    }
+    if (!report.opened) console.user().say(request.output + ": no program could be started to open it");
+    return report.check ? tellCheck(console, request.output, *report.check) : ExitCode::Done;
+}
+
+}  // namespace
+
+VerbSyntax declareRun() {
+    const auto choices = std::make_shared<RunChoices>();
+    VerbOptions options = {
+        {"FILE",
+         &choices->request.files,
+         "",
+         "One to four LAS files; @LIST or - for a list of paths",
+         {.required = true}},
+        {"-o,--output", &choices->request.output, "OUT", "The file to write"},
+        {"--dry-run", &choices->dryRun, "", "Print what the run would do, write nothing"},
+        {"--certify", &choices->request.certify, "", "Run the checker on the output; its log stays beside it"},
+        {"--open", &choices->request.open, "", "Open the output in its associated program"}};
+    addPassOptions(options, choices->pass);
+    return {options, [choices](Console& console) { return performRun(console, *choices); }};
+}
+
+}  // namespace welvane

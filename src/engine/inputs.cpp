@@ -1,0 +1,49 @@
+#include "engine/inputs.h"
+
+#include <algorithm>
+
+#include "engine/data_reader.h"
+#include "engine/null_fill.h"
+#include "engine/resampling.h"
+
+namespace welvane {
+
+namespace {
+
+void treatInput(PassContext& context, int slot, int firstColumn, int lastColumn) {
+    const InputSlot& input = context.session.slots[static_cast<std::size_t>(slot)];
+    const bool filled = checkSampleRate(context, input, firstColumn, lastColumn);
+    if (!filled && context.nullFillMode != NullFill::None)
+        applyNullFill(context, context.nullFillMode, firstColumn, lastColumn);
+    const SlotChannels& channels = context.session.channels[static_cast<std::size_t>(slot)];
+    clipChannels(context, channels);
+    offsetChannels(context, channels);
+}
+
+void readSlot(PassContext& context, int slot) {
+    const int firstColumn = context.session.columnBase(slot);
+    const int lastColumn = firstColumn + context.session.channelCount(slot) - 1;
+    context.app.run.statusText = "Loading " + context.session.slots[static_cast<std::size_t>(slot)].path + " ...";
+    readDataIntoMatrix(context, context.session.slots[static_cast<std::size_t>(slot)], firstColumn, lastColumn);
+    if (context.options.noInputRun) return;
+    context.app.run.statusText.clear();
+    treatInput(context, slot, firstColumn, lastColumn);
+}
+
+}  // namespace
+
+void allocateInputs(PassContext& context) {
+    context.inputMatrix = Matrix(std::max(1, context.session.columnBase(slotCount)), context.grid.sampleCount);
+    for (int column = 0; column < context.inputMatrix.columns(); ++column)
+        std::ranges::fill(context.inputMatrix.column(column), static_cast<double>(context.nullValue));
+}
+
+void readInputs(PassContext& context) {
+    for (int slot = 0; slot < slotCount; ++slot) {
+        if (!context.session.loaded(slot) || context.session.channelCount(slot) == 0) continue;
+        attempt(context.report.failures, "reading an input", [&] { readSlot(context, slot); });
+        if (context.options.noInputRun) return;
+    }
+}
+
+}  // namespace welvane

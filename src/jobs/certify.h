@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "certify/certify_file.h"
+#include "jobs/checker.h"
+#include "jobs/workbench.h"
+
+/// The external checker over many files, several at once.
+namespace welvane {
+
+struct CertifyRequest {
+    std::vector<std::string> files{};
+    std::string checker{};  ///< its program and arguments; "" for the setting
+    std::string region{};   ///< whose rules hold; "" for the setting country
+    CheckKind kind = CheckKind::Basic;
+    bool repair = false;               ///< the checker may change the files
+    bool saveLogs = false;             ///< each log stays beside its file
+    double timeout = checkerPatience;  ///< seconds for a file; 0 waits for ever
+    std::size_t workers = 1;           ///< checkers that run at once
+};
+
+/// What came of one file.
+struct Certification {
+    std::string file{}, log{};
+    Verdict verdict = Verdict::CheckIncomplete;
+    Reason why{};  ///< what there is to say of a check that did not come to its end, or was not begun
+};
+
+/// Puts the request's checker and region into use. Refusal when there is no such checker.
+void useChecker(Workbench& bench, const CertifyRequest& request);
+
+/// Runs the checker in use over the files and hands out what came of each in their order; one that is named twice is
+/// checked once, with a note: two checkers at one file would write one log and repair one text. False when a stop came
+/// before the last. Refusal when it cannot be started.
+bool certifyFiles(Workbench& bench, const CertifyRequest& request,
+                  const std::function<void(const Certification&)>& take);
+
+}  // namespace welvane

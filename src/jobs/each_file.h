@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "jobs/workbench.h"
+
+/// One thing done to each of many files, in this thread or by several workers.
+namespace welvane {
+
+/// Workers over the numbers 0 to `items` - 1. Each has a thread and a process of its own: an App with the settings and
+/// reference tables of the owner's, a scratch folder, a user interface that shows nothing and hears of a stop.
+class Crew {
+  public:
+    /// Does item `item`. Lets nothing be thrown.
+    using Work = std::function<void(Workbench& bench, std::size_t item)>;
+    /// Begins at once. RunTimeFailure when the system gives no thread at all.
+    Crew(Workbench& owner, std::size_t items, std::size_t workers, Work work);
+    /// Whoever still works is told to stop, and waited for.
+    ~Crew();
+    Crew(const Crew&) = delete;
+    Crew& operator=(const Crew&) = delete;
+
+    /// Waits for the next item in order; false when a stop came first.
+    bool wait();
+
+  private:
+    struct Inside;
+    std::unique_ptr<Inside> inside_;
+};
+
+/// What came of one file.
+template <class Report>
+struct FileResult {
+    std::string file;
+    std::optional<Report> report{};
+    Fault fault{};  ///< why there is none
+    std::vector<Note> notes{};
+};
+
+/// The fault that a failure under way stands for; to be called where it was caught.
+Fault faultInFlight();
+
+/// Makes the report of a file; `item` is its number in the list, from 0.
+template <class Report>
+using FileWork = std::function<Report(Workbench& bench, const std::string& file, std::size_t item)>;
+template <class Report>
+using FileTaker = std::function<void(FileResult<Report> result)>;
+
+template <class Report>
+void workOn(Workbench& bench, const FileWork<Report>& work, std::size_t item, FileResult<Report>& result) {
+    try {
+        result.report = work(bench, result.file, item);
+    } catch (...) {
+        result.fault = faultInFlight();
+    }
+    result.notes = bench.takeNotes();
+}
+
+/// Hands each file to `work` and its result to `take`, in the order of the files. With `workers` 0 both happen in this
+/// thread, one file after the other; otherwise so many workers do the work, and notes are told when a file's turn
+/// comes. False when a stop came before the last file.
+template <class Report>
+bool eachFile(Workbench& bench, const std::vector<std::string>& files, std::size_t workers,
+              const FileWork<Report>& work, const FileTaker<Report>& take) {
+    if (workers == 0) {
+        for (std::size_t item = 0; item < files.size(); ++item) {
+            if (bench.stopWanted()) return false;
+            FileResult<Report> result{files[item]};
+            workOn(bench, work, item, result);
+            take(std::move(result));
+        }
+        return true;
+    }
+    std::vector<FileResult<Report>> results;
+    for (const std::string& file : files) results.push_back({file});
+    Crew crew(bench, files.size(), workers,
+              [&](Workbench& own, std::size_t item) { workOn(own, work, item, results[item]); });
+    for (FileResult<Report>& result : results) {
+        if (!crew.wait()) return false;
+        for (const Note& note : result.notes) bench.user().tell(note);
+        take(std::move(result));
+    }
+    return true;
+}
+
+}  // namespace welvane

@@ -1,0 +1,216 @@
+#include "jobs/prepare_session.h"
+
+#include "jobs/channel_choices.h"
+#include "jobs/survey.h"
+#include "las/sections.h"
+#include "session/filters.h"
+#include "session/loading.h"
+#include "session/matching.h"
+#include "session/property_edits.h"
+#include "session/session_setup.h"
+#include "session/step_text.h"
+#include "shared/files.h"
+#include "shared/numbers.h"
+#include "shared/text.h"
+
+namespace welvane {
+
+namespace {
+
+/// Sets one cell of prd by its edit rule.
+void edit(Workbench& bench, Session& session, PrdRow row, std::string_view text, PrdColumn column = PrdColumn::Setting,
+          int item = -1) {
+    setProperty(bench.app(), session, row, column, std::string(text), item);
+}
+
+/// Sets a property to a choice of its list; nothing keeps it.
+template <class Choice>
+void choose(Workbench& bench, Session& session, PrdRow row, const std::optional<Choice>& choice,
+            PrdColumn column = PrdColumn::Setting) {
+    if (choice) edit(bench, session, row, textOf(*choice), column);
+}
+
+/// Sets a property to a number or a limit as it was given; nothing keeps it.
+template <class Given>
+void give(Workbench& bench, Session& session, PrdRow row, const std::optional<Given>& given) {
+    if (given) edit(bench, session, row, given->text());
+}
+
+/// How many of the first input's depth unit make one of `wanted`. Refusal where the unit table cannot tell.
+double inputUnitsPer(Workbench& bench, const Session& session, const std::string& wanted) {
+    const std::string& input = session.channels[0].empty() ? wanted : session.channels[0].front().field.unit;
+    if (sameText(input, wanted)) return 1;
+    const ReferenceTables& reference = bench.app().reference;
+    if (!knownUnit(reference, input) || !knownUnit(reference, wanted))
+        throw refusedChoice("unit", "the unit table does not tell how \"" + input + "\" becomes \"" + wanted + "\"");
+    return unitFactor(reference, input) / unitFactor(reference, wanted);
+}
+
+void setStepAndUnit(Workbench& bench, Session& session, const PassRequest& request) {
+    double inputUnits = 1;
+    if (request.unit) {
+        const std::string unit(textOf(*request.unit));
+        inputUnits = inputUnitsPer(bench, session, unit);
+        // Not by the edit rule, which rounds the step in its new unit: the grid stays the input's own, sample for
+        // sample.
+        constexpr PrdRow row = PrdRow::DepthUnits;
+        session.tables.prd.text(row, PrdColumn::Setting) = session.tables.prd.data(row, PrdColumn::Setting) = unit;
+    }
+    if (request.step.empty()) return;
+    // A list item of the properties' table has words in it; anything else is a number.
+    const bool isItem = holdsText(request.step, "\"") && holdsText(request.step, "f");
+    if (!isItem && !isNumeric(request.step)) throw senselessChoice("step", "'" + request.step + "' is not a number");
+    const double step = stepNumber(request.step, session.tables.setting(PrdRow::DepthUnits));
+    if (step == 0) throw senselessChoice("step", "a STEP of zero makes no LAS file");
+    // A step is named in the unit of the output; the grid counts in the input's.
+    edit(bench, session, PrdRow::SampleRate, inputUnits == 1 ? request.step : formatMask(step * inputUnits, 4));
+}
+
+void setHeaderFile(Workbench& bench, Session& session, const std::vector<Input>& inputs, const std::string& header) {
+    for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
+        if (header != std::to_string(slot + 1) && !samePath(header, inputs[slot].given)) continue;
+        edit(bench, session, PrdRow::HeaderFile, inputs[slot].path, PrdColumn::Setting, static_cast<int>(slot));
+        return;
+    }
+    throw senselessChoice("header", "'" + header + "' is not one of the inputs");
+}
+
+void setFormat(Workbench& bench, Session& session, const PassRequest& request) {
+    for (std::size_t place = 0; place < request.format.size(); ++place) {
+        const std::optional<GivenNumber>& number = request.format[place];
+        if (!number) continue;
+        // A width or a column is never negative, and a line of the header has 254 characters at most.
+        if (number->value() < 0 || number->value() > 1000)
+            throw senselessChoice("format", number->text() + " is out of range");
+        edit(bench, session, static_cast<PrdRow>(at(PrdRow::FormatDot) + static_cast<int>(place)), number->text());
+    }
+}
+
+void setPlainAscii(Workbench& bench, Session& session, const PassRequest& request) {
+    if (!request.plain) {
+        if (request.separator) throw senselessChoice("separator", "there is no plain table without its heads");
+        return;
+    }
+    checkProperty(bench.app(), session, PrdRow::PlainAscii, true);
+    choose(bench, session, PrdRow::PlainAscii, request.plain, PrdColumn::Option);
+    choose(bench, session, PrdRow::PlainAscii, request.separator, PrdColumn::SecondOption);
+}
+
+void setColumnWidth(Workbench& bench, Session& session, const GivenNumber& width) {
+    if (width.value() < 1 || width.value() > 32767)
+        throw senselessChoice("column-width", width.text() + " is out of range");
+    edit(bench, session, PrdRow::ParsingOptions, textOf(Parsing::ColumnWidth));
+    edit(bench, session, PrdRow::ParsingOptions, width.text(), PrdColumn::Option);
+}
+
+/// `indexUnit` is the depth unit of the inputs: a survey knows nothing of the output's.
+void setTvd(Workbench& bench, Session& session, const PassRequest& request, const std::string& indexUnit) {
+    const bool metres = decode<DepthUnit>(indexUnit) == DepthUnit::M;
+    const SurveyUnit unit = request.tvdUnit.value_or(metres ? SurveyUnit::Metres : SurveyUnit::Feet);
+    readSurveyFile(bench, session, request.tvd, unit);
+    tellOwnUnit(bench, session, request.tvd, request.tvdUnit);
+    checkProperty(bench.app(), session, PrdRow::ApplyTvd, true);
+}
+
+void setProperties(Workbench& bench, Session& session, const std::vector<Input>& inputs, const PassRequest& request,
+                   const std::string& indexUnit) {
+    App& app = bench.app();
+    setStepAndUnit(bench, session, request);
+    give(bench, session, PrdRow::From, request.from);
+    give(bench, session, PrdRow::To, request.to);
+    give(bench, session, PrdRow::DepthOffset, request.offset);
+    give(bench, session, PrdRow::Null, request.null);
+    choose(bench, session, PrdRow::Direction, request.direction);
+    choose(bench, session, PrdRow::Wrap, request.wrap);
+    choose(bench, session, PrdRow::Vers, request.version);
+    choose(bench, session, PrdRow::NullFill, request.fill);
+    if (!request.header.empty()) setHeaderFile(bench, session, inputs, request.header);
+    setFormat(bench, session, request);
+    // Not by the edit rule: that stores the choice for all later sessions.
+    if (request.renameDuplicates) session.tables.setChecked(PrdRow::RenameDuplicates, *request.renameDuplicates);
+    if (request.columnWidth) setColumnWidth(bench, session, *request.columnWidth);
+    if (request.fillEmpty) checkProperty(app, session, PrdRow::FillEmpty, true);
+    if (request.mergeParameters) checkProperty(app, session, PrdRow::MergeParameters, *request.mergeParameters);
+    setPlainAscii(bench, session, request);
+    if (request.keepDetails) checkProperty(app, session, PrdRow::KeepInputDetails, true);
+    if (request.smooth) checkProperty(app, session, PrdRow::DovranFilter, true);
+    if (!request.tvd.empty()) setTvd(bench, session, request, indexUnit);
+}
+
+void tellSkipped(Workbench& bench, const FailureList& skipped) {
+    for (const SkippedStep& step : skipped.first) bench.note(NoteKind::Skipped, "", step.what + ": " + step.why);
+    if (skipped.count <= skipped.first.size()) return;
+    const std::size_t more = skipped.count - skipped.first.size();
+    bench.note({.kind = NoteKind::Skipped, .count = more, .text = std::to_string(more) + " more like these"});
+}
+
+void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& inputs) {
+    for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
+        session.slots[slot].path = inputs[slot].path;
+        session.slots[slot].file = inputs[slot].file;
+    }
+    for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
+        const SlotLoadResult result = Open4Files(bench.app(), session, static_cast<int>(slot));
+        if (result.status != LoadStatus::Loaded) throw Refusal(inputs[slot].given, result.why);
+        for (const std::string& unit : result.unknownUnits) {
+            if (!bench.app().reference.units.empty())
+                bench.note(NoteKind::Unit, inputs[slot].given, "the unit table does not know \"" + unit + "\"");
+        }
+    }
+    bench.app().run.lasFile = inputs.front().path;
+}
+
+/// A header without its top or bottom would count as 0 there, and the samples would fall outside the grid unseen.
+void needDepthRange(const std::vector<Input>& inputs, const PassRequest& request) {
+    for (const Input& input : inputs) {
+        const DepthHeader header = input.file->depthHeader();
+        if (!request.from && trim(header.strt().value).empty())
+            throw Refusal(input.given, "no STRT in its ~Well section", Remedy::From);
+        if (!request.to && trim(header.stop().value).empty())
+            throw Refusal(input.given, "no STOP in its ~Well section", Remedy::To);
+    }
+}
+
+void applyFilter(Workbench& bench, Session& session, const std::string& path) {
+    const Input filter = bench.openInput(path);
+    // Files that it refers to are looked for beside it, so one in LF only is given by its own path: openFilter reads it
+    // through a copy by itself.
+    const bool isUnix = filter.ends == LineEnds::Unix;
+    setFilterInUse(session, isUnix ? resolvePath(path) : filter.path);
+    const FilterReport report = openFilter(bench.app(), session, FigureRules::trueFigures);
+    if (!report.applied) throw Refusal(path, report.why);
+    for (const std::string& table : report.tables) bench.willRead(table);
+    tellSkipped(bench, report.skipped);
+}
+
+void applyCurves(Workbench& bench, Session& session, const std::vector<std::string>& lines) {
+    const FilterReport report = applyCurveLines(session, lines, FigureRules::trueFigures);
+    if (!report.applied) throw refusedChoice("curve", report.why);
+    tellSkipped(bench, report.skipped);
+}
+
+}  // namespace
+
+void prepareSession(Workbench& bench, Session& session, const std::vector<Input>& inputs, const PassRequest& request) {
+    App& app = bench.app();
+    session = Session();
+    openSession(app, session);
+    // What was in use when a window was last closed is nothing to a job.
+    session.tables.frd.setCheck(1, FrdColumn::Apply, Check::Unchecked);
+    session.loose = request.loose;
+    loadInputs(bench, session, inputs);
+    const std::string indexUnit = session.tables.setting(PrdRow::DepthUnits);
+    needDepthRange(inputs, request);
+    if (request.splice) spliceGuess(app, session);
+    if (!request.filter.empty()) applyFilter(bench, session, request.filter);
+    if (!request.curves.empty()) applyCurves(bench, session, request.curves);
+    setProperties(bench, session, inputs, request, indexUnit);
+    applyLinks(session, request.links);
+    applyInputDepths(session, request.applyDepths);
+    applyShifts(session, request.shifts);
+    applyClips(session, request.clips);
+    if (!request.select.empty()) selectColumns(session, request.select);
+    if (!request.sections.empty()) arrangeSections(session, request.sections);
+}
+
+}  // namespace welvane

@@ -1,0 +1,135 @@
+#include "jobs/run.h"
+
+#include "certify/certify_after.h"
+#include "certify/certify_file.h"
+#include "jobs/checker.h"
+#include "jobs/prepare_session.h"
+#include "session/step_text.h"
+#include "shared/files.h"
+#include "shared/text.h"
+
+namespace welvane {
+
+namespace {
+
+/// A failure of a file names it already.
+[[noreturn]] void refuseRun(const std::string& output, const std::string& why) {
+    const bool named = output.empty() || beginsWith(why, output + ": ");
+    throw Refusal(named ? "" : output, why.empty() ? "not written" : why);
+}
+
+/// An input whose own STEP is 0 needs one from outside.
+void needStep(const Session& session, const std::vector<Input>& inputs) {
+    const std::string& rate = session.tables.setting(PrdRow::SampleRate);
+    if (stepNumber(rate, session.tables.setting(PrdRow::DepthUnits)) != 0) return;
+    throw Refusal(inputs.back().given, "its STEP is 0", Remedy::Step);
+}
+
+/// Whether the output can be checked, and its log written, before any work is done.
+void needCertifiable(Workbench& bench, const RunFilesRequest& request, const std::vector<Input>& inputs) {
+    if (!endsWith(request.output, ".las"))
+        throw senselessChoice("certify", "only an output whose name ends in .las is checked");
+    needChecker(bench.app().settings.certProgram);
+    bench.checkOutput(certifyLogPath(request.output), inputs);
+}
+
+std::vector<Input> openInputs(Workbench& bench, const RunFilesRequest& request) {
+    if (request.files.empty() || request.files.size() > slotCount)
+        throw senselessChoice("files", "a run takes one to four inputs");
+    for (const std::string& other : {request.pass.filter, request.pass.tvd})
+        if (!other.empty()) bench.willRead(other);
+    std::vector<Input> inputs;
+    for (const std::string& file : request.files) inputs.push_back(bench.openLas(file, request.pass.loose));
+    if (!request.output.empty()) bench.checkOutput(request.output, inputs);
+    return inputs;
+}
+
+void prepare(Workbench& bench, Session& session, const std::vector<Input>& inputs, const RunFilesRequest& request) {
+    prepareSession(bench, session, inputs, request.pass);
+    if (!request.output.empty()) bench.needOwnFile(request.output, inputs);
+    needStep(session, inputs);
+}
+
+std::uint64_t bytesOf(const std::vector<Input>& inputs) {
+    std::uint64_t bytes = 0;
+    for (const Input& input : inputs) bytes += input.file->bytes().size();
+    return bytes;
+}
+
+void checkAfter(App& app, const std::string& path, RunFilesReport& report) {
+    const CertifyAfterResult checked = certifyAfter(app, path, checkerPatience);
+    report.check = {verdictOf(checked.log), checked.log};
+}
+
+}  // namespace
+
+RunRequest jobRun(const Workbench& bench, const PassRequest& request) {
+    RunRequest run;
+    run.outputMode = bench.outputMode();
+    run.wrapSettled = request.wrap.has_value();
+    run.filterApplied = true;
+    run.wholeInputs = !request.loose;
+    run.rules = FigureRules::trueFigures;
+    return run;
+}
+
+void noteLeftOut(Workbench& bench, const ItemReport& item) {
+    const PassReport& pass = item.pass;
+    if (pass.overflowCount != 0)
+        bench.note({.kind = NoteKind::TooWide,
+                    .file = item.target,
+                    .count = pass.overflowCount,
+                    .text = counted(static_cast<std::int64_t>(pass.overflowCount), "value") +
+                            " too wide for the data column"});
+    for (const SkippedStep& step : pass.failures.first)
+        bench.note(NoteKind::Skipped, item.target, "skipped " + step.what + ": " + step.why);
+    if (pass.failures.count > pass.failures.first.size())
+        bench.note({.kind = NoteKind::Skipped,
+                    .file = item.target,
+                    .count = pass.failures.count,
+                    .text = std::to_string(pass.failures.count) + " steps skipped in all"});
+}
+
+RunFilesReport runFiles(Workbench& bench, const RunFilesRequest& request) {
+    const std::vector<Input> inputs = openInputs(bench, request);
+    if (request.certify) needCertifiable(bench, request, inputs);
+    Session session;
+    prepare(bench, session, inputs, request);
+    App& app = bench.app();
+    app.run.targetFile = request.output;
+    RunFilesReport report;
+    RunRequest run = jobRun(bench, request.pass);
+    if (request.certify) run.afterProcess = [&](const std::string& path) { checkAfter(app, path, report); };
+    RunOutcome outcome;
+    {
+        const WorkInHand work(bench.user(), {.bytes = bytesOf(inputs)});
+        // What the boxes of a run tell stands in its outcome too, and there without the detours; questions are asked
+        // all the same.
+        const HeldBoxes held(bench.user());
+        outcome = processMMM(app, session, run);
+    }
+    if (!outcome.completed) {
+        const bool inputBroke = !outcome.items.empty() && outcome.refusal == outcome.items.back().pass.brokenInput;
+        refuseRun(inputBroke ? "" : request.output, outcome.refusal);
+    }
+    for (const ItemReport& item : outcome.items) noteLeftOut(bench, item);
+    report.items = std::move(outcome.items);
+    report.depthUnit = session.tables.setting(PrdRow::DepthUnits);
+    if (request.open) report.opened = app.platform.openWithShell(resolvePath(request.output));
+    report.notes = bench.takeNotes();
+    return report;
+}
+
+PlanReport planRun(Workbench& bench, const RunFilesRequest& request) {
+    const std::vector<Input> inputs = openInputs(bench, request);
+    Session session;
+    prepare(bench, session, inputs, request);
+    PlanReport report;
+    report.plan = planPass(bench.app(), session);
+    if (!report.plan.refusal.empty()) refuseRun(request.output, report.plan.refusal);
+    report.depthUnit = session.tables.setting(PrdRow::DepthUnits);
+    report.notes = bench.takeNotes();
+    return report;
+}
+
+}  // namespace welvane

@@ -1,0 +1,72 @@
+#include "models/session_files.h"
+
+#include "jobs/reopen.h"
+#include "session/loading.h"
+#include "session/session_setup.h"
+#include "shared/files.h"
+
+namespace welvane {
+
+namespace {
+
+constexpr std::string_view confirmTitle = "Please Confirm";
+constexpr std::string_view removeText =
+    "are you sure you want to remove the filter? All current file settings will be lost. ";
+constexpr std::string_view applyText = "Are you sure you want to apply this filter to the currently loaded file(s)?";
+
+}  // namespace
+
+bool browseSlotFile(App& app, Session& session, int slot) {
+    if (slot < 0 || slot >= slotCount) return false;
+    const FilePrompt prompt{"Open LAS File", "las", dirOf(app.run.lasFile), "", false};
+    const std::string chosen = app.user.askFile(prompt);
+    if (chosen.empty() || !fileExists(chosen)) return false;
+    session.slots[slot].path = chosen;
+    return Open4Files(app, session, slot).done();
+}
+
+bool doOpenFilter(App& app, Session& session, const std::string& title) {
+    const FilePrompt prompt{title, "las Files (*.las;*.fil)|*.las;*.fil", dirOf(session.filterFile), "", false};
+    const std::string chosen = app.user.askFile(prompt);
+    if (chosen.empty()) return false;
+    session.filterFile = chosen;
+    session.tables.frd.text(1, FrdColumn::Path) = chosen;
+    app.platform.settings().put("filFile", chosen);
+    return true;
+}
+
+bool filBut(App& app, Session& session, bool on) {
+    SessionTables& tables = session.tables;
+    const Prompt question{std::string(confirmTitle), std::string(on ? applyText : removeText), Buttons::OkCancel,
+                          Icon::Question, Answer::Cancel};
+    if (app.user.ask(question) != Answer::Ok) return !on;
+    const auto setCaptions = [&](std::string_view settings, std::string_view parameters) {
+        tables.prd.setCaption(std::string(settings));
+        tables.parg[0].setCaption(std::string(parameters));
+    };
+    if (on) {
+        session.filterFile = tables.frd.text(1, FrdColumn::Path);
+        if (!openFilter(app, session, FigureRules::trueFigures).applied) return false;
+        tables.frd.setCheck(1, FrdColumn::Apply, Check::Checked);
+        setCaptions(filterSettingsCaption, filterParametersCaption);
+        return true;
+    }
+    tables.frd.setCheck(1, FrdColumn::Apply, Check::Unchecked);
+    if (!app.run.lasFile.empty()) session.slots[0].path = app.run.lasFile;
+    Open4Files(app, session, 0);
+    setCaptions(settingsCaption, parametersCaption);
+    return false;
+}
+
+bool browseFilter(App& app, Session& session) {
+    if (!doOpenFilter(app, session)) return false;
+    session.tables.setting(PrdRow::OpenedFile) = session.filterFile;
+    return true;
+}
+
+FilterReport loadAllSlots(App& app, Session& session, std::string_view trigger) {
+    if (trigger.empty()) return {};
+    return reopenSlots(app, session, FigureRules::trueFigures);
+}
+
+}  // namespace welvane

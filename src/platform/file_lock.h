@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+namespace welvane {
+
+/// Holds a lock file while it lives, against all other processes; another one's lock is waited for, two seconds at
+/// most. The file itself stays: to remove it would let two processes lock two files of one name.
+class FileLock {
+  public:
+    explicit FileLock(const std::string& path);
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+    ~FileLock();
+    bool held() const { return held_; }
+
+  private:
+    int file_;
+    bool held_ = false;
+};
+
+}  // namespace welvane

@@ -1,0 +1,26 @@
+#include "platform/file_lock.h"
+
+#include <chrono>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <thread>
+#include <unistd.h>
+
+namespace welvane {
+
+namespace {
+constexpr auto longestWait = std::chrono::seconds(2);
+}  // namespace
+
+FileLock::FileLock(const std::string& path)
+    : file_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666)) {
+    const auto giveUp = std::chrono::steady_clock::now() + longestWait;
+    while (file_ >= 0 && !(held_ = flock(file_, LOCK_EX | LOCK_NB) == 0) && std::chrono::steady_clock::now() < giveUp)
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+}
+
+FileLock::~FileLock() {
+    if (file_ >= 0) ::close(file_);
+}
+
+}  // namespace welvane

@@ -1,0 +1,18 @@
+~Version Information
+ VERS.        2.0 : CWLS LOG ASCII STANDARD - VERSION 2.0
+ WRAP.         NO : One line per depth step
+~Well Information
+ STRT.M      100 : First depth
+ STOP.M      104 : Last depth
+ STEP.M      1 : Step
+ NULL.    -999.25 : Null value
+ WELL.    Heron 4 : Well
+~Curve Information
+ DEPT.M            : Depth
+ GR.GAPI         : Channel GR
+~Ascii
+  100   10
+  101   11
+  102   12
+  103   13
+  104   14
