@@ -6,6 +6,7 @@
 
 #include "engine/layout.h"
 #include "las/header_text.h"
+#include "las/wrap.h"
 #include "session/tvd.h"
 #include "shared/numbers.h"
 #include "shared/numbers_fast.h"

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "engine/layout.h"
+#include "las/wrap.h"
 #include "session/choices.h"
 #include "session/step_text.h"
 #include "session/tvd.h"

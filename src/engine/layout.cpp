@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "las/wrap.h"
 #include "shared/field_splitter.h"
 #include "shared/text.h"
 

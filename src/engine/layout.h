@@ -9,9 +9,6 @@
 /// Texts of the data section: overflow, delimiters, and how a record or the title of the data is broken into lines.
 namespace welvane {
 
-/// Characters of the columns on a wrapped line: as many columns as fit stand on one.
-inline constexpr int wrapLineLength = 78;
-
 /// What stands for a value too wide for its column: nines with the first character a blank and a point before the
 /// decimals.
 std::string overflowText(int width, int decimals);

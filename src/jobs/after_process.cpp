@@ -7,25 +7,18 @@
 
 namespace welvane {
 
-namespace {
-
-void tell(App& app, std::string title, std::string text) {
-    app.user.ask({std::move(title), std::move(text), Buttons::Ok, Icon::Warning, Answer::Ok});
-}
-
-}  // namespace
-
 bool openFileWithShell(App& app, const std::string& path, const std::string& program) {
     const bool started = program.empty() ? app.platform.openWithShell(path) : app.platform.openWith(program, path);
     if (!started)
-        tell(app, "Can't Open File",
-             (program.empty() ? "No program could be started for " : program + " could not be started for ") + path);
+        showWarning(
+            app.user, "Can't Open File",
+            (program.empty() ? "No program could be started for " : program + " could not be started for ") + path);
     return started;
 }
 
 bool viewAsLog(App& app, const std::string& path) {
     if (app.settings.logProgram.empty()) {
-        tell(app, "No Log Viewer", "The preferences name no LAS viewer. Give the path of one there.");
+        showWarning(app.user, "No Log Viewer", "The preferences name no LAS viewer. Give the path of one there.");
         return false;
     }
     return openFileWithShell(app, path, app.settings.logProgram);

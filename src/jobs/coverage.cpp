@@ -70,8 +70,8 @@ CoverageReport showCoverage(Workbench& bench, const CoverageRequest& request) {
     const double width = request.picture.width == 0 ? usualWidth : request.picture.width;
     const double height = request.picture.height == 0 ? usualHeight : request.picture.height;
     if (whole)
-        report.svg = writePicture(bench, coverageDrawing(report.coverage, report.files, report.depthUnit, width, height),
-                                  request.picture);
+        report.svg = writePicture(
+            bench, coverageDrawing(report.coverage, report.files, report.depthUnit, width, height), request.picture);
     report.notes = bench.takeNotes();
     return report;
 }

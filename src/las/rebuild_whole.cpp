@@ -236,7 +236,7 @@ bool WholeRebuilder::onGrid(double step) const {
 std::string WholeRebuilder::stepFor(const std::string& given) const {
     const bool told = isNumeric(given) && (val(given) == 0 || onGrid(val(given)));
     if (told && val(given) != 0 && followStep(depths_, val(given), rounding())) return {};
-    const std::string own = regularStep(depths_, depthDecimals_);
+    std::string own = regularStep(depths_, depthDecimals_);
     if (!own.empty()) return own;
     return told || (depths_.size() < 2 && isNumeric(given)) ? "" : "0";
 }

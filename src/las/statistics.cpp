@@ -21,14 +21,10 @@ constexpr double noMaximum = -1e10;
 constexpr double footMetres = 0.3048;
 constexpr std::size_t intervalLimit = 100'000;
 
-void warn(UserInterface& user, std::string title, std::string text) {
-    user.ask({std::move(title), std::move(text), Buttons::Ok, Icon::Warning, Answer::Ok});
-}
-
 float readNull(const LasFile& file, UserInterface& user) {
     const std::string text = file.value("NULL").text;
     if (trim(text).empty()) {
-        warn(user, "Null Value Absent!", "Null Value not specified in header of this LAS. Assuming -999.25.");
+        showWarning(user, "Null Value Absent!", "Null Value not specified in header of this LAS. Assuming -999.25.");
         return static_cast<float>(lasNull);
     }
     const double value = val(text);
@@ -42,11 +38,11 @@ std::string readDepthUnit(const LasFile& file, UserInterface& user) {
     std::string unit = file.value("STRT").unit;
     if (trim(unit).empty()) unit = file.value(indexMnem).unit;
     if (trim(unit).empty()) {
-        warn(user, "Depth Units Absent!", "Depth Units not specifed in header of this LAS. Assuming FT.");
+        showWarning(user, "Depth Units Absent!", "Depth Units not specifed in header of this LAS. Assuming FT.");
         return "FT";
     }
     if (!beginsWith(unit, "F") && !beginsWith(unit, "M")) {
-        warn(user, "Unusual Depth Units", "Depth Units, " + unit + ", are not as expected (F or M). Using FT");
+        showWarning(user, "Unusual Depth Units", "Depth Units, " + unit + ", are not as expected (F or M). Using FT");
         return "FT";
     }
     return unit;

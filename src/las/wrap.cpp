@@ -14,9 +14,6 @@ namespace welvane {
 
 namespace {
 
-/// Lines of wrapped data hold at most 80 characters; two are the line end.
-constexpr double wrappedLineWidth = 78;
-
 /// Puts `text` over the old value of a header line, its right end where the old one's was when the blanks in front give
 /// room, so that the colon keeps its place. The character behind the dot stays free: what is stuck to the dot is a
 /// unit.
@@ -69,7 +66,7 @@ void writeColumn(OutputFile& target, std::string_view word, std::size_t width, b
 bool writeWrapped(LineReader& source, OutputFile& target, const DataShape& shape, RunTurn& turn) {
     const auto width = static_cast<std::size_t>(
         std::max(1, roundToEven(static_cast<double>(shape.bytesPerStep) / shape.wordsPerStep)));
-    const int perLine = std::max(1, roundToEven(wrappedLineWidth / static_cast<double>(width)));
+    const int perLine = std::max(1, roundToEven(static_cast<double>(wrapLineLength) / static_cast<double>(width)));
     for (std::string_view line; source.next(line);) {
         if (!turn.goesOn(source.position())) return false;
         std::string_view word = nextDataWord(line);

@@ -10,6 +10,10 @@
 
 namespace welvane {
 
+/// Characters of the columns on a wrapped line, of which as many as fit stand on one: lines of wrapped data hold at
+/// most 80 characters, and two are the line end.
+inline constexpr int wrapLineLength = 78;
+
 /// How a long step ended.
 enum class StepResult { Done, Failed, Cancelled };
 

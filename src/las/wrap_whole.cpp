@@ -6,6 +6,7 @@
 #include "las/data_access.h"
 #include "las/data_words.h"
 #include "las/run_turn.h"
+#include "las/wrap.h"
 #include "platform/output_file.h"
 #include "shared/failure.h"
 #include "shared/settings.h"
@@ -14,9 +15,6 @@
 namespace welvane {
 
 namespace {
-
-/// Lines of wrapped data hold at most 80 characters; two are the line end.
-constexpr std::size_t wrappedLineWidth = 78;
 
 class WrapWriter {
   public:
@@ -116,7 +114,7 @@ class WrapWriter {
     }
 
     void writeWrapped(const std::vector<std::string_view>& words, OutputFile& output) const {
-        const std::size_t width = widest_ + 1, perLine = std::max<std::size_t>(1, wrappedLineWidth / width);
+        const std::size_t width = widest_ + 1, perLine = std::max<std::size_t>(1, wrapLineLength / width);
         output.writeLine(words.front());
         for (std::size_t column = 1; column < values_; ++column) {
             writeAligned(output, words[column], width);

@@ -30,10 +30,6 @@ Table headed(const Texts& heads) {
     return table;
 }
 
-void tell(App& app, std::string title, std::string text) {
-    app.user.ask({std::move(title), std::move(text), Buttons::Ok, Icon::Warning, Answer::Ok});
-}
-
 const std::string& nameOfRow(const Table& table, int row) {
     if (row < 1) throw RunTimeFailure("subscript out of range");
     return table.text(row, 0);
@@ -104,7 +100,7 @@ bool CurveLibrary::openLASLibAdd() {
         why = failure.reason();
     }
     if (lines.empty()) {
-        tell(app_, "No Channels", path + ": " + why);
+        showWarning(app_.user, "No Channels", path + ": " + why);
         return false;
     }
     ard_.resize(1, ard_.columns());
@@ -129,7 +125,7 @@ LibraryAdditions CurveLibrary::addToLibrary() {
     showRows();
     std::string told;
     for (const LibraryAdditions::LeftOut& left : additions.leftOut) told.append(left.mnem + ": " + left.why + "\n");
-    if (!told.empty()) tell(app_, "Not Added", std::move(told));
+    if (!told.empty()) showWarning(app_.user, "Not Added", std::move(told));
     return additions;
 }
 
@@ -302,7 +298,7 @@ bool CurveLibrary::save() {
         // Nothing read and nothing made: no file has to appear.
         if (groupNames(app_.reference, part).empty() && !fileExists(libraryPath(app_, part))) continue;
         const std::string why = saveLibrary(app_, part);
-        if (!why.empty()) tell(app_, "Can't Save Library", libraryPath(app_, part) + ": " + why);
+        if (!why.empty()) showWarning(app_.user, "Can't Save Library", libraryPath(app_, part) + ": " + why);
         done = done && why.empty();
     }
     changed_ = changed_ && !done;

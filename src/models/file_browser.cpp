@@ -26,10 +26,6 @@ struct NoCase {
     bool operator()(std::string_view one, std::string_view other) const { return lessText(one, other); }
 };
 
-void tell(App& app, std::string title, std::string text) {
-    app.user.ask({std::move(title), std::move(text), Buttons::Ok, Icon::Warning, Answer::Ok});
-}
-
 std::string listOf(std::vector<std::string> names) {
     const std::size_t count = names.size();
     if (count > namesInBox) names.resize(namesInBox);
@@ -119,7 +115,7 @@ std::vector<std::pair<std::string, std::string>> FileBrowser::details() const {
 bool FileBrowser::goTo(const std::string& folder) {
     const std::string problem = listFolder(folder, pattern_).problem;
     if (!problem.empty()) {
-        tell(frame_.app, "Can't Open Folder", folder + ": " + problem);
+        showWarning(frame_.app.user, "Can't Open Folder", folder + ": " + problem);
         return false;
     }
     frame_.browser.folder = withBackslash(folder);
@@ -142,7 +138,7 @@ bool FileBrowser::chooseDestination() {
     const std::string chosen = frame_.app.user.askFolder("Select Destination Folder", frame_.browser.outDir);
     if (chosen.empty()) return false;
     if (!folderExists(chosen)) {
-        tell(frame_.app, "Can't Open Folder", chosen + ": it is not there");
+        showWarning(frame_.app.user, "Can't Open Folder", chosen + ": it is not there");
         return false;
     }
     frame_.browser.outDir = frame_.app.settings.outDir = withBackslash(chosen);
@@ -161,7 +157,7 @@ bool FileBrowser::chooseExtension() {
     if (typed.empty()) return false;
     const std::string pattern = patternOf(typed);
     if (pattern.empty()) {
-        tell(frame_.app, "Extension Error", std::string(extensionError) + lineOfName(typed) + ")");
+        showWarning(frame_.app.user, "Extension Error", std::string(extensionError) + lineOfName(typed) + ")");
         return false;
     }
     pattern_ = pattern;
@@ -187,7 +183,8 @@ void FileBrowser::deleteSelected() {
     }
     refresh();
     select(selected());
-    if (!failed.empty()) tell(frame_.app, "Can't Delete File!", "Unable to delete " + listOf(std::move(failed)));
+    if (!failed.empty())
+        showWarning(frame_.app.user, "Can't Delete File!", "Unable to delete " + listOf(std::move(failed)));
 }
 
 bool FileBrowser::makeFolder() {
@@ -202,9 +199,9 @@ bool FileBrowser::makeFolder() {
         why = made ? "" : failed ? failed.message() : "it is there already";
     }
     if (why.empty()) return enterFolder(name);
-    tell(frame_.app, "Unable to Create Folder",
-         "Illegal folder name or unable to create the folder \"" + lineOfName(name) +
-             "\". Try again. Error was :" + why);
+    showWarning(frame_.app.user, "Unable to Create Folder",
+                "Illegal folder name or unable to create the folder \"" + lineOfName(name) +
+                    "\". Try again. Error was :" + why);
     return false;
 }
 

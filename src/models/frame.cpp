@@ -18,10 +18,6 @@ namespace welvane {
 
 namespace {
 
-void tell(App& app, std::string title, std::string text) {
-    app.user.ask({std::move(title), std::move(text), Buttons::Ok, Icon::Warning, Answer::Ok});
-}
-
 void openTables(Frame& frame) {
     openSession(frame.app, frame.session);
     frame.tab = SessionTab::Channels;
@@ -147,12 +143,12 @@ void selectionChanged(Frame& frame) {
 bool openInSession(Frame& frame, const std::string& path) {
     const int slot = slotToOpen(frame);
     if (slot == slotCount) {
-        tell(frame.app, "No Free File",
-             "All four files are loaded. Go to the row of the file to replace and open again.");
+        showWarning(frame.app.user, "No Free File",
+                    "All four files are loaded. Go to the row of the file to replace and open again.");
         return false;
     }
     if (!fileExists(path)) {
-        tell(frame.app, "File Not Loaded", path + ": no such file");
+        showWarning(frame.app.user, "File Not Loaded", path + ": no such file");
         return false;
     }
     frame.session.slots[static_cast<std::size_t>(slot)].path = path;
@@ -162,7 +158,8 @@ bool openInSession(Frame& frame, const std::string& path) {
         return true;
     }
     if (loaded.status != LoadStatus::Declined)
-        tell(frame.app, "File Not Loaded", loaded.why.starts_with(path) ? loaded.why : path + ": " + loaded.why);
+        showWarning(frame.app.user, "File Not Loaded",
+                    loaded.why.starts_with(path) ? loaded.why : path + ": " + loaded.why);
     return false;
 }
 

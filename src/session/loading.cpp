@@ -137,7 +137,7 @@ SlotLoadResult freeWithoutFile(Session& session, int slot) {
     return {LoadStatus::NoFile, why, 0, 0, {}};
 }
 
-SlotLoadResult loadInto(App& app, Session& session, int slot, LasFilePointer file) {
+SlotLoadResult loadInto(App& app, Session& session, int slot, const LasFilePointer& file) {
     SlotLoadResult result;
     const std::string path = session.slots[slot].path;
     session.tables.setting(PrdRow::Head) = path;
@@ -198,7 +198,7 @@ SlotLoadResult Open4Files(App& app, Session& session, int slot) {
         if (mayReadUnixFile(app, path, file)) {
             // The tables are built in a copy, so that a failure half way leaves none of them torn.
             Session next = session;
-            result = loadInto(app, next, slot, std::move(file));
+            result = loadInto(app, next, slot, file);
             session = std::move(next);
             return result;
         }

@@ -11,8 +11,8 @@ namespace welvane {
 /// The path as this system opens it: the text itself when such a file exists, otherwise with each "\" as "/".
 std::string resolvePath(std::string_view path);
 
-/// A file that is there, whatever kind it has but a folder; "" is none. FileFailure when the system does not tell: a file
-/// that was taken for missing would be left out of a run unseen.
+/// A file that is there, whatever kind it has but a folder; "" is none. FileFailure when the system does not tell: a
+/// file that was taken for missing would be left out of a run unseen.
 bool fileExists(std::string_view path);
 bool folderExists(std::string_view path);
 /// Bytes of a regular file; nothing when it cannot be told.

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "shared/notes.h"
@@ -75,6 +76,11 @@ struct UserInterface {
     /// One turn for pending events, once per record or line; never called in command mode.
     virtual void pumpEvents() {}
 };
+
+/// A box with a warning sign and the one button OK, until it was read.
+inline void showWarning(UserInterface& user, std::string title, std::string text) {
+    user.ask({std::move(title), std::move(text), Buttons::Ok, Icon::Warning, Answer::Ok});
+}
 
 /// The headless line: shows nothing, answers as each prompt says.
 class SilentInterface : public UserInterface {

@@ -8,7 +8,7 @@
 namespace welvane {
 namespace {
 
-constexpr double none = std::numeric_limits<double>::quiet_NaN();
+constexpr double missing = std::numeric_limits<double>::quiet_NaN();
 
 /// Samples with stretches of none, from a seed.
 std::vector<double> holedSamples(std::size_t count, unsigned seed) {
@@ -18,7 +18,7 @@ std::vector<double> holedSamples(std::size_t count, unsigned seed) {
         samples[index] = random() % 500 == 0 ? 900 : static_cast<double>(random() % 100);
     for (int hole = 0; hole < 12; ++hole) {
         const std::size_t from = random() % count, length = random() % (count / 20);
-        for (std::size_t index = from; index < std::min(count, from + length); ++index) samples[index] = none;
+        for (std::size_t index = from; index < std::min(count, from + length); ++index) samples[index] = missing;
     }
     return samples;
 }
@@ -78,12 +78,12 @@ TEST_F(TraceTest, keepsTheExtremesOfEveryPixelRow) {
 }
 
 TEST_F(TraceTest, gapsStayGapsAndASingleSampleIsADot) {
-    const Trace drawn = trace({0, 100, 200, 300, 400, 500, 600}, {1, 2, none, 4, none, none, 7});
+    const Trace drawn = trace({0, 100, 200, 300, 400, 500, 600}, {1, 2, missing, 4, missing, missing, 7});
     ASSERT_EQ(drawn.inside.pieces.size(), 3u);
     EXPECT_EQ(drawn.inside.pieces[0].size(), 2u);
     EXPECT_EQ(drawn.inside.pieces[1].size(), 1u);
     EXPECT_EQ(drawn.inside.pieces[2].size(), 1u);
-    EXPECT_TRUE(trace({0, 1}, {none, none}).inside.pieces.empty());
+    EXPECT_TRUE(trace({0, 1}, {missing, missing}).inside.pieces.empty());
 }
 
 TEST_F(TraceTest, aCurveBeyondItsScaleRunsAlongTheEdge) {

@@ -6,8 +6,9 @@
 #include "las/read_channels.h"
 #include "shared/numbers.h"
 
-/// print_channels FILE [--loose]: the channels of a LAS file as ChannelReader gives them, for another reader to compare.
-/// The names on the first line, then a record a line, parted by tabs, "." for null. Notes on stderr. 1 for a refusal.
+/// print_channels FILE [--loose]: the channels of a LAS file as ChannelReader gives them, for another reader to
+/// compare. The names on the first line, then a record a line, parted by tabs, "." for null. Notes on stderr. 1 for a
+/// refusal.
 namespace welvane {
 namespace {
 
