@@ -34,6 +34,8 @@ std::string_view remedyText(Remedy remedy) {
             return " (--delimiter?)";
         case Remedy::Units:
             return " (--units has to name it)";
+        case Remedy::IndexUnit:
+            return " (--index-unit names it)";
         case Remedy::DecimalComma:
             return " (--decimal-comma reads it as a point)";
         case Remedy::DataRow:

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "cli/console.h"
-#include "cli/json.h"
+#include "cli/json_document.h"
 #include "jobs/each_file.h"
 
 /// Verbs that tell something of each of many files.
@@ -21,43 +21,32 @@ struct FileFace {
     std::function<bool(const Report& report)> good{};
 };
 
-/// Entries of one JSON document: the entry itself for one file, an array for several.
-class JsonEntries {
-  public:
-    JsonEntries(Console& console, std::size_t files) : console_(console), files_(files) {}
-    void add(Json entry) { entries_.push(std::move(entry)); }
-    /// With --json; nothing for a single file that came to nothing.
-    void print();
-
-  private:
-    Console& console_;
-    std::size_t files_;
-    Json entries_ = Json::array();
-};
-
 /// Does the work for each file and shows its result; a refusal is told and the next one follows. Negative when one was
 /// refused or was no good.
 template <class Report>
 ExitCode showEachFile(Console& console, const std::vector<std::string>& files, const FileWork<Report>& work,
                       const FileFace<Report>& face) {
-    JsonEntries entries(console, files.size());
+    Json entries = Json::array();
+    std::vector<Note> notes;
     ExitCode code = ExitCode::Done;
     bool first = true;
     const auto take = [&](const FileResult<Report>& result) {
+        notes.insert(notes.end(), result.notes.begin(), result.notes.end());
         if (!result.report) {
+            entries.push(refusedEntry(result.file, result.fault));
             console.say(result.fault);
             code = ExitCode::Negative;
             return;
         }
         if (console.options().json)
-            entries.add(face.json(result.file, *result.report));
+            entries.push(face.json(result.file, *result.report));
         else
             console.print((first ? "" : std::string(face.between)) + face.text(result.file, *result.report));
         first = false;
         if (face.good && !face.good(*result.report)) code = ExitCode::Negative;
     };
     const bool whole = eachFile<Report>(console.bench(), files, 0, work, take);
-    entries.print();
+    if (console.options().json) console.print(jsonDocument(std::move(entries), notes).dump(2) + "\n");
     return whole ? code : ExitCode::Interrupted;
 }
 

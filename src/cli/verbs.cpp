@@ -29,7 +29,7 @@ VerbOptions commonOptions(const Verb& verb, CommonOptions& common) {
                 {"-y,--yes", &common.yes, "", "Answer every question with Yes or OK"},
                 {"-n,--no", &common.no, "", "Answer every question with No or Cancel", {.excludes = "--yes"}},
                 {"-f,--force", &common.force, "", "Replace an output that exists"},
-                {"--strict", &common.strict, "", "Refuse an input whose lines end in LF only"}});
+                {"--strict", &common.strict, "", "Refuse an input of which there is something to note"}});
     if (verb.json) addOptions(rows, commonGroup, {{"--json", &common.json, "", "Print one JSON document on stdout"}});
     return rows;
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "jobs/true_input.h"
 #include "jobs/workbench.h"
 
 /// One thing done to each of many files, in this thread or by several workers.
@@ -56,7 +57,7 @@ void workOn(Workbench& bench, const FileWork<Report>& work, std::size_t item, Fi
     try {
         result.report = work(bench, result.file, item);
     } catch (...) {
-        result.fault = faultInFlight();
+        result.fault = faultOf(result.file);
     }
     result.notes = bench.takeNotes();
 }

@@ -70,6 +70,12 @@ std::string whyUnreadable(std::string_view path) {
 
 std::string whyNoText(std::string_view bytes) {
     if (bytes.empty()) return "the file is empty";
+    // Space that a crashed writer took and never filled; the file can be larger than anyone would want to read.
+    if (bytes.back() == '\0') {
+        const std::size_t first = bytes.find('\0');
+        return "byte " + numberText(first + 1) + ", in line " + numberText(lineNumberAt(bytes, first, LineRule::Any)) +
+               ", is NUL, and so is the file's end: it was not written to its end";
+    }
     const std::size_t nul = bytes.substr(0, firstBlock).find('\0');
     if (nul != npos) return "not a text file: byte " + numberText(nul + 1) + " is NUL";
     return {};

@@ -1,8 +1,5 @@
 #include "jobs/list.h"
 
-#include <optional>
-
-#include "jobs/each_file.h"
 #include "listing/listing_options.h"
 #include "platform/mapped_file.h"
 
@@ -29,45 +26,40 @@ Table listingOrd(App& app, const ListRequest& request) {
 /// Opens the files one after another, each when its turn comes.
 class ListInputs {
   public:
-    ListInputs(Workbench& bench, const ListRequest& request, const ListWatcher& watcher)
-        : bench_(bench), request_(request), watcher_(watcher) {}
+    ListInputs(Workbench& bench, std::size_t files) : bench_(bench), files_(static_cast<double>(files)) {}
     ListInputs(const ListInputs&) = delete;
     ListInputs& operator=(const ListInputs&) = delete;
-    ~ListInputs() {
-        close();
-        bench_.user().endWork();
-    }
+    ~ListInputs() { bench_.user().endWork(); }
 
-    /// Nothing for one that is refused.
     LasFilePointer open(const std::string& file) {
-        close();
-        const auto all = static_cast<double>(request_.files.size());
-        bench_.user().startWork({.label = "Listing",
-                                 .file = file,
-                                 .begin = static_cast<double>(opened_) / all,
-                                 .end = static_cast<double>(opened_ + 1) / all});
-        ++opened_;
-        try {
-            last_ = bench_.openLas(file, request_.loose);
-            return last_->file;
-        } catch (const std::runtime_error&) {
-            if (watcher_.refused) watcher_.refused(faultInFlight());
-            return {};
-        }
+        bench_.user().startWork(
+            {.label = "Listing", .file = file, .begin = opened_ / files_, .end = (opened_ + 1) / files_});
+        opened_ += 1;
+        return openTrue(file);
     }
 
   private:
-    void close() {
-        if (last_) bench_.release(*last_);
-        last_.reset();
-    }
-
     Workbench& bench_;
-    const ListRequest& request_;
-    const ListWatcher& watcher_;
-    std::optional<Input> last_;
-    std::size_t opened_ = 0;
+    double files_, opened_ = 0;
 };
+
+/// Tells what is to be told of a file; false refuses it.
+bool acceptFile(Workbench& bench, const ListWatcher& watcher, const FileListing& listing) {
+    if (bench.rules().strict)
+        if (Reason why = whyNotStrict(listing.notes); !why.none()) {
+            if (watcher.refused) watcher.refused({.file = listing.path, .reason = std::move(why)});
+            return false;
+        }
+    for (const Note& note : listing.notes) bench.note(note);
+    return true;
+}
+
+void noteWhatIsInNoSum(Workbench& bench, const ListReport& report) {
+    if (!report.options.needsStatistics()) return;
+    for (const std::string& file : report.result.totals.withoutLengths)
+        bench.note(NoteKind::Unit, file,
+                   "its index is no depth in a known unit; it is in no sum of lengths and no price");
+}
 
 void keepSummary(const std::string& from, const std::string& to, OutputFile::Mode mode) {
     OutputFile kept(to, mode);
@@ -86,25 +78,27 @@ ListReport listFiles(Workbench& bench, const ListRequest& request, const ListWat
     ListReport report;
     report.options = readListingOptions(listingOrd(bench.app(), request));
     report.options.rules = FigureRules::trueFigures;
+    report.options.reading = request.choices.reading();
+    report.options.indexUnit = request.choices.indexUnit;
     const std::string scratch = bench.app().platform.scratchFolder();
     report.listingPath = scratch + "listing.txt";
     report.summaryPath = scratch + "summary.txt";
     {
-        ListInputs inputs(bench, request, watcher);
+        ListInputs inputs(bench, request.files.size());
         ListingRequest listing;
         listing.files = request.files;
         listing.listingPath = report.listingPath;
         listing.reportPath = report.summaryPath;
-        listing.onUnreadable = [&watcher](const std::string& file, const std::string& why) {
-            if (watcher.refused) watcher.refused({.file = file, .reason = {why}});
+        listing.onUnreadable = [&watcher](const std::string& file) {
+            const Fault fault = faultOf(file);
+            if (watcher.refused) watcher.refused(fault);
         };
+        listing.accept = [&](const FileListing& file) { return acceptFile(bench, watcher, file); };
         listing.open = [&inputs](const std::string& file) { return inputs.open(file); };
         if (watcher.listed) listing.onFile = [&](const FileListing& file) { watcher.listed(file, report.options); };
         report.result = propertyListing(bench.app(), report.options, listing, report.grid);
     }
-    for (const std::string& file : report.result.totals.withoutLengths)
-        bench.note(NoteKind::Unit, file,
-                   "its index is no depth in metres or feet; it is in no sum of lengths and no price");
+    noteWhatIsInNoSum(bench, report);
     report.notes = bench.takeNotes();
     if (report.result.cancelled) return report;
     if (!report.result.why.empty()) throw Refusal("", report.result.why);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "jobs/price.h"
+#include "jobs/true_input.h"
 #include "jobs/workbench.h"
 #include "listing/listing.h"
 
@@ -20,7 +21,7 @@ struct ListRequest {
     bool listMnemonics = true, curves = true, footage = true, intervals = false, statistics = true;
     bool grid = false;          ///< fill the grid, whether statistics are listed or not
     bool includePrice = false;  ///< each detail of the price includes it too
-    bool loose = false;         ///< accept data of no regular shape
+    ReadingChoices choices{};
     PriceDetails price{};
 };
 

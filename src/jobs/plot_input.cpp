@@ -3,30 +3,15 @@
 #include <algorithm>
 #include <numeric>
 
-#include "jobs/las_check.h"
+#include "jobs/true_input.h"
 #include "las/run_turn.h"
 #include "picture/axis.h"
-#include "shared/failure.h"
 #include "shared/files.h"
 #include "shared/text.h"
 
 namespace welvane {
 
 namespace {
-
-LasFilePointer openTrue(const std::string& file) {
-    try {
-        LasFilePointer opened = openLasFile(resolvePath(file), FigureRules::trueFigures);
-        if (const std::string why = whyNoText(opened->bytes()); !why.empty()) throw Refusal(file, why);
-        return opened;
-    } catch (const FileFailure& failure) {
-        throw Refusal(file, failure.reason());
-    }
-}
-
-Remedy remedyFor(DataRefusal::Help help) {
-    return help == DataRefusal::Help::Loose ? Remedy::Loose : Remedy::None;
-}
 
 /// Records one behind the other become columns.
 void addBlock(const RecordBlock& block, std::vector<std::vector<double>>& columns) {
@@ -129,15 +114,7 @@ PlotInput readOpened(Workbench& bench, const LasFile& file, const std::string& s
 PlotInput readPlotInput(Workbench& bench, const std::string& file, const std::string& shownName,
                         const ChannelReading& how) {
     const LasFilePointer opened = openTrue(file);
-    try {
-        return readOpened(bench, *opened, shownName, how);
-    } catch (const DataRefusal& refused) {
-        throw Refusal(shownName, refused.what(), remedyFor(refused.help));
-    } catch (const FileFailure& failure) {
-        throw Refusal(shownName, failure.reason());
-    } catch (const RunTimeFailure& failure) {
-        throw Refusal(shownName, failure.what());
-    }
+    return readingOf(shownName, [&] { return readOpened(bench, *opened, shownName, how); });
 }
 
 std::optional<double> indexFactor(const IndexUnit& unit, const IndexUnit& wanted) {

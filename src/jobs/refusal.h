@@ -17,6 +17,7 @@ enum class Remedy {
     Step,          ///< to name its step
     DecimalComma,  ///< to read a comma inside numbers as a point
     Units,         ///< to name the unit
+    IndexUnit,     ///< to name the unit of the index
     Delimiter,     ///< to name what parts the columns of a table
     DataRow,       ///< to name the first line of data of a table
     Checker,       ///< to name the checker, or to set it once for all

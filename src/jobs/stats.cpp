@@ -15,20 +15,25 @@ std::string topsOf(const LasFile& file) {
 
 }  // namespace
 
-LasStatistics readStatistics(Workbench& bench, const std::string& file, const StatsRequest& request) {
-    const Input input = bench.openLas(file, request.loose);
+TrueStatistics readStatistics(Workbench& bench, const std::string& file, const StatsRequest& request) {
+    const LasFilePointer opened = openTrue(file);
     RunState& run = bench.app().run;
     run.statusText = "Reading " + fileNameOf(file);
-    const WorkInHand work(bench.user(), {.bytes = fileSize(input.path).value_or(0)});
-    LasStatistics statistics;
-    const StepResult result = readLasStatistics(*input.file, request.top, statistics, run, bench.user());
-    if (result == StepResult::Cancelled) throw Refusal(file, "stopped");
-    if (result != StepResult::Done) throw Refusal(file, "its data cannot be read");
-    if (!request.top.empty() && !statistics.formationFound)
-        throw Refusal(file, "no top is named " + request.top + "; " + topsOf(*input.file));
+    const WorkInHand work(bench.user(), {.bytes = opened->bytes().size()});
+    RunTurn turn(run, bench.user(), opened->bytes().size());
+    std::optional<TrueStatistics> statistics = readingOf(file, [&] {
+        return readTrueStatistics(
+            *opened,
+            {.how = request.choices.reading(), .indexUnit = request.choices.indexUnit, .formation = request.top}, file,
+            turn);
+    });
+    if (!statistics) throw Refusal(file, "stopped");
+    if (!request.top.empty() && !statistics->formationFound)
+        throw Refusal(file, "no top is named " + request.top + "; " + topsOf(*opened));
+    tellNotes(bench, file, statistics->notes);
     // The index is no channel of its own: it has no numbers.
-    if (!statistics.channels.empty()) statistics.channels.erase(statistics.channels.begin());
-    return statistics;
+    statistics->channels.erase(statistics->channels.begin());
+    return std::move(*statistics);
 }
 
 }  // namespace welvane

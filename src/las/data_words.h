@@ -28,6 +28,12 @@ constexpr std::string_view trimDataLine(std::string_view line) {
     return line;
 }
 
+/// A line whose cells are parted by tabs, without those in front: a first cell that is empty would be no index.
+constexpr std::string_view withoutIndent(std::string_view line) {
+    while (!line.empty() && isDataBlank(line.front())) line.remove_prefix(1);
+    return line;
+}
+
 /// Takes the next word off the front of `rest`; empty when there is none.
 constexpr std::string_view nextDataWord(std::string_view& rest) {
     const char* place = rest.data();

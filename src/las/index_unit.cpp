@@ -18,13 +18,12 @@ struct KnownUnit {
     double metres;
 };
 
-constexpr double footMetres = 0.3048;  // international foot, by definition
 constexpr double inchMetres = 0.0254;  // by definition
 constexpr KnownUnit metre(std::string_view text) {
     return {text, IndexUnitKind::Metre, 1};
 }
 constexpr KnownUnit foot(std::string_view text) {
-    return {text, IndexUnitKind::Foot, footMetres};
+    return {text, IndexUnitKind::Foot, metresInFoot};
 }
 constexpr KnownUnit length(std::string_view text, double metres) {
     return {text, IndexUnitKind::OtherLength, metres};
@@ -79,6 +78,10 @@ IndexUnit readIndexUnit(std::string_view text) {
     for (const KnownUnit& known : knownUnits)
         if (sameText(bare, known.text)) return {known.kind, std::string(trim(text)), known.metres};
     return {IndexUnitKind::Unknown, std::string(trim(text)), 0};
+}
+
+std::string shownUnit(const IndexUnit& unit) {
+    return unit.text.size() == 1 ? upper(unit.text) : unit.text;
 }
 
 bool sameIndexUnit(const IndexUnit& one, const IndexUnit& other) {

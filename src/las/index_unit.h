@@ -18,6 +18,9 @@ enum class IndexUnitKind {
     Time          ///< seconds, hours, dates: never converted
 };
 
+/// Metres in an international foot, by definition.
+inline constexpr double metresInFoot = 0.3048;
+
 /// A unit of an index. Brackets around it do not count, letter case does not, "IN" is the inch, "NA" no unit.
 struct IndexUnit {
     IndexUnitKind kind = IndexUnitKind::Unknown;
@@ -27,6 +30,8 @@ struct IndexUnit {
     bool isLength() const { return metres > 0; }
 };
 IndexUnit readIndexUnit(std::string_view text);
+/// The unit as tables show it: a single letter as a capital.
+std::string shownUnit(const IndexUnit& unit);
 /// True where both are known and mean the same ("M" and "METRES"); two times always do, since none is converted.
 bool sameIndexUnit(const IndexUnit& one, const IndexUnit& other);
 

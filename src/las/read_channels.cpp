@@ -19,6 +19,12 @@ constexpr bool isUsualNull(double value) {
     return value == -999.25 || value == -9999.25 || value == -999 || value == -9999 || value == -99999;
 }
 
+std::string whyNoData(const LasText& text) {
+    if (text.seekSection('A')) return "no data behind its ~A line";
+    if (text.seekSection('C') || text.seekSection('W')) return "no ~A section: nothing but a header";
+    return "no LAS file: it has neither ~Curve nor ~A";
+}
+
 constexpr std::string_view lineBreaksAndEnd = " \t\r\n\x1A";
 
 }  // namespace
@@ -31,7 +37,7 @@ ChannelReader::ChannelReader(const LasFile& file, const ChannelReading& how)
       null_(readFileNull(file.text())),
       lines_(file.text().lines()),
       row_(shape_.columns) {
-    if (shape_.columns == 0) throw RunTimeFailure("no data behind its ~A line");
+    if (shape_.columns == 0) throw RunTimeFailure(whyNoData(file.text()));
     facts_.channels.resize(shape_.columns);
     // The header's lines too, so that the ends of all are counted.
     const std::size_t data = file.text().seekSection('A').value_or(0);
@@ -177,6 +183,7 @@ void ChannelReader::takeCells(std::string_view line) {
 }
 
 void ChannelReader::takeDelimitedCells(std::string_view line) {
+    if (shape_.delimiter == '\t') line = withoutIndent(line);
     for (bool more = true; more;) {
         const std::size_t end = line.find(shape_.delimiter);
         const std::string_view word = trimDataLine(line.substr(0, end));

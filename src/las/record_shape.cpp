@@ -31,7 +31,7 @@ std::vector<std::string_view> linesToLookAt(const LasText& text, std::size_t sta
 
 std::size_t countCells(std::string_view line, char delimiter) {
     if (delimiter == ' ') return countDataWords(line);
-    line = trim(line);
+    line = delimiter == '\t' ? withoutIndent(line) : trim(line);
     const auto marks = static_cast<std::size_t>(std::count(line.begin(), line.end(), delimiter));
     return marks + (endsWith(line, std::string_view(&delimiter, 1)) ? 0U : 1U);
 }
@@ -177,7 +177,8 @@ RecordShape judgeRecords(const LasText& text, bool decimalComma) {
     const auto occurs = [&words](std::size_t count) {
         return std::find(words.begin(), words.end(), count) != words.end();
     };
-    if (!occurs(curveLines) && occurs(counts.all)) curveLines = counts.all;
+    // A stray line of as many values as there are proper lines does not outweigh all the others.
+    if ((!occurs(curveLines) && occurs(counts.all)) || mostFrequent(words) == counts.all) curveLines = counts.all;
     const bool allEqual =
         std::count(words.begin(), words.end(), words.front()) == static_cast<std::ptrdiff_t>(words.size());
     const bool told = sameText(getLasValue(text, "WRAP", 'V').text, "YES");

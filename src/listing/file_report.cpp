@@ -1,7 +1,9 @@
 #include "listing/file_report.h"
 
 #include "las/data_access.h"
+#include "las/run_turn.h"
 #include "listing/listing_text.h"
+#include "shared/failure.h"
 #include "shared/numbers.h"
 
 namespace welvane {
@@ -49,19 +51,41 @@ StepResult readHeaderOnly(const LasFile& file, FileListing& listing) {
     return StepResult::Done;
 }
 
-/// By true figures: the names and the unit as they stand in the file.
-void takeTrueNames(const LasFile& file, FileListing& listing) {
-    LasStatistics& statistics = listing.statistics;
-    const SlotChannels channels = readSlotChannels(file);
-    if (channels.size() == statistics.channels.size())
-        for (std::size_t index = 0; index < channels.size(); ++index)
-            statistics.channels[index].field = channels[index].field;
-    const DepthHeader header = file.depthHeader();
-    std::string unit(trim(header.strt().unit.empty() ? header.stop().unit : header.strt().unit));
-    if (unit.empty() && !channels.empty()) unit = trim(channels.front().field.unit);
-    if (unit.size() == 1) unit = upper(unit);
-    if (!unit.empty()) statistics.depthUnit = unit;
-    listing.hasLengths = unit.empty() || isLengthUnit(unit);
+/// The same by true figures.
+StepResult readTrueHeader(const LasFile& file, const ListingOptions& options, TrueStatistics& statistics) {
+    statistics.unit = chooseIndexUnit(file.text(), options.indexUnit);
+    const RecordShape shape = judgeRecords(file.text(), options.reading.decimalComma);
+    for (const HeaderField& field : nameColumns(file.text(), shape.columns).channels)
+        statistics.channels.emplace_back().field = field;
+    statistics.depthUnit = shownUnit(statistics.unit);
+    return statistics.channels.empty() ? StepResult::Failed : StepResult::Done;
+}
+
+StepResult readTrueListing(App& app, const LasFile& file, const std::string& name, const ListingOptions& options,
+                           FileListing& listing) {
+    TrueStatistics statistics;
+    if (listing.hasStatistics) {
+        RunTurn turn(app.run, app.user, file.bytes().size());
+        const StatisticsWish wish{options.reading, options.indexUnit, options.topName};
+        std::optional<TrueStatistics> read = readTrueStatistics(file, wish, name, turn);
+        if (!read) return StepResult::Cancelled;
+        statistics = std::move(*read);
+    } else if (readTrueHeader(file, options, statistics) == StepResult::Failed) {
+        throw RunTimeFailure("no channel in its header and no data");
+    }
+    listing.notes = std::move(statistics.notes);
+    listing.hasLengths = statistics.unit.isLength();
+    listing.depthFactor = listing.hasLengths ? statistics.unit.metres / metresInFoot : 1;
+    listing.statistics = std::move(statistics);
+    return StepResult::Done;
+}
+
+StepResult readListingAsLaidDown(App& app, const LasFile& file, const ListingOptions& options, FileListing& listing) {
+    const StepResult read = listing.hasStatistics
+                                ? readLasStatistics(file, options.topName, listing.statistics, app.run, app.user)
+                                : readHeaderOnly(file, listing);
+    listing.depthFactor = feetPerUnit(listing.statistics.depthUnit);
+    return read;
 }
 
 void writeTop(const LasStatistics& statistics, std::string_view topName, OutputFile& output) {
@@ -140,19 +164,18 @@ ListingOptions readListingOptions(const Table& ord) {
     return options;
 }
 
-StepResult readFileListing(App& app, const LasFile& file, const ListingOptions& options, FileListing& listing) {
+StepResult readFileListing(App& app, const LasFile& file, const std::string& name, const ListingOptions& options,
+                           FileListing& listing) {
     listing = {};
-    listing.path = file.path();
+    listing.path = name;
     listing.hasStatistics = options.needsStatistics();
-    const StepResult read = listing.hasStatistics
-                                ? readLasStatistics(file, options.topName, listing.statistics, app.run, app.user)
-                                : readHeaderOnly(file, listing);
+    const StepResult read = options.rules == FigureRules::trueFigures
+                                ? readTrueListing(app, file, name, options, listing)
+                                : readListingAsLaidDown(app, file, options, listing);
     if (read != StepResult::Done) return read;
-    if (options.rules == FigureRules::trueFigures) takeTrueNames(file, listing);
     listing.well = std::string(trim(file.value("WELL").text));
     if (options.mnemonicsList) readFields(file, options.mnemonics, listing.fields);
     const LasStatistics& statistics = listing.statistics;
-    listing.depthFactor = feetPerUnit(statistics.depthUnit);
     for (std::size_t index = 1; index < statistics.channels.size(); ++index)
         listing.curveTotal += statistics.channels[index].footage;
     if (!statistics.channels.empty())

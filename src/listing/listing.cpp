@@ -63,9 +63,12 @@ StepResult readNamed(App& app, const ListingOptions& options, const ListingReque
                      FileListing& listing) {
     try {
         const LasFilePointer file = request.open ? request.open(path) : openLasFile(path);
-        return file ? readFileListing(app, *file, options, listing) : StepResult::Failed;
-    } catch (const FileFailure& failure) {
-        if (request.onUnreadable) request.onUnreadable(path, failure.reason());
+        if (!file) return StepResult::Failed;
+        const StepResult read = readFileListing(app, *file, path, options, listing);
+        const bool taken = read != StepResult::Done || !request.accept || request.accept(listing);
+        return taken ? read : StepResult::Failed;
+    } catch (const std::runtime_error&) {
+        if (request.onUnreadable) request.onUnreadable(path);
         return StepResult::Failed;
     }
 }
@@ -82,7 +85,6 @@ void listFiles(App& app, const ListingOptions& options, const ListingRequest& re
         app.run.sourceLabel = path;
         FileListing listing;
         const StepResult read = readNamed(app, options, request, path, listing);
-        listing.path = path;
         if (read == StepResult::Cancelled) {
             result.cancelled = true;
             return;
@@ -149,7 +151,10 @@ ListingResult propertyListing(App& app, const ListingOptions& options, const Lis
         // What was listed up to a cancel is kept, as the box says; a file written beside is not.
         if (!result.cancelled || request.mode == OutputFile::Mode::InPlace) output.commit();
         if (result.cancelled) return result;
-        if (!result.totals.hasUnit) result.totals.depthUnit = options.price.perMetre ? "M" : "F";
+        if (!result.totals.hasUnit) {
+            result.totals.depthUnit = options.price.perMetre ? "M" : "F";
+            result.totals.depthFactor = feetPerUnit(result.totals.depthUnit);
+        }
         if (request.reportPath.empty()) return result;
         OutputFile report(request.reportPath, request.mode);
         writeSummary(result.totals, options, request.today.value_or(localToday()), report);

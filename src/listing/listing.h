@@ -40,9 +40,11 @@ struct ListingRequest {
     /// Opens what is read in place of a named file, such as a repaired copy; nullptr skips it. Without it files are
     /// read as named.
     std::function<LasFilePointer(const std::string& path)> open;
-    /// Told of a file that is skipped because it could not be opened or read, and why.
-    std::function<void(const std::string& path, const std::string& why)> onUnreadable;
-    /// Given each file that was read, for whoever wants its numbers; they are not kept.
+    /// Told of a file that is skipped because it could not be opened or read; called while the failure is under way.
+    std::function<void(const std::string& path)> onUnreadable;
+    /// Given each file that was read, before anything of it is listed: false skips it.
+    std::function<bool(const FileListing&)> accept;
+    /// Given each file that was listed, for whoever wants its numbers; they are not kept.
     std::function<void(const FileListing&)> onFile;
 };
 

@@ -45,13 +45,6 @@ inline std::string figureText(double value, FigureRules rules, double largest = 
     return masked || rules == FigureRules::asLaidDown ? formatMask(value, 4) : plainNumber(value);
 }
 
-/// True for a unit of metres or feet, of which lengths are added up.
-inline bool isLengthUnit(std::string_view unit) {
-    for (const std::string_view known : {"M", "METER", "METERS", "METRE", "METRES", "MTR", "F", "FT", "FEET", "FOOT"})
-        if (sameText(unit, known)) return true;
-    return false;
-}
-
 /// Feet in one of the unit: 1, or 1 / 0.3048 for a unit that begins with "M".
 inline double feetPerUnit(std::string_view depthUnit) {
     return beginsWith(depthUnit, "M") ? 1 / 0.3048 : 1;

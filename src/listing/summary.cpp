@@ -45,15 +45,21 @@ void writeChannels(const ListingTotals& totals, const ListingOptions& options, O
                        lengths ? formatMask(channel.footage, 4) : "", output);
 }
 
-void writeCost(const ListingTotals& totals, const ListingOptions& options, OutputFile& output) {
-    const PriceInput& price = options.price;
-    const auto factor = static_cast<float>(feetPerUnit(totals.depthUnit));
-    output.writeLine("COST ESTIMATE");
-    output.writeLine("");
+float unitPrice(const ListingTotals& totals, const ListingOptions& options) {
+    const double unit = static_cast<double>(options.price.pricePerUnit);
     // Kept: the unit price is that of the grid times the depth factor, also where the grid's price is for a metre and
     // the depths are metres already. Test: summaryWithItsCostEstimate
+    if (!options.price.perMetre || options.rules == FigureRules::asLaidDown)
+        return options.price.pricePerUnit * static_cast<float>(totals.depthFactor);
+    return static_cast<float>(unit * metresInFoot * totals.depthFactor);
+}
+
+void writeCost(const ListingTotals& totals, const ListingOptions& options, OutputFile& output) {
+    const PriceInput& price = options.price;
+    output.writeLine("COST ESTIMATE");
+    output.writeLine("");
     output.writeLine(rightJustified(formatMask(totals.nonNullCurve, 1), curveTotalWidth) + " cu-" + totals.depthUnit +
-                     " @ " + dollars(price.pricePerUnit * factor, 5) + "/cu-" + totals.depthUnit);
+                     " @ " + dollars(unitPrice(totals, options), 5) + "/cu-" + totals.depthUnit);
     output.writeLine("");
     const bool hasOther = price.other > 0;
     const bool hasDiscount = price.discount > 0;
@@ -81,9 +87,10 @@ void ListingTotals::add(const FileListing& listing, const ListingOptions& option
     if (!hasUnit && listing.hasLengths) {
         hasUnit = true;
         depthUnit = statistics.depthUnit;
+        depthFactor = listing.depthFactor;
         if (!statistics.channels.empty()) index = statistics.channels.front().field;
     }
-    const double factor = listing.hasLengths ? listing.depthFactor / feetPerUnit(depthUnit) : 0;
+    const double factor = listing.hasLengths ? listing.depthFactor / depthFactor : 0;
     nonNullCurve += listing.curveTotal * factor;
     fullCurve += listing.fullTotal * factor;
     sumOfPrices += static_cast<double>(listing.price);

@@ -15,6 +15,7 @@ namespace welvane {
 struct ListingTotals {
     std::string depthUnit;
     bool hasUnit = false;                     ///< a file was read
+    double depthFactor = 1;                   ///< feet in one of depthUnit
     std::vector<std::string> withoutLengths;  ///< files whose index is no depth: they are in no sum
     double nonNullCurve = 0;                  ///< non-null curve length
     double fullCurve = 0;                     ///< number of channels x length of the interval

@@ -2,8 +2,9 @@
 
 #include <memory>
 
-#include "cli/json.h"
+#include "cli/json_document.h"
 #include "cli/price_options.h"
+#include "cli/reading_options.h"
 #include "cli/shown_text.h"
 #include "cli/verbs.h"
 #include "platform/mapped_file.h"
@@ -101,7 +102,7 @@ class FileEntries {
   public:
     explicit FileEntries(Console& console) : console_(console) {}
     void add(const Json& entry) {
-        console_.print((open_ ? ",\n" : "{\"files\": [\n") + entry.dump());
+        console_.print((open_ ? std::string(",\n") : jsonDocumentHead()) + entry.dump());
         open_ = true;
     }
     /// What was printed before a stop is a whole document all the same.
@@ -109,10 +110,8 @@ class FileEntries {
         if (open_) console_.print("\n]}\n");
     }
     void close(const ListReport& report) {
-        Json skipped = Json::array();
-        for (const std::string& file : report.result.skipped) skipped.push(utf8Text(file));
-        console_.print("\n],\n\"skipped\": " + skipped.dump() +
-                       ",\n\"totals\": " + totalsAsJson(report.result, report.options).dump() + "}\n");
+        console_.print("\n],\n\"totals\": " + totalsAsJson(report.result, report.options).dump() +
+                       ",\n\"notes\": " + notesAsJson(report.notes).dump() + "}\n");
     }
 
   private:
@@ -152,7 +151,10 @@ ExitCode performList(Console& console, const ListChoices& choices) {
     const bool json = console.options().json;
     FileEntries entries(console);
     ListWatcher watcher;
-    watcher.refused = [&console](const Fault& fault) { console.say(fault); };
+    watcher.refused = [&](const Fault& fault) {
+        console.say(fault);
+        if (json) entries.add(refusedEntry(fault.file, fault));
+    };
     if (json)
         watcher.listed = [&](const FileListing& file, const ListingOptions& options) {
             entries.add(listingAsJson(file, options));
@@ -186,8 +188,8 @@ VerbSyntax declareList() {
         {"--no-mnemonics", &choices->noMnemonics, "", "List no header lines", {.excludes = "--mnemonics"}},
         {"--top", &choices->request.top, "NAME", "Only the formation of this name in the [TOPS] block"},
         {"--comment", &choices->request.comment, "TEXT", "A comment for the summary"},
-        {"--csv", &choices->request.grid, "", "Print the statistics as comma-separated values, a channel a line"},
-        {"--loose", &choices->request.loose, "", "Accept data of no regular shape"}};
+        {"--csv", &choices->request.grid, "", "Print the statistics as comma-separated values, a channel a line"}};
+    addReadingOptions(options, choices->request.choices);
     addOptions(options, priceGroup,
                {{"--price", &choices->request.includePrice, "", "Estimate the price; each detail of it does so too"},
                 {"--pricing-comment", &choices->request.pricingComment, "TEXT", "A comment on the price"}});

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "cli/file_results.h"
+#include "cli/reading_options.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/verbs.h"
@@ -18,11 +19,12 @@ struct StatsChoices {
     StatsRequest request;
 };
 
-Json fileAsJson(const std::string& path, const LasStatistics& statistics) {
+Json fileAsJson(const std::string& path, const TrueStatistics& statistics) {
     Json json = Json::object({{"path", utf8Text(path)},
                               {"depthUnit", utf8Text(statistics.depthUnit)},
                               {"top", statistics.top},
-                              {"bottom", statistics.bottom}});
+                              {"bottom", statistics.bottom},
+                              {"records", statistics.records}});
     if (statistics.formationFound) json.add("formation", utf8Text(statistics.formation));
     Json channels = Json::array();
     for (const ChannelStatistics& channel : statistics.channels) {
@@ -83,7 +85,7 @@ std::vector<std::string> rowOf(const ChannelStatistics& channel) {
     return row;
 }
 
-std::string fileAsText(const std::string& path, const LasStatistics& statistics) {
+std::string fileAsText(const std::string& path, const TrueStatistics& statistics) {
     TextTable table("llrrrrrrrrl");
     table.add({"Mnem", "Unit", "Count", "Minimum", "at", "Maximum", "at", "Mean", "Std dev", "Footage", "Intervals"});
     for (const ChannelStatistics& channel : statistics.channels) table.add(rowOf(channel));
@@ -94,21 +96,22 @@ std::string fileAsText(const std::string& path, const LasStatistics& statistics)
 }
 
 ExitCode performStats(Console& console, const StatsChoices& choices) {
-    const FileWork<LasStatistics> work = [&](Workbench& bench, const std::string& file, std::size_t) {
+    const FileWork<TrueStatistics> work = [&](Workbench& bench, const std::string& file, std::size_t) {
         return readStatistics(bench, file, choices.request);
     };
     return showEachFile(console, console.expandLists(choices.files), work,
-                        FileFace<LasStatistics>{.json = fileAsJson, .text = fileAsText, .between = "\n"});
+                        FileFace<TrueStatistics>{.json = fileAsJson, .text = fileAsText, .between = "\n"});
 }
 
 }  // namespace
 
 VerbSyntax declareStats() {
     const auto choices = std::make_shared<StatsChoices>();
-    return {{{"FILE", &choices->files, "", "LAS files; @LIST or - for a list of paths", {.required = true}},
-             {"--top", &choices->request.top, "NAME", "Only the formation of this name in the [TOPS] block"},
-             {"--loose", &choices->request.loose, "", "Accept data of no regular shape"}},
-            [choices](Console& console) { return performStats(console, *choices); }};
+    VerbOptions options = {
+        {"FILE", &choices->files, "", "LAS files; @LIST or - for a list of paths", {.required = true}},
+        {"--top", &choices->request.top, "NAME", "Only the formation of this name in the [TOPS] block"}};
+    addReadingOptions(options, choices->request.choices);
+    return {options, [choices](Console& console) { return performStats(console, *choices); }};
 }
 
 }  // namespace welvane

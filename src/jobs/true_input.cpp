@@ -1,0 +1,65 @@
+#include "jobs/true_input.h"
+
+#include "jobs/las_check.h"
+#include "las/data_refusal.h"
+#include "shared/failure.h"
+#include "shared/files.h"
+
+namespace welvane {
+
+namespace {
+
+Remedy remedyFor(DataRefusal::Help help) {
+    switch (help) {
+        case DataRefusal::Help::Loose:
+            return Remedy::Loose;
+        case DataRefusal::Help::DecimalComma:
+            return Remedy::DecimalComma;
+        case DataRefusal::Help::IndexUnit:
+            return Remedy::IndexUnit;
+        case DataRefusal::Help::None:
+            break;
+    }
+    return Remedy::None;
+}
+
+}  // namespace
+
+LasFilePointer openTrue(const std::string& file) {
+    return readingOf(file, [&] {
+        LasFilePointer opened = openLasFile(resolvePath(file), FigureRules::trueFigures);
+        if (const std::string why = whyNoText(opened->bytes()); !why.empty()) throw Refusal(file, why);
+        return opened;
+    });
+}
+
+Fault faultOf(const std::string& file) {
+    try {
+        throw;
+    } catch (const Refusal& refused) {
+        return refused.fault;
+    } catch (const DataRefusal& refused) {
+        return {.file = file, .reason = {refused.what(), remedyFor(refused.help)}};
+    } catch (const FileFailure& failure) {
+        const bool own = failure.what() == resolvePath(file) + ": " + failure.reason();
+        return {.file = file, .reason = {own ? failure.reason() : failure.what()}};
+    } catch (const std::bad_alloc&) {
+        return {.file = file, .reason = {"out of memory"}};
+    } catch (const std::exception& failed) {
+        return {.file = file, .reason = {failed.what()}};
+    }
+}
+
+Reason whyNotStrict(const std::vector<Note>& notes) {
+    if (notes.empty()) return {};
+    const std::string more = notes.size() == 1 ? "" : ", and " + std::to_string(notes.size() - 1) + " more to tell";
+    return {textOf(notes.front()) + more + " (--strict)"};
+}
+
+void tellNotes(Workbench& bench, const std::string& file, const std::vector<Note>& notes) {
+    if (bench.rules().strict)
+        if (Reason why = whyNotStrict(notes); !why.none()) throw Refusal(file, std::move(why));
+    for (const Note& note : notes) bench.note(note);
+}
+
+}  // namespace welvane

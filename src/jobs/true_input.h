@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "jobs/workbench.h"
+#include "las/read_channels.h"
+
+/// LAS files as the verbs that read figures open them: by FigureRules::trueFigures, with what is told of them.
+namespace welvane {
+
+/// How a person wants figures to be read.
+struct ReadingChoices {
+    bool loose = false;         ///< place what can be placed of records of another length
+    bool decimalComma = false;  ///< a comma inside a number is its point
+    std::string indexUnit{};    ///< the unit of the index, whatever the header says; "" for the header's
+
+    ChannelReading reading() const { return {.loose = loose, .decimalComma = decimalComma}; }
+};
+
+/// The file opened; Refusal for one that is not there or holds no text.
+LasFilePointer openTrue(const std::string& file);
+
+/// Why a file could not be read: the failure under way, told of that file. To be called where it was caught.
+Fault faultOf(const std::string& file);
+/// Does something with a file; whatever stands against that becomes a Refusal which names it.
+template <class Body>
+auto readingOf(const std::string& file, Body&& body) {
+    try {
+        return body();
+    } catch (...) {
+        throw Refusal(faultOf(file));
+    }
+}
+
+/// Why a file with such notes is refused under FileRules::strict; no reason without notes.
+Reason whyNotStrict(const std::vector<Note>& notes);
+/// Keeps the notes for the report and tells them; Refusal instead where FileRules::strict has it.
+void tellNotes(Workbench& bench, const std::string& file, const std::vector<Note>& notes);
+
+}  // namespace welvane
