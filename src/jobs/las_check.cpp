@@ -74,7 +74,7 @@ std::string whyNoText(std::string_view bytes) {
     if (bytes.back() == '\0') {
         const std::size_t first = bytes.find('\0');
         return "byte " + numberText(first + 1) + ", in line " + numberText(lineNumberAt(bytes, first, LineRule::Any)) +
-               ", is NUL, and so is the file's end: it was not written to its end";
+               ", is NUL, and so is the file's end: was it cut off while it was written?";
     }
     const std::size_t nul = bytes.substr(0, firstBlock).find('\0');
     if (nul != npos) return "not a text file: byte " + numberText(nul + 1) + " is NUL";
