@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "las/header_line.h"
+#include "las/index_unit.h"
 #include "las/limits.h"
 #include "las/repair.h"
 #include "platform/file_ends.h"
@@ -15,6 +16,7 @@ namespace welvane {
 
 namespace {
 
+constexpr StatusLine emptyStatus = {"Empty File", true};
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 /// Length of the header: up to the first "~A"; npos without one.
@@ -100,11 +102,7 @@ void judgeContent(FileCheck& check, const FileEnds& ends) {
     if (check.lasTest == LasTest::NoSections && !ends.whole()) check.lasTest = quickLasTest(check.path);
     check.quickCheck = verdictOf(check.ends, check.lasTest, check.plexmore);
     setStatus(check, isPlexmoreAsciiTable(ends.head()));
-    if (check.ends == LineEnds::Binary) {
-        const std::size_t nul = ends.head().find('\0');
-        check.why = "not a text file: byte " + std::to_string(nul + 1) + " is NUL";
-        return;
-    }
+    if (check.ends == LineEnds::Binary) return;
     if (ends.head().substr(0, byteOrderMark.size()) == byteOrderMark) check.why = "begins with a byte order mark";
     const bool likeLas = check.lasTest == LasTest::Passes || check.plexmore != PlexmoreKind::None;
     std::optional<MappedFile> mapped;
@@ -116,9 +114,8 @@ void judgeContent(FileCheck& check, const FileEnds& ends) {
     check.header = glanceAt(header);
 }
 
-}  // namespace
-
-FileCheck checkFile(const std::string& path) {
+/// By its ends and its header alone.
+FileCheck glanceAtFile(const std::string& path) {
     FileEnds ends;
     FileCheck check;
     check.path = path;
@@ -128,14 +125,38 @@ FileCheck checkFile(const std::string& path) {
         return check;
     }
     const bool there = fileExists(path) || folderExists(path);
-    check.ends = ends.size() == 0 && check.why.empty() ? LineEnds::Empty
-                 : there                               ? LineEnds::Undecided
-                                                       : LineEnds::Missing;
-    check.lasTest = check.why.empty() ? lasTestOf(path, {}) : quickLasTest(path);
-    check.plexmore = check.why.empty() ? PlexmoreKind::None : PlexmoreKind::ReadError;
+    const bool empty = check.why.empty();
+    check.ends = empty ? LineEnds::Empty : there ? LineEnds::Undecided : LineEnds::Missing;
+    check.lasTest = empty ? lasTestOf(path, {}) : quickLasTest(path);
+    check.plexmore = empty ? PlexmoreKind::None : PlexmoreKind::ReadError;
     check.quickCheck = FileVerdict::UnixTermination;
-    check.status = there && !check.why.empty() ? statusLine(FileVerdict::Unusable) : missingStatus;
-    if (check.why.empty()) check.why = "the file is empty";
+    check.status = empty ? emptyStatus : there ? statusLine(FileVerdict::Unusable) : missingStatus;
+    return check;
+}
+
+void readAll(Workbench& bench, const ReadingChoices& choices, FileCheck& check) {
+    const LasFilePointer file = openTrue(check.path);
+    std::vector<Note> notes = readingOf(check.path, [&] {
+        const IndexUnit unit = chooseIndexUnit(file->text(), choices.indexUnit);
+        return indexNotes(unit, check.path);
+    });
+    const WholeReading read = readThrough(bench, *file, check.path, choices.reading());
+    notes.insert(notes.end(), read.notes.begin(), read.notes.end());
+    tellNotes(bench, check.path, notes);
+    check.records = read.records;
+}
+
+}  // namespace
+
+FileCheck checkFile(Workbench& bench, const std::string& path, const ReadingChoices& choices) {
+    FileCheck check = glanceAtFile(path);
+    try {
+        readAll(bench, choices, check);
+    } catch (...) {
+        if (bench.stopWanted()) throw;
+        check.refused = faultOf(path).reason;
+        if (check.why == check.refused.text) check.why.clear();
+    }
     return check;
 }
 

@@ -2,9 +2,10 @@
 
 #include <string>
 
+#include "jobs/true_input.h"
 #include "las/classify.h"
 
-/// What files are, judged by their ends and their header alone: thousands of them in a blink.
+/// What files are, and whether the verbs read them.
 namespace welvane {
 
 /// What the header tells in passing, as it stands there.
@@ -29,9 +30,14 @@ struct FileCheck {
     std::string why;               ///< what else stands against it, or is worth a word
     HeaderGlance header;
 
-    bool usable() const { return !status.red && quickCheckPasses && !curveTitleFault; }
+    Reason refused{};         ///< why the verbs do not read it
+    std::size_t records = 0;  ///< of a file that they do
+
+    /// The verbs read it, and nothing of it is lost on the way.
+    bool usable() const { return refused.none() && quickCheckPasses && !curveTitleFault; }
 };
-/// Judges a file of any kind; one that is not there is judged too.
-FileCheck checkFile(const std::string& path);
+/// Judges a file of any kind, and reads it through as the verbs do: notes tell what they would tell. One that is not
+/// there is judged too. Refusal when a person stopped it.
+FileCheck checkFile(Workbench& bench, const std::string& path, const ReadingChoices& choices);
 
 }  // namespace welvane

@@ -35,7 +35,7 @@ void convert(CoverageFile& file, const std::string& unit, const std::string& wan
 
 void addFile(Workbench& bench, const CoverageRequest& request, std::size_t place, CoverageReport& report) {
     const std::string& name = request.files[place];
-    const FileFacts facts = readFacts(bench, name, request.loose);
+    const FileFacts facts = readFacts(bench, name, {.loose = request.loose});
     CoverageFile file = depthsOf(bench, name, facts.slot);
     if (report.depthUnit.empty())
         report.depthUnit = facts.slot.depthUnit;

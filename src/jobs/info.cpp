@@ -1,26 +1,69 @@
 #include "jobs/info.h"
 
+#include <utility>
+
 #include "las/data_access.h"
+#include "las/index_unit.h"
 
 namespace welvane {
 
-FileFacts readFacts(Workbench& bench, const std::string& file, bool loose) {
-    const Input input = bench.openLas(file, loose);
+namespace {
+
+/// What the header alone tells, and what a slot knows of the shape of the data.
+FileFacts factsOf(const LasFile& file) {
     FileFacts facts;
-    if (!fillInputSlot(*input.file, facts.slot) && !loose) throw Refusal(file, "its header cannot be read");
-    facts.slot.path = input.given;
-    facts.channels = readSlotChannels(*input.file);
-    const auto& titles = input.file->text().titles();
+    facts.header = file.depthHeader();
+    fillInputSlot(file, facts.slot);
+    facts.slot.lasVersion = lasVersionOf(file);
+    // Places are counted in the file, a slot's in its text.
+    const std::int64_t mark = file.encoding() == TextEncoding::MarkedUtf8 ? 3 : 0;
+    facts.slot.dataStart += mark;
+    facts.slot.lastLine += mark;
+    const auto& titles = file.text().titles();
     facts.sections.assign(titles.begin(), titles.end());
-    input.file->needWhole();
     return facts;
 }
 
-std::vector<Top> listTops(Workbench& bench, const std::string& file) {
-    const Input input = bench.openInput(file);
-    std::vector<Top> tops = readTops(*input.file);
-    input.file->needWhole();
-    return tops;
+void takeUnit(const LasFile& file, const std::string& name, const std::string& given, FileFacts& facts,
+              std::vector<Note>& notes) {
+    const IndexUnitFound found =
+        given.empty() ? findIndexUnit(file.text()) : IndexUnitFound{readIndexUnit(given), std::string()};
+    facts.slot.depthUnit = shownUnit(found.unit);
+    if (!found.contradiction.empty())
+        notes.push_back({.kind = NoteKind::Unit,
+                         .file = name,
+                         .text = "units of the index contradict each other: " + found.contradiction});
+    for (Note& note : indexNotes(found.unit, name)) notes.push_back(std::move(note));
+}
+
+}  // namespace
+
+FileFacts readFacts(Workbench& bench, const std::string& file, const ReadingChoices& choices) {
+    const LasFilePointer opened = openTrue(file);
+    WholeReading read = readThrough(bench, *opened, file, choices.reading());
+    FileFacts facts = readingOf(file, [&] { return factsOf(*opened); });
+    InputSlot& slot = facts.slot;
+    slot.path = file;
+    slot.wrap = read.shape.wrapped ? "YES" : "NO";
+    slot.wordsPerStep = static_cast<std::int32_t>(read.shape.columns);
+    slot.firstDepth = read.first;
+    slot.lastDepth = read.last;
+    facts.records = read.records;
+    facts.channels = std::move(read.names.channels);
+    slot.indexName = facts.channels.front().mnem;
+    takeUnit(*opened, file, choices.indexUnit, facts, read.notes);
+    readingOf(file, [&] { opened->needWhole(); });
+    tellNotes(bench, file, read.notes);
+    return facts;
+}
+
+std::vector<Top> listTops(Workbench&, const std::string& file) {
+    const LasFilePointer opened = openTrue(file);
+    return readingOf(file, [&] {
+        std::vector<Top> tops = readTops(*opened);
+        opened->needWhole();
+        return tops;
+    });
 }
 
 }  // namespace welvane

@@ -3,21 +3,24 @@
 #include <string>
 #include <vector>
 
-#include "jobs/workbench.h"
+#include "jobs/true_input.h"
 #include "las/input_slot.h"
 #include "las/tops.h"
 
 /// What stands in a LAS file.
 namespace welvane {
 
-/// Facts of a file as a slot holds them, its channels (element 0 the index), the titles of its sections in order.
+/// Facts of a file under the names that a slot has for them, as they are by true figures: depths of the first and the
+/// last record, the unit and the name of its own index.
 struct FileFacts {
     InputSlot slot;
-    SlotChannels channels;
-    std::vector<std::string> sections;
+    DepthHeader header;
+    std::vector<HeaderField> channels;  ///< element 0 the index; those that the data lack too
+    std::vector<std::string> sections;  ///< titles in their order
+    std::size_t records = 0;
 };
-/// Refusal for what no slot could load; with `loose`, data of no regular shape is accepted.
-FileFacts readFacts(Workbench& bench, const std::string& file, bool loose);
+/// Reads the whole file. Units of the index that contradict each other are a note. Refusal for what cannot be read.
+FileFacts readFacts(Workbench& bench, const std::string& file, const ReadingChoices& choices);
 
 /// The [TOPS] block of a file; empty when it has none in front of ~A. Refusal for a file that cannot be read.
 std::vector<Top> listTops(Workbench& bench, const std::string& file);

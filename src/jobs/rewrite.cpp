@@ -1,5 +1,6 @@
 #include "jobs/rewrite.h"
 
+#include "jobs/true_input.h"
 #include "las/wrap_whole.h"
 #include "platform/mapped_file.h"
 #include "shared/files.h"
@@ -8,14 +9,15 @@
 namespace welvane {
 
 WrapReport wrapFile(Workbench& bench, const std::string& file, const std::string& output) {
-    const Input input = bench.openLas(file, false);
-    bench.checkOutput(output, {input});
+    const LasFilePointer opened = openTrue(file);
+    bench.checkOutput(output, {{file, file}});
     RunState& run = bench.app().run;
     run.statusText = "Converting";
     WrapReport report;
     {
-        const WorkInHand work(bench.user(), {.bytes = fileSize(input.path).value_or(0)});
-        const WholeWrap made = wrapWhole(*input.file, output, run, bench.user(), bench.outputMode());
+        const WorkInHand work(bench.user(), {.bytes = opened->bytes().size()});
+        const WholeWrap made =
+            readingOf(file, [&] { return wrapWhole(*opened, output, run, bench.user(), bench.outputMode()); });
         if (made.result == StepResult::Cancelled) throw Refusal(file, "stopped");
         if (made.result != StepResult::Done) throw Refusal(file, made.why);
         for (Note note : made.notes) {

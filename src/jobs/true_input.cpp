@@ -2,6 +2,7 @@
 
 #include "jobs/las_check.h"
 #include "las/data_refusal.h"
+#include "las/run_turn.h"
 #include "shared/failure.h"
 #include "shared/files.h"
 
@@ -48,6 +49,29 @@ Fault faultOf(const std::string& file) {
     } catch (const std::exception& failed) {
         return {.file = file, .reason = {failed.what()}};
     }
+}
+
+WholeReading readThrough(Workbench& bench, const LasFile& file, const std::string& name, const ChannelReading& how) {
+    RunState& run = bench.app().run;
+    run.statusText = "Reading " + fileNameOf(name);
+    const std::size_t bytes = file.bytes().size();
+    const WorkInHand work(bench.user(), {.bytes = bytes});
+    RunTurn turn(run, bench.user(), bytes);
+    return readingOf(name, [&] {
+        ChannelReader reader(file, how);
+        WholeReading read{.names = reader.names(), .shape = reader.shape()};
+        file.willReadAll();
+        for (RecordBlock block; reader.next(block);) {
+            if (!turn.goesOn(reader.place())) throw Refusal(name, "stopped");
+            if (read.records == 0) read.first = *block.record(0);
+            read.last = *block.record(block.records - 1);
+            read.records += block.records;
+        }
+        if (read.records == 0) throw Refusal(name, "no record behind its ~A line");
+        file.needWhole();
+        read.notes = reader.notes(name);
+        return read;
+    });
 }
 
 Reason whyNotStrict(const std::vector<Note>& notes) {

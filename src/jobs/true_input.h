@@ -33,6 +33,17 @@ auto readingOf(const std::string& file, Body&& body) {
     }
 }
 
+/// What a file holds, known once all of it was read.
+struct WholeReading {
+    ColumnNames names{};
+    RecordShape shape{};
+    std::size_t records = 0;
+    double first = 0, last = 0;  ///< index of the first and the last record
+    std::vector<Note> notes{};
+};
+/// Reads every record. Refusal for what cannot be read and when a person stopped it.
+WholeReading readThrough(Workbench& bench, const LasFile& file, const std::string& name, const ChannelReading& how);
+
 /// Why a file with such notes is refused under FileRules::strict; no reason without notes.
 Reason whyNotStrict(const std::vector<Note>& notes);
 /// Keeps the notes for the report and tells them; Refusal instead where FileRules::strict has it.

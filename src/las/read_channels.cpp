@@ -19,15 +19,15 @@ constexpr bool isUsualNull(double value) {
     return value == -999.25 || value == -9999.25 || value == -999 || value == -9999 || value == -99999;
 }
 
+constexpr std::string_view lineBreaksAndEnd = " \t\r\n\x1A";
+
+}  // namespace
+
 std::string whyNoData(const LasText& text) {
     if (text.seekSection('A')) return "no data behind its ~A line";
     if (text.seekSection('C') || text.seekSection('W')) return "no ~A section: nothing but a header";
     return "no LAS file: it has neither ~Curve nor ~A";
 }
-
-constexpr std::string_view lineBreaksAndEnd = " \t\r\n\x1A";
-
-}  // namespace
 
 ChannelReader::ChannelReader(const LasFile& file, const ChannelReading& how)
     : file_(file),
@@ -237,8 +237,8 @@ void ChannelReader::putFault(const Cell& cell, std::string_view word) {
 void ChannelReader::otherLength(std::size_t line, std::size_t values) {
     if (!how_.loose)
         throw DataRefusal(line,
-                          "a record of " + std::to_string(values) + " values, where " + std::to_string(shape_.columns) +
-                              " are expected",
+                          "a record of " + counted(static_cast<std::int64_t>(values), "value") + ", where " +
+                              std::to_string(shape_.columns) + " are expected",
                           DataRefusal::Help::Loose);
     facts_.otherLength.add(line);
 }

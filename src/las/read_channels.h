@@ -82,6 +82,9 @@ struct RecordShape {
 /// Judged by the header and the first 200 lines with data.
 RecordShape judgeRecords(const LasText& text, bool decimalComma);
 
+/// Why a text without records has none.
+std::string whyNoData(const LasText& text);
+
 /// Reads a file block by block, in memory that does not grow with the file.
 class ChannelReader {
   public:

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <exception>
 
-#include "las/data_access.h"
 #include "las/data_words.h"
+#include "las/read_channels.h"
 #include "las/run_turn.h"
 #include "las/wrap.h"
 #include "platform/output_file.h"
@@ -42,18 +42,18 @@ class WrapWriter {
 
   private:
     void findShape() {
-        const DataShape& shape = file_.shape();
-        const std::size_t lines = readSlotChannels(file_).size();
-        const auto words = static_cast<std::size_t>(std::max(shape.wordsPerStep, 0));
-        // Records of one channel on two lines look like a file of one column.
-        const bool saysWrapped = sameText(trim(file_.value("WRAP", 'V').text), "YES");
-        const bool wrapped = shape.layout == DataLayout::Wrapped || (saysWrapped && words != lines);
-        if (shape.layout == DataLayout::Undecided && !wrapped) throw RunTimeFailure(shapeProblem(shape));
-        values_ =
-            shape.layout == DataLayout::Undecided || (wrapped && shape.layout == DataLayout::OneLine) ? lines : words;
-        result_.wrapped = !wrapped;
+        const RecordShape shape = judgeRecords(file_.text(), false);
+        if (shape.columns == 0) throw RunTimeFailure(whyNoData(file_.text()));
+        if (countCurveLines(file_.text()).all == 0) throw RunTimeFailure("its ~Curve section names no channel");
+        if (shape.delimiter != ' ')
+            throw RunTimeFailure(std::string("its values are parted by ") +
+                                 (shape.delimiter == ',' ? "commas" : "single tabs") + ", which no wrapped file has");
+        if (isUtf16(file_.encoding()))
+            result_.notes.push_back({.kind = NoteKind::File, .text = "is UTF-16; the new file is UTF-8"});
+        values_ = shape.columns;
+        result_.wrapped = !shape.wrapped;
         widths_.resize(values_);
-        start_ = static_cast<std::size_t>(file_.ends().firstPosition - 1);
+        start_ = file_.text().seekSection('A').value_or(0);
     }
 
     /// Hands each record's words on; false when stopped. `done` is what was read before.

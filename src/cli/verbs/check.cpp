@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "cli/file_results.h"
+#include "cli/reading_options.h"
 #include "cli/shown_text.h"
 #include "cli/verbs.h"
 #include "shared/numbers.h"
@@ -47,6 +48,7 @@ std::string asText(const FileCheck& check) {
         add(shownText(header.start + " to " + header.stop + (header.unit.empty() ? "" : " " + header.unit)));
     if (check.curveTitleFault) add("its curve title stands on a ~Well line (repair --curve-title)");
     add(shownText(check.why));
+    if (!check.refused.none()) add(shownText(faultText({.reason = check.refused})));
     return text + "\n";
 }
 
@@ -63,7 +65,8 @@ Json asJson(const FileCheck& check) {
                          {"quickLasTest", code(check.lasTest)},
                          {"plexmoreKind", code(check.plexmore)},
                          {"curveTitleFault", check.curveTitleFault},
-                         {"why", orNull(check.why)},
+                         {"why", orNull(check.refused.none() ? check.why : check.refused.text)},
+                         {"records", check.records},
                          {"lasVersion", orNull(header.version)},
                          {"wrap", orNull(header.wrap)},
                          {"channels", header.channels()},
@@ -72,10 +75,17 @@ Json asJson(const FileCheck& check) {
                          {"depthUnit", orNull(header.unit)}});
 }
 
-ExitCode performCheck(Console& console, const std::vector<std::string>& named) {
-    const std::vector<std::string> files = console.expandLists(named);
+struct CheckChoices {
+    std::vector<std::string> files;
+    ReadingChoices reading;
+};
+
+ExitCode performCheck(Console& console, const CheckChoices& choices) {
+    const std::vector<std::string> files = console.expandLists(choices.files);
     std::size_t usable = 0;
-    const FileWork<FileCheck> work = [](Workbench&, const std::string& file, std::size_t) { return checkFile(file); };
+    const FileWork<FileCheck> work = [&](Workbench& bench, const std::string& file, std::size_t) {
+        return checkFile(bench, file, choices.reading);
+    };
     FileFace<FileCheck> face;
     face.json = [](const std::string&, const FileCheck& check) { return asJson(check); };
     face.text = [](const std::string&, const FileCheck& check) { return asText(check); };
@@ -95,9 +105,11 @@ ExitCode performCheck(Console& console, const std::vector<std::string>& named) {
 }  // namespace
 
 VerbSyntax declareCheck() {
-    const auto files = std::make_shared<std::vector<std::string>>();
-    return {{{"FILE", files.get(), "", "Files of any kind; @LIST or - for a list of paths", {.required = true}}},
-            [files](Console& console) { return performCheck(console, *files); }};
+    const auto choices = std::make_shared<CheckChoices>();
+    VerbOptions options = {
+        {"FILE", &choices->files, "", "Files of any kind; @LIST or - for a list of paths", {.required = true}}};
+    addReadingOptions(options, choices->reading);
+    return {options, [choices](Console& console) { return performCheck(console, *choices); }};
 }
 
 }  // namespace welvane

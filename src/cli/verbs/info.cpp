@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "cli/file_results.h"
+#include "cli/reading_options.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/verbs.h"
@@ -15,19 +16,25 @@ namespace {
 
 struct InfoChoices {
     std::vector<std::string> files;
-    bool loose = false;
+    ReadingChoices reading;
 };
+
+/// A number of the header; null where there is none.
+Json headerNumber(const DepthHeader::Entry& entry) {
+    return isNumeric(entry.value) ? Json(val(entry.value)) : Json();
+}
 
 Json factsAsJson(const FileFacts& facts) {
     const InputSlot& slot = facts.slot;
     Json json = Json::object({{"path", utf8Text(slot.path)},
                               {"lasVersion", utf8Text(slot.lasVersion)},
                               {"wrap", slot.wrap},
-                              {"start", slot.start},
-                              {"stop", slot.stop},
-                              {"step", slot.step},
+                              {"start", headerNumber(facts.header.strt())},
+                              {"stop", headerNumber(facts.header.stop())},
+                              {"step", headerNumber(facts.header.step())},
                               {"firstDepth", slot.firstDepth},
                               {"lastDepth", slot.lastDepth},
+                              {"records", facts.records},
                               {"topDepth", slot.topDepth},
                               {"bottomDepth", slot.bottomDepth},
                               {"depthUnit", utf8Text(slot.depthUnit)},
@@ -45,12 +52,11 @@ Json factsAsJson(const FileFacts& facts) {
                               {"colonColumn", slot.colonColumn}});
     Json sections = Json::array(), channels = Json::array();
     for (const std::string& title : facts.sections) sections.push(utf8Text(title));
-    for (const SlotChannel& channel : facts.channels) {
-        channels.push(Json::object({{"mnem", utf8Text(channel.field.mnem)},
-                                    {"unit", utf8Text(channel.field.unit)},
-                                    {"value", utf8Text(channel.field.value)},
-                                    {"desc", utf8Text(channel.field.desc)}}));
-    }
+    for (const HeaderField& field : facts.channels)
+        channels.push(Json::object({{"mnem", utf8Text(field.mnem)},
+                                    {"unit", utf8Text(field.unit)},
+                                    {"value", utf8Text(field.value)},
+                                    {"desc", utf8Text(field.desc)}}));
     json.add({{"sections", sections}, {"channels", channels}});
     return json;
 }
@@ -59,14 +65,14 @@ std::string orNone(std::string_view text) {
     return text.empty() ? std::string("none") : shownText(text);
 }
 
-std::string channelTable(const SlotChannels& channels) {
+std::string channelTable(const std::vector<HeaderField>& channels) {
     // A few long fields do not push the whole table out of the window.
     constexpr std::size_t widest = 24;
     const std::size_t number = std::max<std::size_t>(3, std::to_string(channels.size()).size());
     TextTable table("rllll", TextTable::Ends::Cut, widest);
     table.add({paddedLeft("#", number), "Mnem", "Unit", "Value", "Description"});
     for (std::size_t index = 0; index < channels.size(); ++index) {
-        const HeaderField& field = channels[index].field;
+        const HeaderField& field = channels[index];
         table.add({paddedLeft(std::to_string(index), number), shownText(field.mnem), shownText(field.unit),
                    shownText(field.value), shownText(field.desc)});
     }
@@ -81,17 +87,19 @@ std::string factsAsText(const FileFacts& facts) {
     const auto add = [&](std::string_view label, const std::string& value) {
         text += "  " + padded(label, 10) + value + "\n";
     };
-    const std::string wrapping = slot.wrap.empty()            ? "shape of the data undecided"
-                                 : sameText(slot.wrap, "YES") ? "wrapped"
-                                                              : "not wrapped";
-    add("LAS", orNone(slot.lasVersion) + ", " + wrapping);
-    add("Header",
-        plainNumber(slot.start) + " to " + plainNumber(slot.stop) + unit + ", step " + plainNumber(slot.step));
-    add("Data", plainNumber(slot.firstDepth) + " to " + plainNumber(slot.lastDepth) + unit + ", from byte " +
+    const auto headerText = [](const DepthHeader::Entry& entry) {
+        return isNumeric(entry.value) ? plainNumber(val(entry.value)) : orNone(entry.value);
+    };
+    add("LAS", orNone(trim(slot.lasVersion)) + ", " + (slot.wrap == "YES" ? "wrapped" : "not wrapped"));
+    add("Header", headerText(facts.header.strt()) + " to " + headerText(facts.header.stop()) + unit + ", step " +
+                      headerText(facts.header.step()));
+    add("Data", plainNumber(slot.firstDepth) + " to " + plainNumber(slot.lastDepth) + unit + " in " +
+                    counted(static_cast<std::int64_t>(facts.records), "record") + ", from byte " +
                     std::to_string(slot.dataStart) + " on");
-    add("Per step", std::to_string(slot.wordsPerStep) + " numbers on " + std::to_string(slot.linesPerStep) +
-                        (slot.linesPerStep == 1 ? " line, " : " lines, ") + std::to_string(slot.bytesPerStep) +
-                        " bytes");
+    std::string perStep = std::to_string(slot.wordsPerStep) + " numbers";
+    if (slot.linesPerStep > 0)
+        perStep += " on " + counted(slot.linesPerStep, "line") + ", " + std::to_string(slot.bytesPerStep) + " bytes";
+    add("Per step", perStep);
     add("Null", orNone(slot.nullText));
     add("Layout", "dot at " + std::to_string(slot.dotColumn) + ", value at " + std::to_string(slot.valueColumn) +
                       ", colon at " + std::to_string(slot.colonColumn) + "; data " +
@@ -107,7 +115,7 @@ std::string factsAsText(const FileFacts& facts) {
 
 ExitCode performInfo(Console& console, const InfoChoices& choices) {
     const FileWork<FileFacts> work = [&](Workbench& bench, const std::string& file, std::size_t) {
-        return readFacts(bench, file, choices.loose);
+        return readFacts(bench, file, choices.reading);
     };
     FileFace<FileFacts> face;
     face.json = [](const std::string&, const FileFacts& facts) { return factsAsJson(facts); };
@@ -120,9 +128,10 @@ ExitCode performInfo(Console& console, const InfoChoices& choices) {
 
 VerbSyntax declareInfo() {
     const auto choices = std::make_shared<InfoChoices>();
-    return {{{"FILE", &choices->files, "", "LAS files; @LIST or - for a list of paths", {.required = true}},
-             {"--loose", &choices->loose, "", "Accept data of no regular shape"}},
-            [choices](Console& console) { return performInfo(console, *choices); }};
+    VerbOptions options = {
+        {"FILE", &choices->files, "", "LAS files; @LIST or - for a list of paths", {.required = true}}};
+    addReadingOptions(options, choices->reading);
+    return {options, [choices](Console& console) { return performInfo(console, *choices); }};
 }
 
 }  // namespace welvane

@@ -1,6 +1,6 @@
 #include <memory>
 
-#include "cli/json.h"
+#include "cli/json_document.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/verbs.h"
@@ -27,7 +27,9 @@ std::string asText(const std::vector<Top>& tops) {
 ExitCode performTops(Console& console, const std::string& file) {
     const std::vector<Top> tops = listTops(console.bench(), file);
     if (console.options().json) {
-        console.print(asJson(file, tops).dump(2) + "\n");
+        Json files = Json::array();
+        files.push(asJson(file, tops));
+        console.print(jsonDocument(std::move(files), {}).dump(2) + "\n");
     } else if (tops.empty()) {
         console.user().note(file + ": no [TOPS] block with lines in front of ~A");
     } else {
