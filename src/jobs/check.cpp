@@ -119,13 +119,15 @@ FileCheck glanceAtFile(const std::string& path) {
     FileEnds ends;
     FileCheck check;
     check.path = path;
-    check.why = ends.read(path);
-    if (check.why.empty() && ends.size() > 0) {
+    check.refused.text = ends.read(path);
+    const bool empty = check.refused.none() && ends.size() == 0;
+    if (check.refused.none() && !empty) {
         judgeContent(check, ends);
+        if (check.lasTest == LasTest::ReadError || check.plexmore == PlexmoreKind::ReadError)
+            check.refused.text = "it could not be read to its end";
         return check;
     }
     const bool there = fileExists(path) || folderExists(path);
-    const bool empty = check.why.empty();
     check.ends = empty ? LineEnds::Empty : there ? LineEnds::Undecided : LineEnds::Missing;
     check.lasTest = empty ? lasTestOf(path, {}) : quickLasTest(path);
     check.plexmore = empty ? PlexmoreKind::None : PlexmoreKind::ReadError;
@@ -150,12 +152,12 @@ void readAll(Workbench& bench, const ReadingChoices& choices, FileCheck& check) 
 
 FileCheck checkFile(Workbench& bench, const std::string& path, const ReadingChoices& choices) {
     FileCheck check = glanceAtFile(path);
+    if (!check.refused.none()) return check;
     try {
         readAll(bench, choices, check);
     } catch (...) {
         if (bench.stopWanted()) throw;
         check.refused = faultOf(path).reason;
-        if (check.why == check.refused.text) check.why.clear();
     }
     return check;
 }
