@@ -32,6 +32,8 @@ std::string_view nameOf(NoteKind kind) {
             return "records";
         case NoteKind::StepVaries:
             return "stepVaries";
+        case NoteKind::DepthLines:
+            return "depthLines";
         case NoteKind::Setting:
             return "setting";
         case NoteKind::File:

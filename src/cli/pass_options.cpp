@@ -140,7 +140,11 @@ void addPassOptions(VerbOptions& rows, PassChoices& c) {
                 optionOf(PrdRow::DovranFilter, &c.request.smooth)});
     addOptions(rows, "Reading",
                {optionOf(PrdRow::ParsingOptions, &c.columnWidth, PrdColumn::Option),
-                {"--loose", &c.request.loose, "", "Read data of no regular shape line by line"}});
+                {"--loose", &c.request.loose, "", "Read data of no regular shape line by line"},
+                {"--index-unit", &c.request.indexUnit, "UNIT", "Unit of the inputs' index, whatever their headers say"},
+                {"--decimal-comma", &c.request.decimalComma, "", "A comma inside a number is its point"},
+                {"--rules", &c.rules, "true-figures|as-laid-down",
+                 "Figures as they were or told, or bit for bit as the headless line makes them (true-figures)"}});
 }
 
 PassRequest passRequest(const PassChoices& choices) {
@@ -171,6 +175,11 @@ PassRequest passRequest(const PassChoices& choices) {
     request.plain = optionalChoice<TitleStyle>(PrdRow::PlainAscii, choices.ascii, PrdColumn::Option);
     request.separator = optionalChoice<Separator>(PrdRow::PlainAscii, choices.separator, PrdColumn::SecondOption);
     if (request.separator && !request.plain) throw UsageFault("--separator goes with --ascii");
+    constexpr PropertyWord rules[] = {{"true-figures", "true"}, {"as-laid-down", "laid"}};
+    if (!choices.rules.empty() && needWord("--rules", choices.rules, rules) == "laid")
+        request.rules = FigureRules::asLaidDown;
+    if (request.rules == FigureRules::asLaidDown && (request.decimalComma || !request.indexUnit.empty()))
+        throw UsageFault("--decimal-comma and --index-unit go with true figures");
     request.columnWidth = optionalNumber("--column-width", choices.columnWidth);
     return request;
 }

@@ -13,7 +13,7 @@ namespace welvane {
 struct PassChoices {
     PassRequest request;
     std::string from, to, unit, offset, direction, wrap, vers, null, format, fill, renameDuplicates, columnWidth,
-        mergeParameters, ascii, separator, sections, select, tvdUnit;
+        mergeParameters, ascii, separator, sections, select, tvdUnit, rules;
     std::vector<std::string> links, applyDepths, shifts, clips;
 };
 

@@ -17,6 +17,13 @@ std::int32_t linkSample(const PassContext& context, const std::string& text) {
     return std::clamp(sample, 1, context.grid.sampleCount);
 }
 
+/// True when the depths from one text to the other share one with the grid.
+bool reachesGrid(const PassContext& context, const std::string& from, const std::string& to) {
+    const auto [top, bottom] = std::minmax({val(from), val(to)});
+    const double slack = context.grid.step / 2;
+    return top <= context.grid.stop + slack && bottom >= context.grid.start - slack;
+}
+
 void copyLink(PassContext& context, int channel, int slot) {
     const Table& outputs = context.tables().outputs();
     const int column = channel + 1;
@@ -24,10 +31,12 @@ void copyLink(PassContext& context, int channel, int slot) {
     if (mnem.empty() || sameText(mnem, noneText)) return;
     const double place = context.session.columnBase(slot) + val(outputs.text(linkRow(slot, Link::Curve), column)) - 1;
     const std::int32_t inputColumn = roundToEven(std::trunc(place));
-    std::int32_t first = linkSample(context, outputs.text(linkRow(slot, Link::From), column));
-    std::int32_t last = linkSample(context, outputs.text(linkRow(slot, Link::To), column));
+    const std::string &from = outputs.text(linkRow(slot, Link::From), column),
+                      &to = outputs.text(linkRow(slot, Link::To), column);
+    std::int32_t first = linkSample(context, from), last = linkSample(context, to);
     if (first > last) std::swap(first, last);
-    if (first == last) return;  // a single sample, or a range wholly outside on one side, gives nothing
+    // As laid down a single sample gives nothing, as a range wholly outside on one side does.
+    if (first == last && (context.options.rules == FigureRules::asLaidDown || !reachesGrid(context, from, to))) return;
     const std::span<const double> source = std::as_const(context.inputMatrix).column(inputColumn);
     const std::span<double> target = context.outputMatrix.column(channel);
     std::copy(source.begin() + (first - 1), source.begin() + last, target.begin() + (first - 1));

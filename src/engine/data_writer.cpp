@@ -5,7 +5,9 @@
 #include <cstring>
 
 #include "engine/layout.h"
+#include "engine/true_columns.h"
 #include "las/header_text.h"
+#include "las/index_unit.h"
 #include "las/wrap.h"
 #include "session/tvd.h"
 #include "shared/numbers.h"
@@ -34,7 +36,8 @@ std::vector<OutputColumn> outputColumns(PassContext& context) {
             const std::string_view input = trim(tables.output(SrdRow::InputUnit, column));
             if (sameText(tables.output(SrdRow::Function, column), noneText) && !sameText(wanted, input))
                 scale = unitScale(context, wanted, input);
-            columns.push_back({context.outputMatrix.column(column - 1).data(), static_cast<double>(scale)});
+            columns.push_back({context.outputMatrix.column(column - 1).data(), static_cast<double>(scale), column,
+                               context.format().dataWidth, context.format().dataDecimals});
         });
     }
     return columns;
@@ -44,10 +47,12 @@ double depthDivisor(PassContext& context) {
     if (context.curveTable.empty()) return 1;
     const OutputCurve& depth = context.curveTable.front();
     if (sameText(depth.inputUnit, depth.unit)) return 1;
-    const ReferenceTables& reference = context.app.reference;
-    // By true figures a depth unit other than the input's is carried through exactly; as laid down by singles.
-    if (context.options.rules == FigureRules::trueFigures)
-        return unitFactor(reference, depth.inputUnit) / unitFactor(reference, depth.unit);
+    // By true figures a depth unit other than the input's is carried through exactly; as laid down by singles. What is
+    // no length stays as it is.
+    if (context.options.rules == FigureRules::trueFigures) {
+        const IndexUnit input = readIndexUnit(depth.inputUnit), wanted = readIndexUnit(depth.unit);
+        return input.isLength() && wanted.isLength() ? wanted.metres / input.metres : 1;
+    }
     double divisor = 1;
     attempt(context.report.failures, "depth unit",
             [&] { divisor = static_cast<double>(1.0F / unitScale(context, depth.unit, depth.inputUnit)); });
@@ -58,7 +63,18 @@ double depthDivisor(PassContext& context) {
 class DepthPrinter {
   public:
     explicit DepthPrinter(PassContext& context)
-        : context_(context), decimals_(context.format().dataDecimals), toTvd_(context.session.inclinometry, 0) {}
+        : context_(context),
+          decimals_(context.format().dataDecimals),
+          cut_(context.grid.stepDecimals),
+          toTvd_(context.session.inclinometry, 0) {
+        if (context.options.rules == FigureRules::asLaidDown) return;
+        // Depths that become others (in another unit, or vertical) take all decimals there are, and one more where a
+        // unit is smaller than the other.
+        const bool others = context.depthDivisor != 1 || context.applyTvd;
+        if (others) cut_ = std::max(decimals_, context.depthDivisor > 1 ? cut_ + 1 : cut_);
+        decimals_ = std::max(decimals_, cut_);
+    }
+    int decimals() const { return decimals_; }
 
     double depth(std::int32_t index) const {
         const PassGrid& grid = context_.grid;
@@ -74,14 +90,12 @@ class DepthPrinter {
     /// formatMaskCapacity characters and 16 more.
     std::size_t print(char* target, std::int32_t index) const {
         const double value = depth(index);
-        const bool carriedThrough = context_.options.rules == FigureRules::trueFigures && context_.depthDivisor != 1;
-        const int cut = carriedThrough ? decimals_ : context_.grid.stepDecimals;
-        if (cut >= decimals_)
-            return formatMaskFast(target, cut == decimals_ ? value : val(formatMask(value, cut)), decimals_);
-        std::size_t length = formatMaskFast(target, value, cut);
-        if (cut == 0) target[length++] = '.';
-        std::memset(target + length, '0', static_cast<std::size_t>(decimals_ - cut));
-        return length + static_cast<std::size_t>(decimals_ - cut);
+        if (cut_ >= decimals_)
+            return formatMaskFast(target, cut_ == decimals_ ? value : val(formatMask(value, cut_)), decimals_);
+        std::size_t length = formatMaskFast(target, value, cut_);
+        if (cut_ == 0) target[length++] = '.';
+        std::memset(target + length, '0', static_cast<std::size_t>(decimals_ - cut_));
+        return length + static_cast<std::size_t>(decimals_ - cut_);
     }
     std::string text(std::int32_t index) const {
         std::string text(formatMaskCapacity(decimals_) + 16, ' ');
@@ -91,7 +105,7 @@ class DepthPrinter {
 
   private:
     const PassContext& context_;
-    int decimals_;
+    int decimals_, cut_;  ///< shown, and those of them that are figures
     DepthMapper toTvd_;
 };
 
@@ -103,11 +117,17 @@ class RecordPrinter {
           file_(file),
           columns_(context.outputColumns),
           depths_(context),
-          width_(static_cast<std::size_t>(std::max<int>(0, context.format().dataWidth))),
-          decimals_(context.format().dataDecimals),
+          depthWidth_(static_cast<std::size_t>(std::max(0, context.depthWidth))),
+          decimals_(depths_.decimals()),
           null_(static_cast<double>(context.nullValue)),
-          nullText_(formatMask(null_, decimals_)),
-          overflow_(overflowText(context.format().dataWidth, decimals_)) {
+          overflow_(overflowText(context.format().dataWidth, context.format().dataDecimals)) {
+        length_ = depthWidth_;
+        for (const OutputColumn& column : columns_) {
+            widths_.push_back(static_cast<std::size_t>(std::max(0, column.width)));
+            nullTexts_.push_back(formatMask(null_, column.decimals));
+            length_ += widths_.back();
+            decimals_ = std::max(decimals_, column.decimals);
+        }
         scratch_.resize(formatMaskCapacity(decimals_) + 16);
     }
 
@@ -123,10 +143,12 @@ class RecordPrinter {
     OutputFile& file_;
     const std::vector<OutputColumn>& columns_;
     DepthPrinter depths_;
-    std::size_t width_;
-    int decimals_;
+    std::size_t depthWidth_, length_ = 0;  ///< of the index column and of a record, in characters
+    int decimals_;                         ///< the most of any column
     double null_;
-    std::string nullText_, overflow_;
+    std::vector<std::size_t> widths_;     ///< by column
+    std::vector<std::string> nullTexts_;  ///< by column
+    std::string overflow_;
     std::string scratch_, record_;
 
     template <class Print>
@@ -150,36 +172,40 @@ class RecordPrinter {
         std::memcpy(column + width - kept, text + (length - kept), kept);
     }
 
-    /// A value right-aligned in `width_` characters; one that would leave no blank becomes the overflow text.
-    void putValue(char* column, double value, double scale) {
+    /// A value right-aligned in its column; one that would leave no blank becomes the overflow text.
+    void putValue(char* place, std::size_t number, std::int32_t index) {
+        const OutputColumn& column = columns_[number];
+        const double value = column.samples[index - 1];
         if (value == null_) {
-            putText(column, nullText_.data(), nullText_.size());
+            putText(place, widths_[number], nullTexts_[number].data(), nullTexts_[number].size());
             return;
         }
-        const std::size_t length = formatMaskFast(scratch_.data(), scale == 1.0 ? value : scale * value, decimals_);
-        putText(column, scratch_.data(), length);
+        const std::size_t length =
+            formatMaskFast(scratch_.data(), column.scale == 1.0 ? value : column.scale * value, column.decimals);
+        putText(place, widths_[number], scratch_.data(), length);
     }
 
-    void putText(char* column, const char* text, std::size_t length) {
-        if (length >= width_) {
-            std::memcpy(column, overflow_.data(), width_);
+    void putText(char* column, std::size_t width, const char* text, std::size_t length) {
+        if (length >= width) {
+            std::memcpy(column, overflow_.data(), std::min(width, overflow_.size()));
             ++context_.report.overflowCount;
             return;
         }
-        putRight(column, width_, text, length);
+        putRight(column, width, text, length);
     }
 
     void printFixed(std::int32_t index) {
-        const std::size_t length = (columns_.size() + 1) * width_;
+        const std::size_t length = length_;
         const bool wrapped = context_.wrapPerLine > 0;
         if (wrapped) record_.resize(length);
         char* const record = wrapped ? record_.data() : file_.reserve(length + 2);
         const std::size_t depthLength = depths_.print(scratch_.data(), index);
-        putRight(record, width_, scratch_.data(), depthLength);
-        char* place = record;
-        for (const OutputColumn& column : columns_) putValue(place += width_, column.samples[index - 1], column.scale);
+        putRight(record, depthWidth_, scratch_.data(), depthLength);
+        char* place = record + depthWidth_;
+        for (std::size_t number = 0; number < columns_.size(); place += widths_[number++])
+            putValue(place, number, index);
         if (wrapped) {
-            eachWrappedLine(record_, width_, static_cast<std::size_t>(context_.wrapPerLine), context_.wrapLines,
+            eachWrappedLine(record_, depthWidth_, static_cast<std::size_t>(context_.wrapPerLine), context_.wrapLines,
                             [this](std::string_view line) { file_.writeLine(line); });
             return;
         }
@@ -191,15 +217,18 @@ class RecordPrinter {
     void printDelimited(std::int32_t index, char delimiter) {
         const std::size_t cell = formatMaskCapacity(decimals_) + 16;
         record_.resize((columns_.size() + 1) * (cell + 1));
-        std::size_t length = formatMaskFast(record_.data(), depths_.depth(index), decimals_);
-        for (const OutputColumn& column : columns_) {
+        std::size_t length = context_.options.rules == FigureRules::trueFigures
+                                 ? depths_.print(record_.data(), index)
+                                 : formatMaskFast(record_.data(), depths_.depth(index), decimals_);
+        for (std::size_t number = 0; number < columns_.size(); ++number) {
             record_[length++] = delimiter;
-            const double value = column.samples[index - 1];
+            const double value = columns_[number].samples[index - 1];
             if (value == null_) {
-                std::memcpy(record_.data() + length, nullText_.data(), nullText_.size());
-                length += nullText_.size();
+                std::memcpy(record_.data() + length, nullTexts_[number].data(), nullTexts_[number].size());
+                length += nullTexts_[number].size();
             } else {
-                length += formatMaskFast(record_.data() + length, column.scale * value, decimals_);
+                length +=
+                    formatMaskFast(record_.data() + length, columns_[number].scale * value, columns_[number].decimals);
             }
         }
         file_.writeLine(std::string_view(record_).substr(0, length));
@@ -255,22 +284,44 @@ void tellOverflow(PassContext& context) {
 
 }  // namespace
 
+namespace {
+
+/// The names of the columns that are written, each at the right of its column, the index first.
+std::string trueTitle(const PassContext& context, const std::string& indexName, const std::string& section) {
+    const auto depthWidth = static_cast<std::size_t>(context.depthWidth);
+    const bool both = context.wrapPerLine > 0 || section.size() + indexName.size() <= depthWidth;
+    std::string title = rightAligned(both ? std::string_view(indexName) : std::string_view(), depthWidth);
+    title.resize(std::max(title.size(), section.size()), ' ');
+    for (std::size_t number = 0; number < context.outputColumns.size(); ++number)
+        if (number + 1 < context.curveTable.size())
+            title += rightAligned(context.curveTable[number + 1].mnem,
+                                  static_cast<std::size_t>(context.outputColumns[number].width));
+    return title;
+}
+
+}  // namespace
+
 std::string writeDataTitle(PassContext& context) {
     const SessionTables& tables = context.tables();
+    const bool isTrue = context.options.rules == FigureRules::trueFigures;
     const int columns = tables.filterInUse() ? static_cast<int>(context.curveTable.size()) - 1 : checkedColumns(tables);
     const bool plain = tables.checked(PrdRow::PlainAscii);
     if (!plain) decideWrap(context, columns);
+    if (isTrue) settleTrueColumns(context);
     if (context.wrapPerLine > 0) context.wrapLines = (columns + context.wrapPerLine - 1) / context.wrapPerLine;
     if (plain) return {};
 
     const auto width = static_cast<std::size_t>(std::max<int>(0, context.format().dataWidth));
     const std::string indexName = context.headerCurveNames.empty() ? std::string() : context.headerCurveNames.front();
-    std::string title = rightAligned(indexName, width) + context.titleLine;
     const Table& ord = tables.ord;
-    const std::string section = std::string(trim(ord.text(OrdRow::Name, ord.columns() - 1))) + " ";
+    std::string section = std::string(trim(ord.text(OrdRow::Name, ord.columns() - 1))) + " ";
+    // What an input's title says behind its name are that file's columns.
+    if (isTrue) section.resize(section.find_first_of(" \t") + 1);
+    std::string title =
+        isTrue ? trueTitle(context, indexName, section) : rightAligned(indexName, width) + context.titleLine;
     HeaderText text;
     if (context.wrapPerLine > 0) {
-        title = wrapTitle(title, context.format().dataWidth, "#");
+        title = wrapTitle(title, isTrue ? context.depthWidth : context.format().dataWidth, "#");
         if (!title.empty()) title.front() = '#';
         text.line(title);
         text.line(section);
@@ -284,6 +335,7 @@ void settleColumns(PassContext& context) {
     context.outputColumns = outputColumns(context);
     context.depthDivisor = depthDivisor(context);
     context.report.columns = static_cast<int>(context.outputColumns.size());
+    context.depthWidth = context.format().dataWidth;
     if (!fixedLayout(context.tables())) return;
     const DepthPrinter depths(context);
     context.report.firstDepth = depths.text(context.grid.firstIndex);

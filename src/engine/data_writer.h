@@ -7,8 +7,8 @@
 
 namespace welvane {
 
-/// Settles WRAP and gives the title of the ~Ascii section: the section's name, and the mnemonics of the written
-/// channels on it or, wrapped, above it. "" for a plain table.
+/// Behind settleColumns. Settles WRAP, by true figures the columns too, and gives the title of the ~Ascii section: the
+/// section's name, and the mnemonics of the written channels on it or, wrapped, above it. "" for a plain table.
 std::string writeDataTitle(PassContext& context);
 
 /// The columns that are written, with their unit scales, and the divisor of the depths. Leaves context.outputColumns

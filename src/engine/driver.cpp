@@ -1,28 +1,63 @@
 #include "engine/driver.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "engine/pass.h"
 #include "session/filters.h"
 #include "session/loading.h"
+#include "session/session_setup.h"
 #include "shared/files.h"
+#include "shared/numbers.h"
 #include "shared/text.h"
 
 namespace welvane {
 
 namespace {
 
+PassOptions passOptions(const App& app, const RunRequest& request, std::string output) {
+    return {std::move(output), app.run.noInputRun,  request.outputMode,      request.wholeInputs,
+            request.rules,     request.wrapSettled, request.decimalsSettled, request.strict};
+}
+
+/// Leaves the file in hand as it was when this one is gone.
+class KeptLasFile {
+  public:
+    explicit KeptLasFile(RunState& run) : run_(run), kept_(run.lasFile) {}
+    ~KeptLasFile() { run_.lasFile = kept_; }
+    KeptLasFile(const KeptLasFile&) = delete;
+    KeptLasFile& operator=(const KeptLasFile&) = delete;
+
+  private:
+    RunState& run_;
+    std::string kept_;
+};
+
+/// A session of its own on the output of a first pass: rows at their defaults, no filter, gaps filled linearly.
+SlotLoadResult openFirstOutput(App& app, Session& session, FigureRules rules, const std::string& path) {
+    openSession(app, session);
+    session.tables.frd.setCheck(1, FrdColumn::Apply, Check::Unchecked);
+    session.rules = rules;
+    app.run.lasFile = path;
+    session.slots[0].path = path;
+    SlotLoadResult loaded = Open4Files(app, session, 0);
+    session.tables.setting(PrdRow::NullFill) = textOf(NullFill::Linear);
+    return loaded;
+}
+
+std::string notRegular(ItemReport& item, const std::string& refusal) {
+    const std::string why = "the depths could not be made regular: " + refusal;
+    item.pass.failures.add("second pass", why);
+    return why;
+}
+
 /// The second pass behind a true vertical depth output: the depths are no regular grid any more, so the file just
 /// written is read again and its samples are filled linearly onto one. It replaces that file when it is whole. Where
 /// that is refused the file goes: its STEP is not that of its depths. Returns why, "" when it was not refused.
-std::string makeTvdRegular(App& app, Session& session, ItemReport& item) {
-    std::string why;
-    const std::string keptLasFile = app.run.lasFile;
-    app.run.lasFile = app.run.targetFile;
-    for (InputSlot& slot : session.slots) slot.path.clear();
-    session.slots[0].path = app.run.targetFile;
-    const SlotLoadResult loaded = Open4Files(app, session, 0);
-    session.tables.setting(PrdRow::NullFill) = textOf(NullFill::Linear);
+std::string makeTvdRegular(App& app, ItemReport& item) {
+    const KeptLasFile kept(app.run);
+    Session session;
+    const SlotLoadResult loaded = openFirstOutput(app, session, FigureRules::asLaidDown, app.run.targetFile);
     PassContext context(app, session, {app.run.targetFile, false, OutputFile::Mode::Beside});
     if (loaded.status == LoadStatus::Unreadable)
         context.report.refusal = loaded.why;
@@ -31,15 +66,53 @@ std::string makeTvdRegular(App& app, Session& session, ItemReport& item) {
     if (context.report.result == PassResult::Done) {
         item.pass = context.report;
         item.pass.applyTvd = true;
-    } else {
-        why = "the depths could not be made regular: " + context.report.refusal;
-        item.pass.failures.add("second pass", why);
+        return {};
     }
-    session.tables.setting(PrdRow::NullFill) = textOf(NullFill::None);
-    app.run.lasFile = keptLasFile;
+    std::string why = notRegular(item, context.report.refusal);
     if (context.report.result != PassResult::Stopped) return {};
     removeFile(app.run.targetFile);
     return why;
+}
+
+/// The options of a plain table, which only the second pass writes.
+void movePlainTable(SessionTables& from, SessionTables& to) {
+    for (const PrdColumn column : {PrdColumn::Option, PrdColumn::SecondOption})
+        to.prd.text(PrdRow::PlainAscii, column) = from.prd.text(PrdRow::PlainAscii, column);
+    to.setChecked(PrdRow::PlainAscii, from.checked(PrdRow::PlainAscii));
+    from.setChecked(PrdRow::PlainAscii, false);
+}
+
+/// Both passes by true figures: the first into a scratch file, so that nobody ever sees one whose depths are no grid.
+PassResult trueVerticalPasses(App& app, Session& session, const RunRequest& request, ItemReport& item,
+                              std::string& refusal) {
+    const KeptLasFile kept(app.run);
+    const std::string scratch = app.platform.scratchFolder() + "vertical-" + fileNameOf(app.run.targetFile);
+    Session second;
+    PassContext first(app, session, passOptions(app, request, scratch));
+    first.options.outputMode = OutputFile::Mode::Beside;
+    SessionTables plain;
+    plain.prd = session.tables.prd;
+    movePlainTable(session.tables, plain);
+    const PassResult result = doitmastnew(first);
+    movePlainTable(plain, session.tables);
+    item.pass = first.report;
+    refusal = first.report.refusal;
+    if (result != PassResult::Done || !first.applyTvd) return result;
+    const SlotLoadResult loaded = openFirstOutput(app, second, request.rules, scratch);
+    if (loaded.status != LoadStatus::Loaded) {
+        refusal = notRegular(item, loaded.why);
+        return PassResult::Stopped;
+    }
+    second.tables.setting(PrdRow::SampleRate) = stripZeros(formatMask(first.grid.step / first.depthDivisor, 12));
+    movePlainTable(session.tables, second.tables);
+    PassContext context(app, second, passOptions(app, request, app.run.targetFile));
+    const PassResult made = doitmastnew(context);
+    removeFile(scratch);
+    context.report.notes.insert(context.report.notes.begin(), first.report.notes.begin(), first.report.notes.end());
+    item.pass = context.report;
+    item.pass.applyTvd = true;
+    if (made == PassResult::Stopped) refusal = notRegular(item, context.report.refusal);
+    return made;
 }
 
 /// True when the item is done.
@@ -48,21 +121,23 @@ bool oneItem(App& app, Session& session, const RunRequest& request, RunOutcome& 
     ItemReport& item = outcome.items.emplace_back();
     item.source = app.run.lasFile.empty() ? session.slots[0].path : app.run.lasFile;
     item.target = app.run.targetFile;
-    PassContext context(app, session,
-                        {app.run.targetFile, app.run.noInputRun, request.outputMode, request.wholeInputs, request.rules,
-                         request.wrapSettled});
-    PassResult result = doitmastnew(context);
-    item.pass = context.report;
-    if (result == PassResult::Done && context.applyTvd)
-        if (std::string why = makeTvdRegular(app, session, item); !why.empty()) {
-            context.report.refusal = std::move(why);
-            result = PassResult::Stopped;
-        }
+    PassResult result = PassResult::Stopped;
+    std::string refusal;
+    if (request.rules == FigureRules::trueFigures && session.tables.checked(PrdRow::ApplyTvd)) {
+        result = trueVerticalPasses(app, session, request, item, refusal);
+    } else {
+        PassContext context(app, session, passOptions(app, request, app.run.targetFile));
+        result = doitmastnew(context);
+        item.pass = context.report;
+        refusal = context.report.refusal;
+        if (result == PassResult::Done && context.applyTvd)
+            if (refusal = makeTvdRegular(app, item); !refusal.empty()) result = PassResult::Stopped;
+    }
     if (result == PassResult::Stopped && !app.run.commandMode && request.outputMode == OutputFile::Mode::InPlace)
         app.user.ask({"Problem writing the OutPut File!",
                       "An Error occured while writing the new file. Do not use this file without careful checking! ",
                       Buttons::Ok, Icon::Warning, Answer::Ok});
-    if (result != PassResult::Done) outcome.refusal = context.report.refusal;
+    if (result != PassResult::Done) outcome.refusal = refusal;
     return result == PassResult::Done;
 }
 

@@ -2,7 +2,9 @@
 
 #include <cmath>
 
+#include "engine/depth_limit.h"
 #include "engine/layout.h"
+#include "engine/true_grid.h"
 #include "las/wrap.h"
 #include "session/choices.h"
 #include "session/step_text.h"
@@ -120,23 +122,6 @@ bool boundGrid(PassContext& context) {
 
 }  // namespace
 
-double depthLimit(std::string_view text, double header) {
-    if (text.find_first_of("<>=") == npos) return val(text);
-    std::string number;
-    for (const char c : text)
-        if (c != '<' && c != '>' && c != '=') number += c;
-    const double value = val(number);
-    if (holdsText(text, "=>") || holdsText(text, ">=")) return value > header ? value : header;
-    if (holdsText(text, "=<") || holdsText(text, "<=")) return value < header ? value : header;
-    if (holdsText(text, ">")) return value >= header ? value : header;
-    if (holdsText(text, "<")) return value <= header ? value : header;
-    return value;
-}
-
-double gridStep(std::string_view text, std::string_view depthUnit) {
-    return val(formatMask(std::abs(stepNumber(text, depthUnit)), 4));
-}
-
 int countOutputChannels(const SessionTables& tables) {
     int count = 0;
     for (int column = 1; column < tables.outputs().columns(); ++column)
@@ -156,20 +141,26 @@ bool deriveGrid(PassContext& context) {
     if (tables.checked(PrdRow::ApplyTvd)) updateInclinometry(context.session);
     context.applyTvd = tables.checked(PrdRow::ApplyTvd) && !context.session.inclinometry.rows.empty();
     const SlotChannels& channels = context.session.channels[0];
-    const bool carriedThrough = context.options.rules == FigureRules::trueFigures && !channels.empty();
+    const bool isTrue = context.options.rules == FigureRules::trueFigures;
+    const bool carriedThrough = isTrue && !channels.empty();
     const bool metric = carriedThrough ? beginsWith(channels.front().field.unit, "M")
                                        : decode<DepthUnit>(tables.setting(PrdRow::DepthUnits)) == DepthUnit::M;
     context.tvdUnitFactor = metric ? metresPerFoot : 1.0F;
     context.headerSlot = findHeaderSlot(context);
 
     const InputSlot& first = context.session.slots[0];
-    grid.start = depthLimit(tables.setting(PrdRow::From), first.start);
-    grid.stop = depthLimit(tables.setting(PrdRow::To), first.stop);
     context.fixedColumnWidth = columnWidth(context);
-    grid.step = gridStep(tables.setting(PrdRow::SampleRate), tables.setting(PrdRow::DepthUnits));
+    const std::string &rate = tables.setting(PrdRow::SampleRate), &unit = tables.setting(PrdRow::DepthUnits);
+    grid.step = isTrue ? std::abs(stepNumber(rate, unit)) : gridStep(rate, unit);
     if (grid.step == 0) return stepIsZero(context);
-    if (grid.start > grid.stop) std::swap(grid.start, grid.stop);
-    if (!checkFormat(context)) return false;
+    if (isTrue) {
+        if (!deriveTrueGrid(context)) return false;
+    } else {
+        grid.start = depthLimit(tables.setting(PrdRow::From), first.start);
+        grid.stop = depthLimit(tables.setting(PrdRow::To), first.stop);
+        if (grid.start > grid.stop) std::swap(grid.start, grid.stop);
+        if (!checkFormat(context)) return false;
+    }
     readOptions(context);
     if (!boundGrid(context)) return false;
 

@@ -1,6 +1,7 @@
 #include "engine/header_writer.h"
 
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "engine/curve_table.h"
@@ -236,16 +237,31 @@ std::string writeHeader(PassContext& context) {
     return text.take();
 }
 
+namespace {
+
+/// The fewest decimals (at least five) with which a step still leads to the last depth.
+int stepDecimals(double step, std::int32_t samples) {
+    constexpr int least = 5, most = 12;
+    constexpr double sameDepth = 1e-6;
+    int decimals = least;
+    while (decimals < most && std::abs(val(formatMask(step, decimals)) - step) * samples > sameDepth) ++decimals;
+    return decimals;
+}
+
+}  // namespace
+
 std::vector<std::string> correctHeader(PassContext& context, std::string& header) {
     const SessionTables& tables = context.tables();
     const std::string& unit = tables.setting(PrdRow::DepthUnits);
     // By true figures STEP stands in the wanted depth unit, as laid down in the input's.
-    const double step = context.options.rules == FigureRules::trueFigures ? context.grid.step / context.depthDivisor
-                                                                          : context.grid.step;
+    const bool isTrue = context.options.rules == FigureRules::trueFigures;
+    const double step = isTrue ? context.grid.step / context.depthDivisor : context.grid.step;
+    const std::string stepText =
+        formatMask(context.grid.direction * step, isTrue ? stepDecimals(step, context.grid.sampleCount) : 5);
     const std::array<HeaderEdit, 9> edits = {{
         {"STRT", EditPart::Value, 'W', context.report.firstDepth},
         {"STOP", EditPart::Value, 'W', context.report.lastDepth},
-        {"STEP", EditPart::Value, 'W', formatMask(context.grid.direction * step, 5)},
+        {"STEP", EditPart::Value, 'W', stepText},
         {"NULL", EditPart::Value, 'W', formatMask(static_cast<double>(context.nullValue), 5)},
         {"VERS", EditPart::Value, 'V', val(tables.setting(PrdRow::Vers)) == 2 ? "2.00" : "1.2"},
         {"WRAP", EditPart::Value, 'V', context.wrapPerLine > 0 ? "YES" : "NO"},

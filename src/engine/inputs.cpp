@@ -5,6 +5,7 @@
 #include "engine/data_reader.h"
 #include "engine/null_fill.h"
 #include "engine/resampling.h"
+#include "engine/true_inputs.h"
 
 namespace welvane {
 
@@ -39,6 +40,10 @@ void allocateInputs(PassContext& context) {
 }
 
 void readInputs(PassContext& context) {
+    if (context.options.rules == FigureRules::trueFigures) {
+        placeInputs(context);
+        return;
+    }
     for (int slot = 0; slot < slotCount; ++slot) {
         if (!context.session.loaded(slot) || context.session.channelCount(slot) == 0) continue;
         attempt(context.report.failures, "reading an input", [&] { readSlot(context, slot); });

@@ -4,16 +4,16 @@ namespace welvane {
 
 namespace {
 
-void fillLinear(std::span<double> samples) {
+void fillLinear(std::span<double> samples, double null) {
     const std::size_t count = samples.size();
     std::size_t place = 0;
     while (true) {
         // The last data sample before a gap; a gap without one is never filled.
-        while (place + 1 < count && !(samples[place] != lasNull && samples[place + 1] == lasNull)) ++place;
+        while (place + 1 < count && !(samples[place] != null && samples[place + 1] == null)) ++place;
         if (place + 1 >= count) return;
         const std::size_t above = place;
         std::size_t below = above + 1;
-        while (below < count && samples[below] == lasNull) ++below;
+        while (below < count && samples[below] == null) ++below;
         if (below >= count) return;
         const double span = static_cast<double>(below - above);
         for (std::size_t index = above + 1; index < below; ++index)
@@ -23,19 +23,19 @@ void fillLinear(std::span<double> samples) {
     }
 }
 
-void fillFlatTop(std::span<double> samples) {
-    double last = lasNull;
+void fillFlatTop(std::span<double> samples, double null) {
+    double last = null;
     for (double& sample : samples) {
-        if (sample != lasNull) last = sample;
-        if (sample == lasNull) sample = last;
+        if (sample != null) last = sample;
+        if (sample == null) sample = last;
     }
 }
 
 }  // namespace
 
-void fillColumn(std::span<double> samples, NullFill mode) {
-    if (mode == NullFill::Linear) fillLinear(samples);
-    if (mode == NullFill::FlatTop) fillFlatTop(samples);
+void fillColumn(std::span<double> samples, NullFill mode, double null) {
+    if (mode == NullFill::Linear) fillLinear(samples, null);
+    if (mode == NullFill::FlatTop) fillFlatTop(samples, null);
 }
 
 void applyNullFill(PassContext& context, NullFill mode, int firstColumn, int lastColumn) {

@@ -9,7 +9,7 @@ namespace welvane {
 /// it. Leading gaps stay.
 void applyNullFill(PassContext& context, NullFill mode, int firstColumn, int lastColumn);
 
-/// The same over one column; exposed for tests. Samples from index 0.
-void fillColumn(std::span<double> samples, NullFill mode);
+/// The same over one column whose gaps are of `null`. Samples from index 0.
+void fillColumn(std::span<double> samples, NullFill mode, double null = lasNull);
 
 }  // namespace welvane

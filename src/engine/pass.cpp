@@ -49,12 +49,14 @@ void needFigures(const FailureList& failures) {
 /// Header and data into the output; false when cancelled. The header is whole before the first byte is written.
 bool writeFile(PassContext& context) {
     std::string header = writeHeader(context);
-    const std::string dataTitle = writeDataTitle(context);
-    settleColumns(context);
     applyDovranFilter(context);
+    settleColumns(context);
+    const std::string dataTitle = writeDataTitle(context);
     std::vector<std::string> shortLines;
     if (!context.tables().checked(PrdRow::PlainAscii)) shortLines = correctHeader(context, header);
     if (context.options.rules == FigureRules::trueFigures) needFigures(context.report.failures);
+    if (context.options.strict && !context.report.notes.empty())
+        throw RunTimeFailure(textOf(context.report.notes.front()));
     // What was read of an input that changed meanwhile may be of two files.
     for (int slot = 0; slot < slotCount; ++slot)
         if (context.session.loaded(slot) && context.session.slots[slot].file)
@@ -109,8 +111,8 @@ PassResult doitmastnew(PassContext& context) {
     return PassResult::Done;
 }
 
-PassPlan planPass(App& app, Session& session) {
-    PassContext context(app, session, {});
+PassPlan planPass(App& app, Session& session, FigureRules rules) {
+    PassContext context(app, session, {.rules = rules});
     PassPlan plan;
     if (!deriveGrid(context)) {
         plan.refusal = context.report.refusal;

@@ -24,6 +24,6 @@ struct PassPlan {
     std::vector<Channel> channels;
     std::uint64_t memoryNeeded = 0;  ///< bytes of the two matrices
 };
-PassPlan planPass(App& app, Session& session);
+PassPlan planPass(App& app, Session& session, FigureRules rules);
 
 }  // namespace welvane

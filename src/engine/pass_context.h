@@ -25,23 +25,26 @@ enum class PassResult : std::int16_t {
 /// The output's depth grid, in the depth unit of the input files. Sample i, from 1, lies at start + (i - 1) * step.
 struct PassGrid {
     double start = 0, stop = 0;  ///< start is never above stop
-    double step = 0;             ///< positive, rounded to four decimals
+    double step = 0;             ///< positive; as laid down rounded to four decimals
     std::int32_t sampleCount = 0;
     int direction = 1;                           ///< +1 writes from the top down, -1 from the bottom up
     std::int32_t firstIndex = 0, lastIndex = 0;  ///< of the writing loop
     double depthOffset = 0;                      ///< added to every written depth
-    int stepDecimals = 0;                        ///< decimals that the step needs
+    int stepDecimals = 0;                        ///< decimals that the step needs, by true figures that the depths do
 };
 
 /// What the caller asks of one pass.
 struct PassOptions {
-    std::string outputPath;
+    std::string outputPath{};
     bool noInputRun = false;  ///< slot 0 alone, as it stands: no rate check, fill, clip or offset, no header source
     OutputFile::Mode outputMode = OutputFile::Mode::InPlace;
     /// An input whose reading breaks off refuses the pass, in place of going on with what was read.
     bool wholeInputs = false;
     FigureRules rules = FigureRules::asLaidDown;
     bool wrapSettled = false;  ///< WRAP was asked for by name, so whether it is needed is no question
+    /// Data are written with the format's decimals, in place of as many as their input has.
+    bool decimalsSettled = false;
+    bool strict = false;  ///< a note refuses the pass before anything is written
 };
 
 /// What one pass tells of itself.
@@ -51,6 +54,7 @@ struct PassReport {
     FailureList failures;     ///< steps that were skipped
     std::string brokenInput;  ///< where and why the reading of an input broke off, "" when all were read to their end
     bool inputLost = false;   ///< a part of that input could not be read at all: no pass goes on without it
+    std::vector<Note> notes;  ///< by FigureRules::trueFigures, without the output's name
     std::size_t overflowCount = 0;  ///< values too wide for their column
     std::int32_t records = 0;
     int columns = 0;  ///< written data columns, the depth not counted
@@ -71,6 +75,8 @@ using OutputCurveTable = std::vector<OutputCurve>;
 struct OutputColumn {
     const double* samples;  ///< sample i at index i - 1
     double scale;           ///< a single's value
+    int column;             ///< of srd(4)
+    int width, decimals;    ///< characters, of which at least one stays blank
 };
 
 /// All that lives for one pass. Stages read what the stages before them left here.
@@ -100,6 +106,7 @@ struct PassContext {
     std::string titleLine;  ///< mnemonics of the written channels, one data column each
     std::vector<OutputColumn> outputColumns;
     double depthDivisor = 1;  ///< what depths are divided by on their way into the wanted unit
+    int depthWidth = 0;       ///< of the index column
 
     FormatDefaults& format() { return app.settings.format; }
     SessionTables& tables() { return session.tables; }

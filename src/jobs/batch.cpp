@@ -104,7 +104,7 @@ void Batch::passOver(const Input& input, BatchItem& item) {
 
 void Batch::makeOutput(const std::string& file, BatchItem& item) {
     settleOutput(item);
-    const Input input = bench_.openLas(file, request_.pass.loose);
+    const Input input = openForPass(bench_, file, request_.pass);
     try {
         passOver(input, item);
     } catch (...) {

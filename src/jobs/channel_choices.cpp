@@ -45,7 +45,7 @@ int needColumn(Session& session, std::string_view text) {
 void applyLink(Session& session, const ChannelLink& link) {
     const int channel = needChannel("link", link.channel, session, link.slot);
     const int column = needColumn(session, link.column);
-    if (!linkChannel(session, link.slot, channel, column, FigureRules::trueFigures))
+    if (!linkChannel(session, link.slot, channel, column, session.rules))
         throw refusedChoice("link", "channel " + link.channel + " of input " + std::to_string(link.slot + 1) +
                                         " cannot be linked to column " + link.column);
     if (!link.depths) return;

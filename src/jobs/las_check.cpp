@@ -93,6 +93,7 @@ Reason whyNoLas(const LasFile& file, bool loose) {
         return {numberText(walk.curveLines) + " channels, more than the " + numberText(mostColumns) +
                 " that can be held"};
     if (!walk.dataLine) return {"no data behind its ~A line"};
+    if (file.rules() == FigureRules::trueFigures) return {};
     if (trim(file.depthHeader().step().value).empty()) return {"no STEP in its ~Well section"};
     const DataShape& shape = file.shape();
     if (shape.layout != DataLayout::Undecided || loose) return {};

@@ -14,6 +14,7 @@ std::string whyUnreadable(std::string_view path);
 /// The same for a file that could be opened.
 std::string whyNoText(std::string_view bytes);
 /// No reason for a LAS file that a session can load, else why not. With `loose`, data of no regular shape is accepted.
+/// Of a file opened by FigureRules::trueFigures neither the STEP nor the shape of the data is asked for.
 Reason whyNoLas(const LasFile& file, bool loose);
 /// True when some line ends in LF alone.
 bool hasLoneLineFeed(std::string_view bytes);

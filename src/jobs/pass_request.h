@@ -9,6 +9,7 @@
 #include "jobs/given_number.h"
 #include "session/choices.h"
 #include "session/tvd.h"
+#include "shared/figure_rules.h"
 
 /// What a file made by a pass shall be. Each member that is not set leaves what the inputs, the filter and the settings
 /// say. Slots count from 0.
@@ -95,6 +96,9 @@ struct PassRequest {
 
     std::optional<GivenNumber> columnWidth{};  ///< data columns of this width, in place of blanks between them
     bool loose = false;                        ///< read data of no regular shape line by line
+    bool decimalComma = false;                 ///< "123,42" is a number
+    std::string indexUnit{};                   ///< unit of the inputs' index, "" for what their headers say
+    FigureRules rules = FigureRules::trueFigures;
     bool operator==(const PassRequest&) const = default;
 };
 

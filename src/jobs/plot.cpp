@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "engine/grid.h"
+#include "engine/depth_limit.h"
 #include "jobs/plot_input.h"
 #include "jobs/run.h"
 #include "picture/log_drawing.h"

@@ -2,6 +2,8 @@
 
 #include "jobs/channel_choices.h"
 #include "jobs/survey.h"
+#include "jobs/true_input.h"
+#include "las/input_data.h"
 #include "las/sections.h"
 #include "session/filters.h"
 #include "session/loading.h"
@@ -40,6 +42,11 @@ void give(Workbench& bench, Session& session, PrdRow row, const std::optional<Gi
 double inputUnitsPer(Workbench& bench, const Session& session, const std::string& wanted) {
     const std::string& input = session.channels[0].empty() ? wanted : session.channels[0].front().field.unit;
     if (sameText(input, wanted)) return 1;
+    if (session.rules == FigureRules::trueFigures) {
+        const IndexUnit from = readIndexUnit(input), to = readIndexUnit(wanted);
+        if (from.isLength() && to.isLength()) return to.metres / from.metres;
+        throw refusedChoice("unit", "an index in \"" + input + "\" cannot become \"" + wanted + "\"");
+    }
     const ReferenceTables& reference = bench.app().reference;
     if (!knownUnit(reference, input) || !knownUnit(reference, wanted))
         throw refusedChoice("unit", "the unit table does not tell how \"" + input + "\" becomes \"" + wanted + "\"");
@@ -62,8 +69,9 @@ void setStepAndUnit(Workbench& bench, Session& session, const PassRequest& reque
     if (!isItem && !isNumeric(request.step)) throw senselessChoice("step", "'" + request.step + "' is not a number");
     const double step = stepNumber(request.step, session.tables.setting(PrdRow::DepthUnits));
     if (step == 0) throw senselessChoice("step", "a STEP of zero makes no LAS file");
+    const int decimals = session.rules == FigureRules::trueFigures ? 12 : 4;
     // A step is named in the unit of the output; the grid counts in the input's.
-    edit(bench, session, PrdRow::SampleRate, inputUnits == 1 ? request.step : formatMask(step * inputUnits, 4));
+    edit(bench, session, PrdRow::SampleRate, inputUnits == 1 ? request.step : formatMask(step * inputUnits, decimals));
 }
 
 void setHeaderFile(Workbench& bench, Session& session, const std::vector<Input>& inputs, const std::string& header) {
@@ -151,11 +159,13 @@ void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& in
     }
     for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
         const SlotLoadResult result = Open4Files(bench.app(), session, static_cast<int>(slot));
-        if (result.status != LoadStatus::Loaded) throw Refusal(inputs[slot].given, result.why);
-        for (const std::string& unit : result.unknownUnits) {
+        if (result.status != LoadStatus::Loaded) throw Refusal(inputs[slot].given, result.why, remedyFor(result.help));
+        std::vector<Note> notes = result.notes;
+        for (const std::string& unit : result.unknownUnits)
             if (!bench.app().reference.units.empty())
-                bench.note(NoteKind::Unit, inputs[slot].given, "the unit table does not know \"" + unit + "\"");
-        }
+                notes.push_back({.kind = NoteKind::Unit, .text = "the unit table does not know \"" + unit + "\""});
+        for (Note& note : notes) note.file = inputs[slot].given;
+        tellNotes(bench, inputs[slot].given, notes);
     }
     bench.app().run.lasFile = inputs.front().path;
 }
@@ -171,20 +181,35 @@ void needDepthRange(const std::vector<Input>& inputs, const PassRequest& request
     }
 }
 
+/// Where the records of an input follow no step, somebody has to say onto what they shall go.
+void needSpacing(const Session& session, const std::vector<Input>& inputs, const PassRequest& request) {
+    if (!request.step.empty()) return;
+    for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
+        const InputData& data = *session.slots[slot].data;
+        if (data.spacing.kind != IndexSpacing::Kind::Irregular) continue;
+        const std::size_t misfit = data.spacing.misfit;
+        const std::vector<double>& depths = data.depths();
+        throw Refusal(inputs[slot].given,
+                      "line " + std::to_string(data.channels.lines[misfit]) + ": its depths follow no one step: " +
+                          plainNumber(depths[misfit]) + " stands behind " + plainNumber(depths[misfit - 1]),
+                      Remedy::Step);
+    }
+}
+
 void applyFilter(Workbench& bench, Session& session, const std::string& path) {
     const Input filter = bench.openInput(path);
     // Files that it refers to are looked for beside it, so one in LF only is given by its own path: openFilter reads it
     // through a copy by itself.
     const bool isUnix = filter.ends == LineEnds::Unix;
     setFilterInUse(session, isUnix ? resolvePath(path) : filter.path);
-    const FilterReport report = openFilter(bench.app(), session, FigureRules::trueFigures);
+    const FilterReport report = openFilter(bench.app(), session, session.rules);
     if (!report.applied) throw Refusal(path, report.why);
     for (const std::string& table : report.tables) bench.willRead(table);
     tellSkipped(bench, report.skipped);
 }
 
 void applyCurves(Workbench& bench, Session& session, const std::vector<std::string>& lines) {
-    const FilterReport report = applyCurveLines(session, lines, FigureRules::trueFigures);
+    const FilterReport report = applyCurveLines(session, lines, session.rules);
     if (!report.applied) throw refusedChoice("curve", report.why);
     tellSkipped(bench, report.skipped);
 }
@@ -198,9 +223,15 @@ void prepareSession(Workbench& bench, Session& session, const std::vector<Input>
     // What was in use when a window was last closed is nothing to a job.
     session.tables.frd.setCheck(1, FrdColumn::Apply, Check::Unchecked);
     session.loose = request.loose;
+    session.rules = request.rules;
+    session.decimalComma = request.decimalComma;
+    session.indexUnit = request.indexUnit;
     loadInputs(bench, session, inputs);
     const std::string indexUnit = session.tables.setting(PrdRow::DepthUnits);
-    needDepthRange(inputs, request);
+    if (request.rules == FigureRules::trueFigures)
+        needSpacing(session, inputs, request);
+    else
+        needDepthRange(inputs, request);
     if (request.splice) spliceGuess(app, session);
     if (!request.filter.empty()) applyFilter(bench, session, request.filter);
     if (!request.curves.empty()) applyCurves(bench, session, request.curves);

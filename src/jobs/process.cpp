@@ -35,9 +35,9 @@ RunRequest windowRun(App& app, Session& session, const ProcessRequest& request) 
     RunRequest run;
     run.outputMode = OutputFile::Mode::Beside;
     run.wholeInputs = !session.loose;
-    run.rules = FigureRules::trueFigures;
+    run.rules = session.rules;
     run.browser = request.browserOpen ? &request.selection : nullptr;
-    run.reopenSession = [&app, &session] { reopenSlots(app, session, FigureRules::trueFigures); };
+    run.reopenSession = [&app, &session] { reopenSlots(app, session, session.rules); };
     run.afterProcess = [&app](const std::string& path) { afterProcess(app, path); };
     return run;
 }

@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "las/data_refusal.h"
+
 /// How a job says No.
 namespace welvane {
 
@@ -25,6 +27,21 @@ enum class Remedy {
     LineEnds,      ///< to repair the line ends
     Rebuild        ///< to write a new header
 };
+
+/// What would help where data cannot be read.
+constexpr Remedy remedyFor(DataRefusal::Help help) {
+    switch (help) {
+        case DataRefusal::Help::Loose:
+            return Remedy::Loose;
+        case DataRefusal::Help::DecimalComma:
+            return Remedy::DecimalComma;
+        case DataRefusal::Help::IndexUnit:
+            return Remedy::IndexUnit;
+        case DataRefusal::Help::None:
+            break;
+    }
+    return Remedy::None;
+}
 
 /// Why something cannot be done, in words, and what would help.
 struct Reason {

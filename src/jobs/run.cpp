@@ -3,7 +3,9 @@
 #include "certify/certify_after.h"
 #include "certify/certify_file.h"
 #include "jobs/checker.h"
+#include "jobs/las_check.h"
 #include "jobs/prepare_session.h"
+#include "jobs/true_input.h"
 #include "session/step_text.h"
 #include "shared/files.h"
 #include "shared/text.h"
@@ -39,7 +41,7 @@ std::vector<Input> openInputs(Workbench& bench, const RunFilesRequest& request) 
     for (const std::string& other : {request.pass.filter, request.pass.tvd})
         if (!other.empty()) bench.willRead(other);
     std::vector<Input> inputs;
-    for (const std::string& file : request.files) inputs.push_back(bench.openLas(file, request.pass.loose));
+    for (const std::string& file : request.files) inputs.push_back(openForPass(bench, file, request.pass));
     if (!request.output.empty()) bench.checkOutput(request.output, inputs);
     return inputs;
 }
@@ -47,7 +49,7 @@ std::vector<Input> openInputs(Workbench& bench, const RunFilesRequest& request) 
 void prepare(Workbench& bench, Session& session, const std::vector<Input>& inputs, const RunFilesRequest& request) {
     prepareSession(bench, session, inputs, request.pass);
     if (!request.output.empty()) bench.needOwnFile(request.output, inputs);
-    needStep(session, inputs);
+    if (request.pass.rules == FigureRules::asLaidDown) needStep(session, inputs);
 }
 
 std::uint64_t bytesOf(const std::vector<Input>& inputs) {
@@ -69,12 +71,25 @@ RunRequest jobRun(const Workbench& bench, const PassRequest& request) {
     run.wrapSettled = request.wrap.has_value();
     run.filterApplied = true;
     run.wholeInputs = !request.loose;
-    run.rules = FigureRules::trueFigures;
+    run.rules = request.rules;
+    run.decimalsSettled = request.format.back().has_value();
+    run.strict = bench.rules().strict;
     return run;
+}
+
+Input openForPass(Workbench& bench, const std::string& file, const PassRequest& request) {
+    if (request.rules == FigureRules::asLaidDown) return bench.openLas(file, request.loose);
+    Input input{file, resolvePath(file), openTrue(file)};
+    if (const Reason why = whyNoLas(*input.file, request.loose); !why.none()) throw Refusal(file, why);
+    return input;
 }
 
 void noteLeftOut(Workbench& bench, const ItemReport& item) {
     const PassReport& pass = item.pass;
+    for (Note note : pass.notes) {
+        if (note.file.empty()) note.file = item.target;
+        bench.note(std::move(note));
+    }
     if (pass.overflowCount != 0)
         bench.note({.kind = NoteKind::TooWide,
                     .file = item.target,
@@ -97,6 +112,8 @@ RunFilesReport runFiles(Workbench& bench, const RunFilesRequest& request) {
     prepare(bench, session, inputs, request);
     App& app = bench.app();
     app.run.targetFile = request.output;
+    // What the headless line decides without asking is a part of what was laid down.
+    app.run.commandMode = request.pass.rules == FigureRules::asLaidDown;
     RunFilesReport report;
     RunRequest run = jobRun(bench, request.pass);
     if (request.certify) run.afterProcess = [&](const std::string& path) { checkAfter(app, path, report); };
@@ -125,7 +142,7 @@ PlanReport planRun(Workbench& bench, const RunFilesRequest& request) {
     Session session;
     prepare(bench, session, inputs, request);
     PlanReport report;
-    report.plan = planPass(bench.app(), session);
+    report.plan = planPass(bench.app(), session, request.pass.rules);
     if (!report.plan.refusal.empty()) refuseRun(request.output, report.plan.refusal);
     report.depthUnit = session.tables.setting(PrdRow::DepthUnits);
     report.notes = bench.takeNotes();

@@ -48,7 +48,9 @@ PlanReport planRun(Workbench& bench, const RunFilesRequest& request);
 /// One pass as every job runs it: the output beside its name until it is whole, the filter applied before, inputs read
 /// to their end unless `loose`.
 RunRequest jobRun(const Workbench& bench, const PassRequest& request);
-/// Notes of what a finished pass left out.
+/// An input as the request's rules want it opened.
+Input openForPass(Workbench& bench, const std::string& file, const PassRequest& request);
+/// What is to be told of a finished pass.
 void noteLeftOut(Workbench& bench, const ItemReport& item);
 
 }  // namespace welvane

@@ -1,30 +1,11 @@
 #include "jobs/true_input.h"
 
 #include "jobs/las_check.h"
-#include "las/data_refusal.h"
 #include "las/run_turn.h"
 #include "shared/failure.h"
 #include "shared/files.h"
 
 namespace welvane {
-
-namespace {
-
-Remedy remedyFor(DataRefusal::Help help) {
-    switch (help) {
-        case DataRefusal::Help::Loose:
-            return Remedy::Loose;
-        case DataRefusal::Help::DecimalComma:
-            return Remedy::DecimalComma;
-        case DataRefusal::Help::IndexUnit:
-            return Remedy::IndexUnit;
-        case DataRefusal::Help::None:
-            break;
-    }
-    return Remedy::None;
-}
-
-}  // namespace
 
 LasFilePointer openTrue(const std::string& file) {
     return readingOf(file, [&] {

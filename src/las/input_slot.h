@@ -10,6 +10,7 @@
 namespace welvane {
 
 class LasFile;
+struct InputData;
 
 /// One of the four input files as the session knows it. Free when its path is empty. Depths are in the file's own unit.
 struct InputSlot {
@@ -28,6 +29,8 @@ struct InputSlot {
     std::string indexName;                 ///< "DEPT"
     std::string path;
     std::shared_ptr<const LasFile> file;  ///< what was opened under the path; all reading goes there
+    /// What stands behind its ~A, by FigureRules::trueFigures; as laid down each pass reads it itself.
+    std::shared_ptr<const InputData> data;
     std::int16_t firstColumnWidth = 0, firstColumnDecimals = 0;    ///< of the first data column
     std::int16_t dotColumn = 0, valueColumn = 0, colonColumn = 0;  ///< 0 read from the file becomes 7, 15, 50
 };

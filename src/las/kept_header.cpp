@@ -32,7 +32,7 @@ bool hasName(const std::vector<HeaderField>& fields, std::string_view mnem) {
 }
 
 /// "CH3"; with more behind it where that name is taken.
-std::string columnName(std::size_t column, const std::vector<HeaderField>& taken) {
+std::string freeColumnName(std::size_t column, const std::vector<HeaderField>& taken) {
     std::string name = "CH" + std::to_string(column);
     while (hasName(taken, name)) name += "_";
     return name;
@@ -395,7 +395,7 @@ std::vector<HeaderField> settleCurves(std::vector<KeptCurve>& curves, std::size_
         channels.push_back(curve.field);
     }
     while (channels.size() < columns) {
-        channels.push_back({columnName(channels.size() + 1, channels), "", "", ""});
+        channels.push_back({freeColumnName(channels.size() + 1, channels), "", "", ""});
         tell(notes,
              "column " + std::to_string(channels.size()) + " has no ~Curve line; it is now " + channels.back().mnem);
     }

@@ -284,17 +284,22 @@ void ChannelReader::finishRecord(RecordBlock& block) {
 std::optional<ChannelData> readChannels(const LasFile& file, const ChannelReading& how, RunTurn& turn) {
     ChannelReader reader(file, how);
     file.willReadAll();
-    ChannelData data{reader.names(), reader.fileNull(), {}, {}, {}};
+    ChannelData data{reader.names(), reader.fileNull(), {}, {}, {}, {}};
     data.columns.resize(reader.shape().columns);
     for (RecordBlock block; reader.next(block);) {
         if (!turn.goesOn(reader.place())) return std::nullopt;
-        for (std::size_t column = 0; column < block.columns; ++column)
+        for (std::size_t column = 0; column < block.columns; ++column) {
+            std::vector<double>& target = data.columns[column];
+            const std::size_t before = target.size();
+            target.resize(before + block.records);
             for (std::size_t record = 0; record < block.records; ++record)
-                data.columns[column].push_back(block.record(record)[column]);
+                target[before + record] = block.record(record)[column];
+        }
         data.lines.insert(data.lines.end(), block.lines.begin(), block.lines.end());
     }
     file.needWhole();
     data.facts = reader.facts();
+    data.notes = reader.notes(file.path());
     return data;
 }
 

@@ -148,6 +148,7 @@ struct ChannelData {
     std::vector<std::vector<double>> columns;  ///< by column of the data, the index first; NaN for null
     std::vector<std::size_t> lines;            ///< number of each record's first line
     DataFacts facts;
+    std::vector<Note> notes;  ///< as ChannelReader::notes tells them of the file's path
 };
 /// Reads them; nothing when a person stopped it. Refusals as ChannelReader::next.
 std::optional<ChannelData> readChannels(const LasFile& file, const ChannelReading& how, RunTurn& turn);

@@ -53,6 +53,7 @@ void emptyArea(Frame& frame, WorkArea area) {
     frame.actionsOf(area) = {};
     if (area == WorkArea::Session) {
         frame.session = Session();
+        frame.session.rules = FigureRules::trueFigures;
         frame.grd = GenericTable();
     }
     if (area == WorkArea::Tools) frame.bytes = ByteViewState();
@@ -92,6 +93,7 @@ void deleteCheckerFiles(const std::string& programFolder) {
 }  // namespace
 
 Frame::Frame(App& process) : app(process), open{WorkArea::Browser}, front(WorkArea::Browser) {
+    session.rules = FigureRules::trueFigures;
     browser.folder = browser.inDir = browser.sourceFolderLabel = app.settings.inDir;
     browser.outDir = app.settings.outDir;
     browser.editAfter = app.settings.editAfter;

@@ -46,7 +46,7 @@ bool filBut(App& app, Session& session, bool on) {
     };
     if (on) {
         session.filterFile = tables.frd.text(1, FrdColumn::Path);
-        if (!openFilter(app, session, FigureRules::trueFigures).applied) return false;
+        if (!openFilter(app, session, session.rules).applied) return false;
         tables.frd.setCheck(1, FrdColumn::Apply, Check::Checked);
         setCaptions(filterSettingsCaption, filterParametersCaption);
         return true;
@@ -66,7 +66,7 @@ bool browseFilter(App& app, Session& session) {
 
 FilterReport loadAllSlots(App& app, Session& session, std::string_view trigger) {
     if (trigger.empty()) return {};
-    return reopenSlots(app, session, FigureRules::trueFigures);
+    return reopenSlots(app, session, session.rules);
 }
 
 }  // namespace welvane

@@ -8,10 +8,12 @@
 
 #include "las/classify.h"
 #include "las/data_access.h"
+#include "las/input_data.h"
 #include "las/las_file.h"
 #include "las/repair.h"
 #include "session/choices.h"
 #include "session/session_setup.h"
+#include "session/true_slot.h"
 #include "shared/failure.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
@@ -105,7 +107,8 @@ void deriveTables(Session& session) {
 
 /// False when the file cannot be read as it is and the user would not have it repaired. A repaired one is opened again.
 bool mayReadUnixFile(App& app, const std::string& path, LasFilePointer& file) {
-    if (app.run.commandMode || file->lineEnds() != LineEnds::Unix) return true;
+    if (app.run.commandMode || file->rules() == FigureRules::trueFigures) return true;
+    if (file->lineEnds() != LineEnds::Unix) return true;
     const Prompt question{"Unix Termination! ", path + "Unix Termination. " + " is not usable as is. Repair Now? ",
                           Buttons::YesNo, Icon::Stop, Answer::No};
     if (app.user.ask(question) != Answer::Yes) return false;
@@ -123,9 +126,11 @@ void restorePath(Session& session, int slot) {
 }
 
 /// The file under the slot's path: the one that it holds, unless somebody touched that since.
-LasFilePointer currentFile(const InputSlot& slot) {
-    const bool held = slot.file && slot.file->path() == slot.path && slot.file->unchanged();
-    return held ? slot.file : openLasFile(slot.path);
+LasFilePointer currentFile(const Session& session, int number) {
+    const InputSlot& slot = session.slots[number];
+    const bool held =
+        slot.file && slot.file->path() == slot.path && slot.file->rules() == session.rules && slot.file->unchanged();
+    return held ? slot.file : openLasFile(slot.path, session.rules);
 }
 
 SlotLoadResult freeWithoutFile(Session& session, int slot) {
@@ -134,7 +139,7 @@ SlotLoadResult freeWithoutFile(Session& session, int slot) {
     const bool wasOpened = session.opened[slot];
     freeSlot(session, slot);
     if (wasOpened) deriveTables(session);
-    return {LoadStatus::NoFile, why, 0, 0, {}};
+    return {.status = LoadStatus::NoFile, .why = why};
 }
 
 SlotLoadResult loadInto(App& app, Session& session, int slot, const LasFilePointer& file) {
@@ -143,7 +148,10 @@ SlotLoadResult loadInto(App& app, Session& session, int slot, const LasFilePoint
     session.tables.setting(PrdRow::Head) = path;
     InputSlot facts;
     SlotChannels channels;
-    if (!readHeader(app, session, *file, facts, channels, result)) {
+    const bool read = file->rules() == FigureRules::trueFigures
+                          ? readTrueSlot(app, session, slot, *file, facts, channels, result)
+                          : readHeader(app, session, *file, facts, channels, result);
+    if (!read) {
         result.status = LoadStatus::WithoutChannels;
         channels.clear();
     }
@@ -188,13 +196,13 @@ bool readHeader(const App& app, const Session& session, const LasFile& file, Inp
 }
 
 SlotLoadResult Open4Files(App& app, Session& session, int slot) {
-    if (slot < 0 || slot >= slotCount) return {LoadStatus::Failed, "there is no such slot", 0, 0, {}};
+    if (slot < 0 || slot >= slotCount) return {.status = LoadStatus::Failed, .why = "there is no such slot"};
     std::string& path = session.slots[slot].path;
     SlotLoadResult result;
     try {
         if (!app.run.commandMode && path.empty() && fileExists(app.run.lasFile)) path = app.run.lasFile;
         if (!fileExists(path)) return freeWithoutFile(session, slot);
-        LasFilePointer file = currentFile(session.slots[slot]);
+        LasFilePointer file = currentFile(session, slot);
         if (mayReadUnixFile(app, path, file)) {
             // The tables are built in a copy, so that a failure half way leaves none of them torn.
             Session next = session;
@@ -202,11 +210,11 @@ SlotLoadResult Open4Files(App& app, Session& session, int slot) {
             session = std::move(next);
             return result;
         }
-        result = {LoadStatus::Declined, "its lines end in LF only", 0, 0, {}};
+        result = {.status = LoadStatus::Declined, .why = "its lines end in LF only"};
     } catch (const FileFailure& failure) {
-        result = {LoadStatus::Unreadable, failure.reason(), 0, 0, {}};
+        result = {.status = LoadStatus::Unreadable, .why = failure.reason()};
     } catch (const std::exception& error) {
-        result = {LoadStatus::Failed, error.what(), 0, 0, {}};
+        result = {.status = LoadStatus::Failed, .why = error.what()};
     }
     restorePath(session, slot);
     return result;
@@ -222,25 +230,54 @@ void closeSlot(App& app, Session& session, int slot) {
     deriveTables(session);
 }
 
+namespace {
+
+/// The first other slot that is loaded; -1 for none.
+int firstOther(const Session& session, int slot) {
+    for (int other = 0; other < slotCount; ++other)
+        if (other != slot && session.loaded(other)) return other;
+    return -1;
+}
+
+/// The unit, the null and the step that the slot's file gives the output. By true figures unit and null are the first
+/// input's, and the step is the finest, on which every sample has its place.
+void showGrid(Session& session, int slot) {
+    const InputSlot& facts = session.slots[slot];
+    SessionTables& tables = session.tables;
+    const bool isTrue = facts.data != nullptr;
+    const int other = isTrue ? firstOther(session, slot) : -1;
+    const double step = std::abs(facts.step);
+    const std::string stepText = isTrue ? stripZeros(formatMask(step, 12)) : formatMask(step, 4);
+    if (other >= 0) {
+        const double shown = val(tables.setting(PrdRow::SampleRate));
+        if (step != 0 && (shown == 0 || step < shown)) tables.setting(PrdRow::SampleRate) = stepText;
+    } else {
+        tables.setting(PrdRow::SampleRate) = stepText;
+    }
+    if (other >= 0 && other < slot) return;
+    const std::string unit = isTrue ? depthUnitText(facts.data->unit) : depthUnitLetter(facts.depthUnit);
+    tables.setting(PrdRow::DepthUnits) = unit;
+    tables.prd.data(PrdRow::DepthUnits, PrdColumn::Setting) = unit;
+    tables.setting(PrdRow::Null) = facts.nullText;
+    const bool down = isTrue ? facts.data->spacing.direction > 0 : facts.start - facts.stop < 0;
+    tables.setting(PrdRow::Direction) = textOf(down ? Direction::ShallowToDeep : Direction::DeepToShallow);
+}
+
+}  // namespace
+
 void showSlot(App& app, Session& session, int slot) {
     const InputSlot& facts = session.slots[slot];
     SessionTables& tables = session.tables;
-    tables.fsL[2 * slot] = formatMask(facts.topDepth, 4);
-    tables.fsL[2 * slot + 1] = formatMask(facts.bottomDepth, 4);
+    tables.fsL[2 * slot] = facts.data ? depthText(facts.topDepth) : formatMask(facts.topDepth, 4);
+    tables.fsL[2 * slot + 1] = facts.data ? depthText(facts.bottomDepth) : formatMask(facts.bottomDepth, 4);
     const DepthRange range = depthRange(session);
     tables.setting(PrdRow::From) = formatMask(range.shallowest, 4);
     tables.setting(PrdRow::To) = formatMask(range.deepest, 4);
-    const std::string unit = depthUnitLetter(facts.depthUnit);
-    tables.setting(PrdRow::DepthUnits) = unit;
-    tables.prd.data(PrdRow::DepthUnits, PrdColumn::Setting) = unit;
+    showGrid(session, slot);
     tables.setting(PrdRow::DepthOffset) = "0";
-    tables.setting(PrdRow::Direction) =
-        textOf(facts.start - facts.stop < 0 ? Direction::ShallowToDeep : Direction::DeepToShallow);
-    tables.setting(PrdRow::SampleRate) = formatMask(std::abs(facts.step), 4);
     tables.setting(PrdRow::Wrap) = textOf(sameText(facts.wrap, "NO") ? Wrap::No : Wrap::Yes);
     const auto version = versionOf(val(facts.lasVersion));
     tables.setting(PrdRow::Vers) = version ? textOf(*version) : facts.lasVersion;
-    tables.setting(PrdRow::Null) = facts.nullText;
     tables.setting(PrdRow::HeaderFile) = facts.path;
     int position = 0;
     for (int before = 0; before < slot; ++before) position += session.loaded(before) ? 1 : 0;

@@ -5,31 +5,15 @@
 #include <vector>
 
 #include "las/las_file.h"
+#include "session/load_result.h"
 #include "session/session.h"
 
 /// LAS files into slots, and the tables derived anew from all four slots.
 namespace welvane {
 
-enum class LoadStatus {
-    Loaded,
-    NoFile,           ///< the path names no file: the slot is free now
-    Declined,         ///< its line ends are LF only and the user would not have them repaired
-    WithoutChannels,  ///< opened, but its data could not be made out; the slot keeps its path and has no channels
-    Unreadable,       ///< it is there, but could not be opened or read; the tables stand as they were before
-    Failed            ///< the same, for any other reason
-};
-
-struct SlotLoadResult {
-    LoadStatus status = LoadStatus::Loaded;
-    std::string why;  ///< empty for Loaded
-    /// For data of no regular shape: 1-based numbers of the first data line and of the first that differs in its words;
-    /// else 0.
-    std::size_t firstLineNumber = 0, differingLineNumber = 0;
-    /// Units of the channels that the unit table does not know; a note only.
-    std::vector<std::string> unknownUnits;
-    bool done() const { return status == LoadStatus::Loaded || status == LoadStatus::WithoutChannels; }
-};
-
+/// How its depths and its channels are read is told by `session.rules`. By
+/// FigureRules::trueFigures all of it is read here, a channel is a column of the data, and first depth, last depth and
+/// step are those of the data; the unit and the null of the output are the first input's, its step the finest.
 /// Puts the file that `session.slots[slot].path` names into its slot and rebuilds the tables for all four slots.
 /// Outside command mode a slot without a path takes the file that is current in the browser. With `session.loose`, data
 /// of no regular shape counts as one line per step.

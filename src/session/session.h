@@ -8,6 +8,7 @@
 #include "platform/platform.h"
 #include "reference/reference_tables.h"
 #include "session/session_tables.h"
+#include "shared/figure_rules.h"
 #include "shared/prompts.h"
 #include "shared/run_state.h"
 #include "shared/settings.h"
@@ -46,7 +47,11 @@ struct Session {
     FormatDefaults userFormat;         ///< the six format values as the user has them, behind the choice "User"
     bool available = false;            ///< a run can be started (allowStuff)
     bool multipleConnections = false;  ///< one input channel may feed several output channels
-    bool loose = false;                ///< data of no regular shape is read line by line instead of being refused
+    /// How files are opened into the slots; what a pass over them follows too.
+    FigureRules rules = FigureRules::asLaidDown;
+    bool loose = false;         ///< data of no regular shape is read line by line instead of being refused
+    bool decimalComma = false;  ///< "123,42" is a number (FigureRules::trueFigures)
+    std::string indexUnit;      ///< unit of every input's index, "" for what its header says (the same rules)
 
     /// A slot counts as loaded once its file was opened, be it with channels or without.
     bool loaded(int slot) const {

@@ -20,6 +20,7 @@ enum class NoteKind {
     Columns,     ///< columns and lines of ~Curve that do not fit each other
     Records,     ///< records of another length, cut short or without an index
     StepVaries,  ///< depths without one step
+    DepthLines,  ///< STRT, STOP or STEP say other than the data, which are followed
     Setting,     ///< a setting that is kept other than it was given
     File         ///< anything else about a file
 };

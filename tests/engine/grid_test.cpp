@@ -1,5 +1,6 @@
 #include "engine/grid.h"
 
+#include "engine/depth_limit.h"
 #include "engine/pass_fixture.h"
 #include "support/scripted_interface.h"
 
