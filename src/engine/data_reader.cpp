@@ -39,7 +39,8 @@ class Reading {
           start_(context.grid.start),
           step_(context.grid.step),
           samples_(context.inputMatrix.samples()),
-          fixedWidth_(static_cast<std::size_t>(context.fixedColumnWidth)) {
+          fixedWidth_(static_cast<std::size_t>(context.fixedColumnWidth)),
+          blankBuffer_(context.options.rules == FigureRules::asLaidDown) {
         for (int column = firstColumn; column <= lastColumn; ++column)
             columns_.push_back(context.inputMatrix.column(column).data());
     }
@@ -53,6 +54,7 @@ class Reading {
     double start_, step_;
     std::int32_t samples_;
     std::size_t fixedWidth_;
+    bool blankBuffer_;  ///< a wrapped record is as long as its buffer, so that a field beyond its text reads as 0
     std::vector<double*> columns_;  ///< sample i of a column at index i - 1
     std::size_t recordPlace_ = 0;   ///< byte at which the record in hand begins
 
@@ -185,7 +187,10 @@ class Reading {
                 ++count;
             }
             if (used == 0) continue;
-            if (fixedWidth_ > 0) storeFixedWidth(buffer);
+            if (fixedWidth_ > 0) {
+                if (blankBuffer_) buffer.resize(capacity, ' ');
+                storeFixedWidth(buffer);
+            }
             if (fixedWidth_ == 0 && inside) fillMissingFields();
         }
         return ReadResult::ToTheEnd;

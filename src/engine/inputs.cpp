@@ -45,7 +45,9 @@ void readInputs(PassContext& context) {
         return;
     }
     for (int slot = 0; slot < slotCount; ++slot) {
-        if (!context.session.loaded(slot) || context.session.channelCount(slot) == 0) continue;
+        // As laid down the first input takes part in the rate check also where it has no channels.
+        const bool checked = slot == 0 && context.options.rules == FigureRules::asLaidDown;
+        if (!context.session.loaded(slot) || (context.session.channelCount(slot) == 0 && !checked)) continue;
         attempt(context.report.failures, "reading an input", [&] { readSlot(context, slot); });
         if (context.options.noInputRun) return;
     }

@@ -154,7 +154,7 @@ std::string conversionNote(FunctionCode code, const FunctionParams& p, const Mat
             return was + ". Averaged over " + text(p.p1) + " points";
         case Scale:
             return was + ". New Left Scale=" + text(p.p1) + "New Right Scale=" + text(p.p2) +
-                   ". Old Left Track=" + text(p.p3) + "Old Right Track=" + text(p.p4) + ")";
+                   ". Old Left Track=" + text(p.p3) + "Old Right Track=" + text(p.p4);
     }
     return {};
 }

@@ -196,6 +196,15 @@ void needSpacing(const Session& session, const std::vector<Input>& inputs, const
     }
 }
 
+/// Without its groups channels of other names are not known to be the same.
+void noteMissingGroups(Workbench& bench) {
+    if (!bench.app().reference.curves.empty()) return;
+    const std::string& path = bench.app().settings.curvesPath;
+    const std::string what = path.empty() ? "curves.ini is not in " + bench.app().platform.programFolder()
+                                          : path + " holds no group of curves";
+    bench.note(NoteKind::File, "", what + "; channels are joined by their names alone");
+}
+
 void applyFilter(Workbench& bench, Session& session, const std::string& path) {
     const Input filter = bench.openInput(path);
     // Files that it refers to are looked for beside it, so one in LF only is given by its own path: openFilter reads it
@@ -232,7 +241,10 @@ void prepareSession(Workbench& bench, Session& session, const std::vector<Input>
         needSpacing(session, inputs, request);
     else
         needDepthRange(inputs, request);
-    if (request.splice) spliceGuess(app, session);
+    if (request.splice) {
+        noteMissingGroups(bench);
+        spliceGuess(app, session);
+    }
     if (!request.filter.empty()) applyFilter(bench, session, request.filter);
     if (!request.curves.empty()) applyCurves(bench, session, request.curves);
     setProperties(bench, session, inputs, request, indexUnit);

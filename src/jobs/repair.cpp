@@ -148,8 +148,9 @@ void Repair::copyWhole(const std::string& from, const std::string& to) {
 std::string Repair::repairEnds(const std::string& from) {
     std::string to = plan_.curveTitle || plan_.rebuild ? scratchName(source_) : target_;
     bench_.app().run.statusText = "Repairing line ends";
-    if (repairLineEnds(from, to, bench_.app().run, bench_.user(), modeFor(to)) == StepResult::Failed)
-        throw Refusal(to, "the line ends could not be written");
+    std::string why;
+    if (repairLineEnds(from, to, bench_.app().run, bench_.user(), modeFor(to), &why) == StepResult::Failed)
+        throw Refusal(request_.file, "the line ends could not be repaired: " + why);
     return to;
 }
 
@@ -157,7 +158,9 @@ std::string Repair::repairTitle(const std::string& from) {
     // Looked at before the step, which may write onto the file that it reads.
     const std::vector<NumberedLine> dropped = linesBeforeCurveTitle(from);
     std::string to = plan_.rebuild ? scratchName(source_) : target_;
-    if (!fixCurveTitle(from, to, modeFor(to))) throw Refusal(to, "the curve title could not be written");
+    std::string why = "it changed meanwhile";
+    if (!fixCurveTitle(from, to, modeFor(to), &why))
+        throw Refusal(request_.file, "the curve title could not be repaired: " + why);
     tellDropped(bench_, request_, "dropped from the line of the curve title", dropped);
     return to;
 }

@@ -55,8 +55,9 @@ std::string Workbench::repairedCopy(const std::string& named) {
     const std::string folder = app_.platform.scratchFolder() + std::to_string(++copies_) + "/";
     std::filesystem::create_directory(folder);
     std::string copy = folder + fileNameOf(named);
-    if (repairLineEnds(named, copy, app_.run, user()) != StepResult::Done)
-        throw Refusal(named, "its line ends could not be repaired");
+    std::string why;
+    if (repairLineEnds(named, copy, app_.run, user(), OutputFile::Mode::Beside, &why) != StepResult::Done)
+        throw Refusal(named, why.empty() ? "stopped" : "its line ends could not be repaired: " + why);
     return copy;
 }
 

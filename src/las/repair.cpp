@@ -122,7 +122,7 @@ bool curveTitleFaultIn(std::string_view bytes) {
     return faulty;
 }
 
-bool fixCurveTitle(std::string_view path, std::string_view target, OutputFile::Mode mode) {
+bool fixCurveTitle(std::string_view path, std::string_view target, OutputFile::Mode mode, std::string* why) {
     if (!hasCurveTitleFault(path)) return false;
     const auto mapped = MappedFile::open(path);
     if (!mapped) return false;
@@ -141,7 +141,8 @@ bool fixCurveTitle(std::string_view path, std::string_view target, OutputFile::M
         needWhole(*mapped, path);
         output.commit();
         return true;
-    } catch (const std::exception&) {
+    } catch (const std::exception& failed) {
+        if (why != nullptr) *why = failed.what();
         return false;
     }
 }
@@ -176,9 +177,11 @@ StepResult replaceInFile(std::string_view source, std::string_view target, std::
 }
 
 StepResult repairLineEnds(std::string_view source, std::string_view target, RunState& run, UserInterface& user,
-                          OutputFile::Mode mode) {
-    ReplaceReport unwanted;
-    return replaceBytes(source, target, 1, "\r\n", run, user, unwanted, mode, findBareLineFeed);
+                          OutputFile::Mode mode, std::string* why) {
+    ReplaceReport report;
+    const StepResult result = replaceBytes(source, target, 1, "\r\n", run, user, report, mode, findBareLineFeed);
+    if (why != nullptr) *why = report.why;
+    return result;
 }
 
 }  // namespace welvane

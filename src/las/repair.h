@@ -17,8 +17,9 @@ bool hasCurveTitleFault(std::string_view path);
 /// The same in the first bytes of a file.
 bool curveTitleFaultIn(std::string_view bytes);
 /// Writes "~Curve" in place of each such line of the header; what else stood on it is dropped. False when there is none
-/// or the file cannot be written.
-bool fixCurveTitle(std::string_view path, std::string_view target, OutputFile::Mode mode = OutputFile::Mode::Beside);
+/// or the file cannot be written: then `why` tells the reason.
+bool fixCurveTitle(std::string_view path, std::string_view target, OutputFile::Mode mode = OutputFile::Mode::Beside,
+                   std::string* why = nullptr);
 /// Asks, then repairs the file itself; true when it was repaired. Nobody to ask: not repaired.
 bool repairCurveTitle(std::string_view path, UserInterface& user);
 
@@ -38,8 +39,8 @@ StepResult replaceInFile(std::string_view source, std::string_view target, std::
                          std::string_view replacement, RunState& run, UserInterface& user,
                          ReplaceReport* report = nullptr, OutputFile::Mode mode = OutputFile::Mode::Beside);
 
-/// Each LF without a CR before it becomes CR LF; CR LF stays.
+/// Each LF without a CR before it becomes CR LF; CR LF stays. `why` tells the reason of a failure.
 StepResult repairLineEnds(std::string_view source, std::string_view target, RunState& run, UserInterface& user,
-                          OutputFile::Mode mode = OutputFile::Mode::Beside);
+                          OutputFile::Mode mode = OutputFile::Mode::Beside, std::string* why = nullptr);
 
 }  // namespace welvane

@@ -1,6 +1,7 @@
 #include "listing/listing.h"
 
 #include <array>
+#include <new>
 
 #include "listing/listing_text.h"
 #include "shared/files.h"
@@ -159,6 +160,8 @@ ListingResult propertyListing(App& app, const ListingOptions& options, const Lis
         OutputFile report(request.reportPath, request.mode);
         writeSummary(result.totals, options, request.today.value_or(localToday()), report);
         report.commit();
+    } catch (const std::bad_alloc&) {
+        result.why = "out of memory";
     } catch (const std::exception& error) {
         result.why = error.what();
     }

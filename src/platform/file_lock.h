@@ -13,10 +13,13 @@ class FileLock {
     FileLock& operator=(const FileLock&) = delete;
     ~FileLock();
     bool held() const { return held_; }
+    /// Why it is not held.
+    const std::string& why() const { return why_; }
 
   private:
     int file_;
     bool held_ = false;
+    std::string why_;
 };
 
 }  // namespace welvane

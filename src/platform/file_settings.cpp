@@ -95,10 +95,14 @@ std::string FileSettings::get(std::string_view key, std::string_view defaultText
 }
 
 bool FileSettings::put(std::string_view key, std::string_view value) {
-    if (path_.empty() || value.find_first_of("\r\n") != npos) return false;
+    why_.clear();
+    if (path_.empty()) why_ = "there is no folder for settings: neither HOME nor XDG_CONFIG_HOME names one";
+    if (value.find_first_of("\r\n") != npos) why_ = "a setting is one line";
+    if (!why_.empty()) return false;
     try {
         return putLine(key, value);
-    } catch (const RunTimeFailure&) {
+    } catch (const RunTimeFailure& failure) {
+        why_ = failure.what();
         return false;
     }
 }
@@ -111,9 +115,11 @@ bool FileSettings::putLine(std::string_view key, std::string_view value) {
     if (unchanged(lines, findKey(lines, key))) return true;
 
     std::error_code error;
-    fs::create_directories(fs::path(path_).parent_path(), error);
+    const fs::path folder = fs::path(path_).parent_path();
+    fs::create_directories(folder, error);
+    if (error) throw FileFailure(folder.string(), error.message());
     const FileLock lock(path_ + ".lock");
-    if (!lock.held()) return false;
+    if (!lock.held()) throw FileFailure(path_ + ".lock", lock.why());
     // Read again: another process may have written while we waited.
     lines = readLines(path_);
     const Place place = findKey(lines, key);

@@ -19,11 +19,12 @@ class FileSettings : public SettingsStore {
     explicit FileSettings(std::string path);
     std::string get(std::string_view key, std::string_view defaultText) const override;
     bool put(std::string_view key, std::string_view value) override;
+    std::string whyNotKept() const override { return why_; }
 
   private:
     bool putLine(std::string_view key, std::string_view value);
 
-    std::string path_;
+    std::string path_, why_;
     // The lines as they were last read; read again once the file is another one.
     mutable std::mutex guard_;
     mutable std::optional<FileIdentity> known_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <exception>
 #include <stdexcept>
 #include <string>
@@ -13,6 +14,13 @@ namespace welvane {
 class RunTimeFailure : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
+    /// A text that quotes bytes of a file may hold NUL, which would end it for everyone who asks what().
+    explicit RunTimeFailure(const std::string& text) : std::runtime_error(withoutNul(text)) {}
+
+    static std::string withoutNul(std::string text) {
+        std::replace(text.begin(), text.end(), '\0', '?');
+        return text;
+    }
 };
 
 /// A file that cannot be opened, read, written or renamed: which, and the system's reason. Its text is "PATH: reason".

@@ -117,7 +117,7 @@ TEST(ParseFunction, notes) {
         {"13|0|-999.25", "( was . Replaced 0 with =-999.25)"},
         {"14|2|3", "( was . Averaged over 2 points"},
         {"15|0.2|2000|3.25|-5.75",
-         "( was . New Left Scale=0.2New Right Scale=2000. Old Left Track=3.25Old Right Track=-5.75)"},
+         "( was . New Left Scale=0.2New Right Scale=2000. Old Left Track=3.25Old Right Track=-5.75"},
     };
     for (const auto& one : cases)
         EXPECT_EQ(parseFunction(one.descriptor, stockMatrixTable).note, one.note) << one.descriptor;

@@ -3,8 +3,9 @@
 #include <array>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
-#include "cli/json.h"
+#include "cli/json_document.h"
 #include "cli/shown_text.h"
 #include "cli/verbs.h"
 #include "platform/terminal.h"
@@ -40,23 +41,22 @@ std::string asText(const Certification& made) {
 /// Prints each file as it comes, so that nothing but the log in hand is kept.
 class Printer {
   public:
-    Printer(Console& console, std::size_t files) : console_(console), files_(files) {}
+    explicit Printer(Console& console) : console_(console) {
+        if (console_.options().json) console_.print(jsonDocumentHead());
+    }
 
     void add(const Certification& made) {
         ++counts_[static_cast<std::size_t>(made.verdict)];
         if (!made.why.none()) console_.say({.file = made.file, .reason = made.why});
-        if (!console_.options().json) {
+        if (console_.options().json)
+            console_.print((std::exchange(open_, true) ? ",\n" : "") + asJson(made).dump());
+        else
             console_.print(asText(made));
-        } else if (files_ == 1) {
-            console_.print(asJson(made).dump(2) + "\n");
-        } else {
-            console_.print((open_ ? ",\n" : "[\n") + asJson(made).dump());
-            open_ = true;
-        }
     }
     /// Also after a stop: what was printed is a whole document.
     ~Printer() {
-        if (console_.options().json && files_ != 1) console_.print(open_ ? "\n]\n" : "[]\n");
+        if (!console_.options().json) return;
+        console_.print("\n],\n\"notes\": " + notesAsJson(console_.bench().takeNotes()).dump() + "}\n");
     }
     Printer(const Printer&) = delete;
     Printer& operator=(const Printer&) = delete;
@@ -65,7 +65,6 @@ class Printer {
 
   private:
     Console& console_;
-    std::size_t files_;
     std::array<std::size_t, 3> counts_{};
     bool open_ = false;
 };
@@ -86,7 +85,7 @@ ExitCode performCertify(Console& console, const CertifyChoices& choices) {
     const CertifyRequest request = requestOf(console, choices);
     const std::size_t files = request.files.size();
     useChecker(console.bench(), request);
-    Printer printer(console, files);
+    Printer printer(console);
     const bool whole = certifyFiles(console.bench(), request, [&](const Certification& made) { printer.add(made); });
     if (!whole) return ExitCode::Negative;
     const std::size_t passed = printer.count(Verdict::Passed), failed = printer.count(Verdict::Failed);

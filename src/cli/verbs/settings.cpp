@@ -94,7 +94,8 @@ ExitCode getOne(Console& console, const std::string& name) {
 
 void store(Console& console, const SettingKey& key, const std::string& value) {
     if (!console.platform().settings().put(key.name, value))
-        throw Refusal(std::string(key.name), "the settings could not be written");
+        throw Refusal(std::string(key.name),
+                      "the settings could not be written: " + console.platform().settings().whyNotKept());
 }
 
 /// One field of a setting by the name of its preference; the others stay.
