@@ -73,7 +73,8 @@ std::string whyNoText(std::string_view bytes) {
     // Space that a crashed writer took and never filled; the file can be larger than anyone would want to read.
     if (bytes.back() == '\0') {
         const std::size_t first = bytes.find('\0');
-        return "byte " + numberText(first + 1) + ", in line " + numberText(lineNumberAt(bytes, first, LineRule::Any)) +
+        return "byte " + numberText(first + 1) + ", in line " +
+               numberText(lineNumberAt(bytes.substr(0, first + 1), first, LineRule::Any)) +
                ", is NUL, and so is the file's end: was it cut off while it was written?";
     }
     const std::size_t nul = bytes.substr(0, firstBlock).find('\0');
