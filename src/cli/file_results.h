@@ -22,10 +22,11 @@ struct FileFace {
 };
 
 /// Does the work for each file and shows its result; a refusal is told and the next one follows. Negative when one was
-/// refused or was no good.
+/// refused or was no good. With several `jobs` so many files are worked on at once; results keep the order of the
+/// files.
 template <class Report>
 ExitCode showEachFile(Console& console, const std::vector<std::string>& files, const FileWork<Report>& work,
-                      const FileFace<Report>& face) {
+                      const FileFace<Report>& face, int jobs = 1) {
     Json entries = Json::array();
     std::vector<Note> notes;
     ExitCode code = ExitCode::Done;
@@ -45,7 +46,8 @@ ExitCode showEachFile(Console& console, const std::vector<std::string>& files, c
         first = false;
         if (face.good && !face.good(*result.report)) code = ExitCode::Negative;
     };
-    const bool whole = eachFile<Report>(console.bench(), files, 0, work, take);
+    const bool whole =
+        eachFile<Report>(console.bench(), files, jobs > 1 ? static_cast<std::size_t>(jobs) : 0, work, take);
     if (console.options().json) console.print(jsonDocument(std::move(entries), notes).dump(2) + "\n");
     return whole ? code : ExitCode::Interrupted;
 }

@@ -9,4 +9,9 @@ void addReadingOptions(VerbOptions& options, ReadingChoices& choices) {
                     {"--decimal-comma", &choices.decimalComma, "", "A comma inside a number is its point"}});
 }
 
+void addJobsOption(VerbOptions& options, int& jobs) {
+    constexpr double most = 64;
+    options.push_back({"--jobs", &jobs, "N", "Files that are read at once (1)", {.least = 1, .most = most}});
+}
+
 }  // namespace welvane

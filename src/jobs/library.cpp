@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "jobs/true_input.h"
 #include "shared/failure.h"
 #include "shared/files.h"
 #include "shared/text.h"
@@ -172,8 +173,9 @@ bool editLibrary(Workbench& bench, const LibraryRequest& request) {
 
 LibraryAdditions importCurves(Workbench& bench, const LibraryImport& request) {
     App& app = bench.app();
-    const Input input = bench.openInput(request.file);
-    const SectionTable lines = input.file->section('C', lettersAsTheyStand).value_or(SectionTable());
+    const LasFilePointer file = openTrue(request.file);
+    const SectionTable lines = file->section('C', lettersAsTheyStand).value_or(SectionTable());
+    readingOf(request.file, [&] { file->needWhole(); });
     if (lines.empty()) throw Refusal(request.file, "it has no ~Curve section with lines");
     const std::vector<LibraryCandidate> candidates = candidatesOf(lines, request);
     readPart(app, LibraryPart::Curves);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/driver.h"
+#include "las/channel_statistics.h"
 #include "las/classify.h"
 #include "las/data_access.h"
 #include "las/header_line.h"
@@ -152,6 +153,12 @@ void runStatistics(std::string_view bytes) {
     for (const std::string_view formation : {"", "Top"}) {
         LasStatistics statistics;
         readLasStatistics(file, formation, statistics, run, place().silent);
+        const LasFile whole(file.path(), FigureRules::trueFigures);
+        RunTurn turn(run, place().silent, whole.bytes().size());
+        try {
+            readTrueStatistics(whole, {.how = {.loose = true}, .formation = std::string(formation)}, "x.las", turn);
+        } catch (const RunTimeFailure&) {  // refused
+        }
     }
 }
 

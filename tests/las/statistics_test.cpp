@@ -2,7 +2,9 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <random>
 
+#include "las/channel_statistics.h"
 #include "las/well.h"
 #include "shared/text.h"
 #include "support/scripted_interface.h"
@@ -156,6 +158,45 @@ TEST(Statistics, cancelAndFilesWithoutData) {
     run.cancelRequested = true;
     EXPECT_EQ(readLasStatistics(LasFile(folder.writeLines("c.las", smallWell())), "", result, run, user),
               StepResult::Cancelled);
+}
+
+/// Blocks of records summed up apart give what one plain walk over all samples gives, also where nulls and intervals
+/// cross from block to block and the values are large beside their spread.
+TEST(TrueStatistics, manyBlocksGiveWhatOneWalkGives) {
+    constexpr unsigned seed = 11;
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    std::string text = "~W\n STRT.M 1 :\n NULL. -9 :\n~C\n DEPT.M :\n A. :\n~A\n";
+    std::vector<double> values;
+    std::size_t intervals = 0;
+    bool inside = false;
+    for (int record = 0; record < 9000; ++record) {
+        const bool null = random() % 1000 == 0;
+        const double value = 1e9 + static_cast<double>(random() % 100);
+        text +=
+            std::to_string(9000 - record) + (null ? " -9\n" : " " + std::to_string(static_cast<long>(value)) + "\n");
+        intervals += !null && !inside ? 1U : 0U;
+        inside = !null;
+        if (!null) values.push_back(value);
+    }
+    double mean = 0, squares = 0;
+    for (const double value : values) mean += (value - 1e9) / static_cast<double>(values.size());
+    for (const double value : values) squares += (value - 1e9 - mean) * (value - 1e9 - mean);
+    const TempFolder folder;
+    const LasFile file(folder.write("a.las", text), FigureRules::trueFigures);
+    ScriptedInterface user;
+    RunState run;
+    RunTurn turn(run, user, file.bytes().size());
+    const auto result = readTrueStatistics(file, {}, "a.las", turn);
+    ASSERT_TRUE(result);
+    const ChannelStatistics& channel = result->channels.at(1);
+    EXPECT_EQ(channel.count, static_cast<std::int64_t>(values.size()));
+    EXPECT_NEAR(channel.mean, 1e9 + mean, 1e-6);
+    EXPECT_NEAR(channel.standardDeviation, std::sqrt(squares / static_cast<double>(values.size() - 1)), 1e-6);
+    EXPECT_EQ(channel.intervals.size(), intervals);
+    EXPECT_EQ(result->top, 1);
+    EXPECT_EQ(result->bottom, 9000);
+    EXPECT_TRUE(result->notes.empty());
 }
 
 }  // namespace

@@ -78,6 +78,7 @@ Json asJson(const FileCheck& check) {
 struct CheckChoices {
     std::vector<std::string> files;
     ReadingChoices reading;
+    int jobs = 1;
 };
 
 ExitCode performCheck(Console& console, const CheckChoices& choices) {
@@ -93,7 +94,7 @@ ExitCode performCheck(Console& console, const CheckChoices& choices) {
         usable += check.usable() ? 1U : 0U;
         return check.usable();
     };
-    const ExitCode code = showEachFile(console, files, work, face);
+    const ExitCode code = showEachFile(console, files, work, face, choices.jobs);
     if (!console.options().json) {
         const std::size_t bad = files.size() - usable;
         console.print(std::to_string(files.size()) + (files.size() == 1 ? " file: " : " files: ") +
@@ -109,6 +110,7 @@ VerbSyntax declareCheck() {
     VerbOptions options = {
         {"FILE", &choices->files, "", "Files of any kind; @LIST or - for a list of paths", {.required = true}}};
     addReadingOptions(options, choices->reading);
+    addJobsOption(options, choices->jobs);
     return {options, [choices](Console& console) { return performCheck(console, *choices); }};
 }
 

@@ -17,6 +17,7 @@ namespace {
 struct InfoChoices {
     std::vector<std::string> files;
     ReadingChoices reading;
+    int jobs = 1;
 };
 
 /// A number of the header; null where there is none.
@@ -121,7 +122,7 @@ ExitCode performInfo(Console& console, const InfoChoices& choices) {
     face.json = [](const std::string&, const FileFacts& facts) { return factsAsJson(facts); };
     face.text = [](const std::string&, const FileFacts& facts) { return factsAsText(facts); };
     face.between = "\n";
-    return showEachFile(console, console.expandLists(choices.files), work, face);
+    return showEachFile(console, console.expandLists(choices.files), work, face, choices.jobs);
 }
 
 }  // namespace
@@ -131,6 +132,7 @@ VerbSyntax declareInfo() {
     VerbOptions options = {
         {"FILE", &choices->files, "", "LAS files; @LIST or - for a list of paths", {.required = true}}};
     addReadingOptions(options, choices->reading);
+    addJobsOption(options, choices->jobs);
     return {options, [choices](Console& console) { return performInfo(console, *choices); }};
 }
 

@@ -17,6 +17,7 @@ namespace {
 struct StatsChoices {
     std::vector<std::string> files;
     StatsRequest request;
+    int jobs = 1;
 };
 
 Json fileAsJson(const std::string& path, const TrueStatistics& statistics) {
@@ -100,7 +101,8 @@ ExitCode performStats(Console& console, const StatsChoices& choices) {
         return readStatistics(bench, file, choices.request);
     };
     return showEachFile(console, console.expandLists(choices.files), work,
-                        FileFace<TrueStatistics>{.json = fileAsJson, .text = fileAsText, .between = "\n"});
+                        FileFace<TrueStatistics>{.json = fileAsJson, .text = fileAsText, .between = "\n"},
+                        choices.jobs);
 }
 
 }  // namespace
@@ -111,6 +113,7 @@ VerbSyntax declareStats() {
         {"FILE", &choices->files, "", "LAS files; @LIST or - for a list of paths", {.required = true}},
         {"--top", &choices->request.top, "NAME", "Only the formation of this name in the [TOPS] block"}};
     addReadingOptions(options, choices->request.choices);
+    addJobsOption(options, choices->jobs);
     return {options, [choices](Console& console) { return performStats(console, *choices); }};
 }
 
