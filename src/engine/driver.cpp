@@ -46,7 +46,7 @@ SlotLoadResult openFirstOutput(App& app, Session& session, FigureRules rules, co
 }
 
 std::string notRegular(ItemReport& item, const std::string& refusal) {
-    const std::string why = "the depths could not be made regular: " + refusal;
+    std::string why = "the depths could not be made regular: " + refusal;
     item.pass.failures.add("second pass", why);
     return why;
 }

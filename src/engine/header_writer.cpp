@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "engine/curve_table.h"
+#include "engine/header_sections.h"
+#include "engine/true_header.h"
 #include "las/header_edit.h"
 #include "session/loading.h"
 #include "shared/numbers.h"
@@ -27,16 +29,6 @@ void eachLine(const PassContext& context, char letter, Take take) {
     for (std::string_view line; lines.next(line) && line.find('~') == npos;) take(line);
 }
 
-std::string laidOut(const PassContext& context, const HeaderField& fields, int extraColon = 0) {
-    const FormatDefaults& format = context.app.settings.format;
-    return formatHeaderLine(fields, format.dotColumn, format.colonColumn + extraColon, format.valueColumn);
-}
-
-void writeColumnHeads(const PassContext& context, HeaderText& text) {
-    text.line(laidOut(context, {"#MNEM", "UNIT", "VALUE", "DESCRIPTION"}));
-    text.line(laidOut(context, {"#----", "----", "---------------", "-------------------"}));
-}
-
 /// A line that is no header line: kept behind a "#" when bad lines are to be kept, else dropped.
 void writeBadLine(const PassContext& context, HeaderText& text, std::string_view line) {
     if (context.app.settings.keepBadLines) text.line("#" + std::string(line));
@@ -52,31 +44,6 @@ void writeVersion(PassContext& context, HeaderText& text, const std::string& tit
         if (kind == LineKind::Comment) text.line(line);
         if (kind == LineKind::Blank || kind == LineKind::Other) writeBadLine(context, text, line);
     });
-}
-
-bool isDepthLine(const std::string& mnem) {
-    for (const std::string_view name : {"STRT", "STOP", "STEP", "NULL"})
-        if (sameText(mnem, name)) return true;
-    return false;
-}
-
-/// LAS 1.2 carries the text of a ~Well line behind the colon, 2.0 in front of it.
-void swapForVersions(HeaderField& fields, double inputVersion, double outputVersion) {
-    if (isDepthLine(fields.mnem)) return;
-    if (inputVersion == 1.2) std::swap(fields.value, fields.desc);
-    if (outputVersion != 2 && outputVersion != 3) std::swap(fields.value, fields.desc);
-}
-
-void writeWellOfFilter(PassContext& context, HeaderText& text, const std::string& title) {
-    const Table& wrd = context.tables().wrd;
-    text.line(title);
-    text.line("");
-    for (int row = 1; row < wrd.rows(); ++row) {
-        const HeaderField fields{wrd.text(row, FieldColumn::Mnem), wrd.text(row, FieldColumn::Unit),
-                                 wrd.text(row, FieldColumn::Value), wrd.text(row, FieldColumn::Desc)};
-        const bool spare = fields.mnem.empty() && fields.unit.empty() && fields.value.empty() && fields.desc.empty();
-        if (!wrd.rowHidden(row) && !spare) text.line(laidOut(context, fields, context.format().wellExtraColon));
-    }
 }
 
 void writeWell(PassContext& context, HeaderText& text, const std::string& title) {
@@ -100,66 +67,6 @@ void writeWell(PassContext& context, HeaderText& text, const std::string& title)
     });
 }
 
-void writeCurves(PassContext& context, HeaderText& text, const std::string& title) {
-    if (context.curveTable.empty()) return;
-    const bool fill = context.tables().checked(PrdRow::FillEmpty);
-    const StartupSettings& settings = context.app.settings;
-    text.line(title);
-    writeColumnHeads(context, text);
-    for (std::size_t entry = 0; entry < context.curveTable.size(); ++entry) {
-        const OutputCurve& curve = context.curveTable[entry];
-        HeaderField fields{curve.mnem, curve.unit, curve.apiCode, curve.description};
-        if (fill && settings.fillCurveValue && fields.value.empty())
-            fields.value = apiCodeForMnem(context.app.reference, curve.mnem);
-        if (fill && settings.fillCurveDescription && fields.desc.empty())
-            fields.desc = entry == 0 ? "Depth" : descriptionForMnem(context.app.reference, curve.mnem);
-        text.line(laidOut(context, fields));
-    }
-}
-
-/// Slots whose ~Parameter lines go out: all with Merge, else the header's; only those loaded.
-std::vector<int> parameterSlots(PassContext& context) {
-    std::vector<int> slots;
-    const bool merge = context.tables().checked(PrdRow::MergeParameters);
-    for (int slot = 0; slot < slotCount; ++slot)
-        if (context.session.loaded(slot) && context.tables().parg[static_cast<std::size_t>(slot)].visible() &&
-            (merge || slot == context.headerSlot))
-            slots.push_back(slot);
-    return slots;
-}
-
-void writeRunLines(PassContext& context, HeaderText& text, const std::vector<int>& slots) {
-    for (const int slot : slots) {
-        const std::string number = std::to_string(slot + 1);
-        text.line(laidOut(context, {"RUN" + number, "", number, "Run Identification mnemonic for Run #" + number}));
-    }
-    text.line(laidOut(context, {"RUNS", "", std::to_string(slots.size()), "Number of runs available"}));
-}
-
-void writeParameters(PassContext& context, HeaderText& text, const std::string& title) {
-    const std::vector<int> slots = parameterSlots(context);
-    const bool merge = context.tables().checked(PrdRow::MergeParameters);
-    bool anyLine = hasSection(context, 'P');
-    // As laid down, a section that the header's file lacks is left out, whatever a filter or a merge would put there.
-    if (!anyLine && context.options.rules == FigureRules::asLaidDown) return;
-    for (const int slot : slots) anyLine = anyLine || context.tables().parg[static_cast<std::size_t>(slot)].rows() > 1;
-    if (!anyLine) return;
-
-    text.line(title);
-    writeColumnHeads(context, text);
-    if (merge || context.tables().filterInUse()) writeRunLines(context, text, slots);
-    for (const int slot : slots) {
-        const Table& parg = context.tables().parg[static_cast<std::size_t>(slot)];
-        for (int row = 1; row < parg.rows(); ++row) {
-            HeaderField fields{parg.text(row, FieldColumn::Mnem), parg.text(row, FieldColumn::Unit),
-                               parg.text(row, FieldColumn::Value), parg.text(row, FieldColumn::Desc)};
-            if (trim(fields.mnem).empty()) continue;
-            if (merge) fields.desc += " | RUN" + std::to_string(slot + 1);
-            text.line(laidOut(context, fields));
-        }
-    }
-}
-
 void writeOther(PassContext& context, HeaderText& text, const std::string& title) {
     std::string oneFeed(trimBreaks(context.tables().otherText));
     if (oneFeed.empty()) return;
@@ -175,9 +82,16 @@ void writeOther(PassContext& context, HeaderText& text, const std::string& title
 
 using SectionWriter = void (*)(PassContext&, HeaderText&, const std::string&);
 
+void curvesAlone(PassContext& context, HeaderText& text, const std::string& title) {
+    writeCurves(context, text, title);
+}
+void parametersAlone(PassContext& context, HeaderText& text, const std::string& title) {
+    writeParameters(context, text, title);
+}
+
 SectionWriter sectionWriter(std::string_view name) {
     static constexpr std::array<std::pair<std::string_view, SectionWriter>, 5> writers = {
-        {{"~V", writeVersion}, {"~W", writeWell}, {"~C", writeCurves}, {"~P", writeParameters}, {"~O", writeOther}}};
+        {{"~V", writeVersion}, {"~W", writeWell}, {"~C", curvesAlone}, {"~P", parametersAlone}, {"~O", writeOther}}};
     for (const auto& [kind, writer] : writers)
         if (beginsWith(name, kind)) return writer;
     return nullptr;
@@ -227,6 +141,7 @@ std::string writeHeader(PassContext& context) {
         writePlainHeader(context, text, tables.option(PrdRow::PlainAscii));
         return text.take();
     }
+    if (context.options.rules == FigureRules::trueFigures) return writeTrueHeader(context);
     for (int column = 1; column < tables.ord.columns() - 1; ++column) {
         const std::string& name = tables.ord.text(OrdRow::Name, column);
         const SectionWriter writer = sectionWriter(name);
@@ -258,12 +173,14 @@ std::vector<std::string> correctHeader(PassContext& context, std::string& header
     const double step = isTrue ? context.grid.step / context.depthDivisor : context.grid.step;
     const std::string stepText =
         formatMask(context.grid.direction * step, isTrue ? stepDecimals(step, context.grid.sampleCount) : 5);
+    const double version = val(tables.setting(PrdRow::Vers));
+    const bool version12 = isTrue ? version == 1.2 : version != 2;
     const std::array<HeaderEdit, 9> edits = {{
         {"STRT", EditPart::Value, 'W', context.report.firstDepth},
         {"STOP", EditPart::Value, 'W', context.report.lastDepth},
         {"STEP", EditPart::Value, 'W', stepText},
         {"NULL", EditPart::Value, 'W', formatMask(static_cast<double>(context.nullValue), 5)},
-        {"VERS", EditPart::Value, 'V', val(tables.setting(PrdRow::Vers)) == 2 ? "2.00" : "1.2"},
+        {"VERS", EditPart::Value, 'V', version12 ? "1.2" : "2.00"},
         {"WRAP", EditPart::Value, 'V', context.wrapPerLine > 0 ? "YES" : "NO"},
         {"STRT", EditPart::Unit, 'W', unit},
         {"STOP", EditPart::Unit, 'W', unit},

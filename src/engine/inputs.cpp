@@ -35,6 +35,8 @@ void readSlot(PassContext& context, int slot) {
 
 void allocateInputs(PassContext& context) {
     context.inputMatrix = Matrix(std::max(1, context.session.columnBase(slotCount)), context.grid.sampleCount);
+    // By true figures each column is written whole, once; a slot whose data are not read is none.
+    if (context.options.rules == FigureRules::trueFigures && !context.options.noInputRun) return;
     for (int column = 0; column < context.inputMatrix.columns(); ++column)
         std::ranges::fill(context.inputMatrix.column(column), static_cast<double>(context.nullValue));
 }

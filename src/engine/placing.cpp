@@ -57,6 +57,7 @@ class Placer {
             while (at + 1 < records_.count() && records_.depth(at + 1) <= depth) ++at;
             placing.samples[index] = sampleAt(depth, at);
         }
+        placing.straight = isStraight(placing.samples);
         const double top = grid_.start - reach_, bottom = grid_.stop + reach_;
         for (std::size_t place = 0; place < records_.count(); ++place)
             placing.outside += records_.depth(place) < top || records_.depth(place) > bottom ? 1 : 0;
@@ -64,6 +65,15 @@ class Placer {
     }
 
   private:
+    static bool isStraight(const std::vector<Placing::Sample>& samples) {
+        const std::int32_t first = samples.empty() ? -1 : samples.front().record;
+        if (first < 0) return false;
+        for (std::size_t index = 0; index < samples.size(); ++index)
+            if (samples[index].record != first + static_cast<std::int32_t>(index) || samples[index].share > 0)
+                return false;
+        return true;
+    }
+
     double spacingOr(double otherwise) const { return step_ == 0 ? otherwise : step_; }
     std::int32_t number(std::size_t place) const { return static_cast<std::int32_t>(records_.record(place)); }
 

@@ -18,6 +18,7 @@ struct Placing {
     };
     std::vector<Sample> samples;  ///< sample i of the grid at index i - 1
     std::size_t outside = 0;      ///< records that lie above or below the grid
+    bool straight = false;        ///< sample i takes the record behind that of sample i - 1, and none lies between two
 };
 
 /// Places the records of an input, moved down by `shift`. Onto the records' own step, a coarser one or one between,

@@ -45,9 +45,12 @@ class SlotPlacer {
     }
 
     void placeChannel(std::size_t index) {
-        if (index >= data_.channels.columns.size()) return;  // the data have no such column: null, as the notes tell
         const SlotChannel& channel = channels_[index];
         const std::span<double> target = context_.inputMatrix.column(base_ + static_cast<int>(index) - 1);
+        if (index >= data_.channels.columns.size()) {
+            std::ranges::fill(target, null_);  // the data have no such column, as the notes tell
+            return;
+        }
         const bool moved = channel.spliced && channel.channelOffset != 0 && !context_.options.noInputRun;
         const Placing own = moved ? placeMoved(channel) : Placing();
         const std::size_t equal = fill(target, data_.channels.columns[index], moved ? own : plain_, clipOf(channel));
@@ -88,9 +91,22 @@ class SlotPlacer {
     /// A shift is held as a single, but was given in decimals.
     static double plainShift(float shift) { return val(plainNumber(shift)); }
 
+    /// The same as fill where records follow each other as the samples do, all of them wanted.
+    std::size_t fillStraight(std::span<double> target, const double* values) const {
+        std::size_t equal = 0;
+        for (std::size_t index = 0; index < target.size(); ++index) {
+            const double value = values[index];
+            equal += value == null_ ? 1 : 0;
+            target[index] = std::isnan(value) ? null_ : value;
+        }
+        return equal;
+    }
+
     /// The samples of a column; returns how many of them are the output's null without being null.
     std::size_t fill(std::span<double> target, const std::vector<double>& values, const Placing& placing,
                      const Clip& clip) const {
+        if (placing.straight && std::isinf(clip.top) && std::isinf(clip.bottom))
+            return fillStraight(target, values.data() + placing.samples.front().record);
         std::size_t equal = 0;
         const std::vector<double>& depths = data_.depths();
         for (std::size_t index = 0; index < target.size(); ++index) {

@@ -117,8 +117,9 @@ bool parseHeaderLine(std::string_view line, HeaderField& fields) {
     return parseHeaderLine(copy, fields);
 }
 
-std::string formatHeaderLine(const HeaderField& fields, int dot, int colon, int value) {
-    const auto cut = [](std::string_view text) { return trim(text).substr(0, lineLimit); };
+std::string formatHeaderLine(const HeaderField& fields, int dot, int colon, int value, bool whole) {
+    const std::size_t most = whole ? npos : lineLimit;
+    const auto cut = [most](std::string_view text) { return trim(text).substr(0, most); };
     const std::string_view mnem = cut(fields.mnem);
     const std::string_view unit = cut(fields.unit);
     const std::string_view valueText = cut(fields.value);
@@ -142,13 +143,15 @@ std::string formatHeaderLine(const HeaderField& fields, int dot, int colon, int 
         if (colon - value - 1 < length(valueText)) colon = value + length(valueText) + 2;
     }
 
-    std::string line(lineLimit, ' ');
+    const std::string_view desc = cut(fields.desc);
+    std::string line(whole ? static_cast<std::size_t>(std::max({colon, value, dot}) + 1 + length(desc)) : lineLimit,
+                     ' ');
     place(line, dot - length(mnem), mnem);
     place(line, dot, ".");
     place(line, dot + 1, unit);
     place(line, value, valueText);
     place(line, colon, ":");
-    place(line, colon + 1, cut(fields.desc));
+    place(line, colon + 1, desc);
     line.resize(trimRight(line).size());
     return line;
 }

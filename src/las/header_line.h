@@ -54,8 +54,8 @@ struct ColumnLayout {
 
 /// The four fields laid out: MNEM ends before the dot's column, UNIT begins behind the dot, VALUE at its column (with
 /// `value` below 1: ends right before the colon), DESC right behind the colon. A column is pushed out where a field is
-/// too long for it; the line is cut to 254 characters.
-std::string formatHeaderLine(const HeaderField& fields, int dot, int colon, int value);
+/// too long for it; the line is cut to 254 characters, unless `whole`.
+std::string formatHeaderLine(const HeaderField& fields, int dot, int colon, int value, bool whole = false);
 
 /// False for a comment line that only repeats the column titles: every word behind a first "#" holds "DEPT" or one of
 /// the names from names[1] on (names[0] is the index). Such a line, a lone "#" too, is not copied to a new file.

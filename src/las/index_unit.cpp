@@ -1,11 +1,13 @@
 #include "las/index_unit.h"
 
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "las/channel_names.h"
 #include "las/data_refusal.h"
 #include "las/sections.h"
+#include "las/source_header.h"
 #include "shared/text.h"
 
 namespace welvane {
@@ -71,6 +73,18 @@ void takeUnit(const NamedUnit& next, NamedUnit& chosen, std::string& contradicti
     }
 }
 
+/// The unit of a line with all its characters: one such as "hh:mm" holds a colon, at which a header line is cut as a
+/// rule.
+std::string wholeUnit(const LasText& text, char section, std::string_view mnem, const std::string& unit) {
+    const auto begin = unit.empty() ? std::nullopt : text.seekSection(section);
+    if (!begin) return unit;
+    LineReader lines = text.headerLines(*begin);
+    for (std::string_view line; lines.next(line) && !trim(line).starts_with('~');)
+        if (const auto kept = keptField(trimBreaks(line)); kept && sameText(kept->field.mnem, mnem))
+            return kept->field.unit;
+    return unit;
+}
+
 }  // namespace
 
 IndexUnit readIndexUnit(std::string_view text) {
@@ -93,12 +107,15 @@ IndexUnitFound findIndexUnit(const LasText& text) {
     const DepthHeader header = getDepthHeader(text);
     NamedUnit chosen;
     std::string contradiction;
-    takeUnit({"STRT", readIndexUnit(header.strt().unit)}, chosen, contradiction);
-    takeUnit({"STOP", readIndexUnit(header.stop().unit)}, chosen, contradiction);
-    takeUnit({"STEP", readIndexUnit(header.step().unit)}, chosen, contradiction);
+    const auto take = [&](char section, const std::string& mnem, const std::string& unit) {
+        takeUnit({mnem, readIndexUnit(wholeUnit(text, section, mnem, unit))}, chosen, contradiction);
+    };
+    take('W', "STRT", header.strt().unit);
+    take('W', "STOP", header.stop().unit);
+    take('W', "STEP", header.step().unit);
     if (const ColumnNames names = nameColumns(text, 1); !names.channels.empty()) {
         const HeaderField& index = names.channels.front();
-        takeUnit({index.mnem, readIndexUnit(index.unit)}, chosen, contradiction);
+        take('C', index.mnem, index.unit);
     }
     return {std::move(chosen.second), std::move(contradiction)};
 }

@@ -288,6 +288,14 @@ std::optional<ChannelData> readChannels(const LasFile& file, const ChannelReadin
     data.columns.resize(reader.shape().columns);
     for (RecordBlock block; reader.next(block);) {
         if (!turn.goesOn(reader.place())) return std::nullopt;
+        if (data.lines.empty()) {
+            // Records are much of one length, so the first ones tell how many there will be.
+            const std::size_t begin = file.text().seekSection('A').value_or(0);
+            const std::size_t perRecord = std::max<std::size_t>(1, (reader.place() - begin) / block.records);
+            const std::size_t expected = (file.bytes().size() - begin) / perRecord + block.records;
+            for (std::vector<double>& column : data.columns) column.reserve(expected);
+            data.lines.reserve(expected);
+        }
         for (std::size_t column = 0; column < block.columns; ++column) {
             std::vector<double>& target = data.columns[column];
             const std::size_t before = target.size();
