@@ -30,15 +30,17 @@ void evaluateColumn(PassContext& context, int column, int source, int target) {
     // 2's.
     const SessionCell& unit = tables.outputs().cell(SrdRow::Unit, column);
     const std::string& inputUnit = unit.data.empty() ? tables.output(SrdRow::InputUnit, column) : unit.data;
+    const bool isTrue = context.options.rules == FigureRules::trueFigures;
+    if (isTrue) context.functionState.failedSample = static_cast<double>(context.nullValue);
     FailureList failures;
     evaluateFunction(function, unit.text, inputUnit, std::as_const(context.outputMatrix).column(source),
                      context.outputMatrix.column(target), context.nullValue, context.app.reference,
                      context.app.settings.matrix, context.functionState, failures);
     if (failures.count > 0)
         context.report.failures.add(tables.output(SrdRow::Mnem, column) + " (" + cell.text + ")",
-                                    std::to_string(failures.count) +
-                                        " samples could not be computed and keep the value before them, the first: " +
-                                        failures.first.front().why);
+                                    std::to_string(failures.count) + " samples could not be computed and " +
+                                        (isTrue ? "are null" : "keep the value before them") +
+                                        ", the first: " + failures.first.front().why);
 }
 
 void applyFunction(PassContext& context, int column) {

@@ -46,6 +46,13 @@ void needFigures(const FailureList& failures) {
             throw RunTimeFailure(step.what + ": " + step.why);
 }
 
+/// A step that was skipped is something to tell too.
+void needNothingToTell(const PassReport& report) {
+    if (!report.notes.empty()) throw RunTimeFailure(textOf(report.notes.front()));
+    if (report.failures.count > 0)
+        throw RunTimeFailure(report.failures.first.front().what + ": " + report.failures.first.front().why);
+}
+
 /// Header and data into the output; false when cancelled. The header is whole before the first byte is written.
 bool writeFile(PassContext& context) {
     std::string header = writeHeader(context);
@@ -55,8 +62,7 @@ bool writeFile(PassContext& context) {
     std::vector<std::string> shortLines;
     if (!context.tables().checked(PrdRow::PlainAscii)) shortLines = correctHeader(context, header);
     if (context.options.rules == FigureRules::trueFigures) needFigures(context.report.failures);
-    if (context.options.strict && !context.report.notes.empty())
-        throw RunTimeFailure(textOf(context.report.notes.front()));
+    if (context.options.strict) needNothingToTell(context.report);
     // What was read of an input that changed meanwhile may be of two files.
     for (int slot = 0; slot < slotCount; ++slot)
         if (context.session.loaded(slot) && context.session.slots[slot].file)

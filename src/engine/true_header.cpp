@@ -99,13 +99,14 @@ class TrueHeader {
 
     /// Sections that ord has no column for: those beyond its last one, and second ones of a letter.
     void writeFurther() {
-        for (const SourceSection& section : source_.sections)
-            if (section.letter != 'A' && !named_.contains(std::string(section.title.text)) && !isFirst(section))
+        for (const SourceSection& section : source_.sections) {
+            const std::string name(section.title.text);
+            if (section.letter == 'A' || named_.contains(name)) continue;
+            if (section.letter != 0 && source_.find(section.letter) == &section)
+                writeNamed(name);
+            else
                 writeAsItStands(section);
-    }
-    /// True for a section that was written for its letter, under whatever title.
-    bool isFirst(const SourceSection& section) const {
-        return section.letter != 0 && source_.find(section.letter) == &section;
+        }
     }
 
     void writeAsItStands(const SourceSection& section) {

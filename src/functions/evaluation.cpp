@@ -56,13 +56,15 @@ struct Channel {
         else
             ++failures.count;
     }
-    /// Stores y for one sample; a y that no number holds leaves the y of the sample before, which then is stored again.
+    /// Stores y for one sample; a y that no number holds leaves the y of the sample before, which then is stored again
+    /// where nothing else was asked for.
     void store(std::size_t index, double y) const {
-        if (std::isfinite(y))
-            state.y = y;
-        else
-            failed(index);
-        target[index] = state.y;
+        if (std::isfinite(y)) {
+            target[index] = state.y = y;
+            return;
+        }
+        failed(index);
+        target[index] = state.failedSample.value_or(state.y);
     }
 };
 

@@ -92,10 +92,12 @@ ParsedFunction parseFunction(std::string_view descriptor, const MatrixTable& mat
 /// What a value carries from sample to sample and from channel to channel within one pass.
 struct FunctionState {
     double y = 0;  ///< Kept: never cleared, so code 12 writes what the function before it left.
+    /// What a failing sample becomes; nothing leaves it the y of the sample before.
+    std::optional<double> failedSample{};
 };
 
 /// One function over one channel. `source` and `target` hold samples 1..n at index 0..n-1 and may be the same memory.
-/// Null samples (compared in single precision) are left alone; a failing sample keeps the y of the sample before and is
+/// Null samples (compared in single precision) are left alone; a failing sample becomes what `state` says and is
 /// noted in `failures`.
 void evaluateFunction(const ParsedFunction& function, std::string_view outputUnit, std::string_view inputUnit,
                       std::span<const double> source, std::span<double> target, float nullValue,

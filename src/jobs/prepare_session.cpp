@@ -170,6 +170,22 @@ void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& in
     bench.app().run.lasFile = inputs.front().path;
 }
 
+/// Names by which a well is known, where an input has another one than the first.
+void tellOtherWells(Workbench& bench, const std::vector<Input>& inputs) {
+    for (const char* mnem : {"WELL", "UWI", "API"}) {
+        const std::string first(trim(inputs.front().file->value(mnem, 'W').text));
+        for (std::size_t slot = 1; slot < inputs.size() && !first.empty(); ++slot) {
+            const std::string other(trim(inputs[slot].file->value(mnem, 'W').text));
+            if (other.empty() || sameText(first, other)) continue;
+            tellNotes(bench, inputs[slot].given,
+                      {{.kind = NoteKind::File,
+                        .file = inputs[slot].given,
+                        .text = std::string(mnem) + " is " + other + ", in " + fileNameOf(inputs.front().given) + " " +
+                                first}});
+        }
+    }
+}
+
 /// A header without its top or bottom would count as 0 there, and the samples would fall outside the grid unseen.
 void needDepthRange(const std::vector<Input>& inputs, const PassRequest& request) {
     for (const Input& input : inputs) {
@@ -205,6 +221,12 @@ void noteMissingGroups(Workbench& bench) {
     bench.note(NoteKind::File, "", what + "; channels are joined by their names alone");
 }
 
+void needTrueInputs(Workbench& bench, const Session& session, const std::vector<Input>& inputs,
+                    const PassRequest& request) {
+    needSpacing(session, inputs, request);
+    tellOtherWells(bench, inputs);
+}
+
 void applyFilter(Workbench& bench, Session& session, const std::string& path) {
     const Input filter = bench.openInput(path);
     // Files that it refers to are looked for beside it, so one in LF only is given by its own path: openFilter reads it
@@ -238,7 +260,7 @@ void prepareSession(Workbench& bench, Session& session, const std::vector<Input>
     loadInputs(bench, session, inputs);
     const std::string indexUnit = session.tables.setting(PrdRow::DepthUnits);
     if (request.rules == FigureRules::trueFigures)
-        needSpacing(session, inputs, request);
+        needTrueInputs(bench, session, inputs, request);
     else
         needDepthRange(inputs, request);
     if (request.splice) {
