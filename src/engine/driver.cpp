@@ -108,6 +108,8 @@ PassResult trueVerticalPasses(App& app, Session& session, const RunRequest& requ
     PassContext context(app, second, passOptions(app, request, app.run.targetFile));
     const PassResult made = doitmastnew(context);
     removeFile(scratch);
+    for (Note& note : context.report.notes)
+        if (note.file == scratch) note.file.clear();
     context.report.notes.insert(context.report.notes.begin(), first.report.notes.begin(), first.report.notes.end());
     item.pass = context.report;
     item.pass.applyTvd = true;

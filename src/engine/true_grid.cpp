@@ -65,6 +65,10 @@ Limits readLimits(PassContext& context) {
     return limits;
 }
 
+std::string noRecord(const Limits& limits) {
+    return "no record lies between " + plainNumber(limits.top) + " and " + plainNumber(limits.bottom);
+}
+
 /// Decimals that the written depths take: on the records' own grid those of the inputs; on another one those that its
 /// numbers need too.
 int depthDecimals(const PassContext& context, bool ownGrid) {
@@ -84,13 +88,13 @@ bool deriveTrueGrid(PassContext& context) {
     const bool ownGrid = own != 0 && std::abs(grid.step - own) <= 1e-9 * own;
     if (ownGrid) grid.step = own;
     const Limits limits = readLimits(context);
+    const DepthRange range = depthRange(context.session);
+    if (limits.bottom < range.shallowest || limits.top > range.deepest) return stop(context, noRecord(limits));
     const double origin = ownGrid ? data->spacing.first : limits.top;
     const double first = (limits.top - origin) / grid.step, last = (limits.bottom - origin) / grid.step;
     const double from = limits.topGiven ? std::ceil(first - sameDepth) : std::round(first);
     const double to = limits.bottomGiven || !ownGrid ? std::floor(last + sameDepth) : std::round(last);
-    if (to < from)
-        return stop(context,
-                    "no record lies between " + plainNumber(limits.top) + " and " + plainNumber(limits.bottom));
+    if (to < from) return stop(context, noRecord(limits));
     grid.start = origin + from * grid.step;
     grid.stop = origin + to * grid.step;
     grid.depthOffset = val(context.tables().setting(PrdRow::DepthOffset));
