@@ -5,24 +5,19 @@
 #include "jobs/each_file.h"
 #include "jobs/info.h"
 #include "jobs/plot_input.h"
-#include "shared/numbers.h"
 #include "shared/text.h"
 
 namespace welvane {
 
 namespace {
 
-/// Top and bottom as the header tells them, where the data begin and end there; else as the data do.
-CoverageFile depthsOf(Workbench& bench, const std::string& file, const InputSlot& slot) {
+/// Top and bottom as the header tells them, where the data begin and end there; else as the data do, which was told.
+CoverageFile depthsOf(const std::string& file, const InputSlot& slot) {
     const double first = std::min(slot.firstDepth, slot.lastDepth), last = std::max(slot.firstDepth, slot.lastDepth);
     // Ends of the data are known to four decimals.
-    const double near = std::max(std::abs(slot.step) / 2, 0.0002);
-    if (std::abs(first - slot.topDepth) <= near && std::abs(last - slot.bottomDepth) <= near)
-        return {file, slot.topDepth, slot.bottomDepth};
-    bench.note(NoteKind::File, file,
-               "STRT and STOP tell " + plainNumber(slot.topDepth) + " to " + plainNumber(slot.bottomDepth) +
-                   ", its data stand at " + plainNumber(first) + " to " + plainNumber(last) + ": that is drawn");
-    return {file, first, last};
+    const double near = std::max(std::abs(slot.step) / 4, 0.0002);
+    const bool asTold = std::abs(first - slot.topDepth) <= near && std::abs(last - slot.bottomDepth) <= near;
+    return asTold ? CoverageFile{file, slot.topDepth, slot.bottomDepth} : CoverageFile{file, first, last};
 }
 
 void convert(CoverageFile& file, const std::string& unit, const std::string& wanted) {
@@ -36,7 +31,7 @@ void convert(CoverageFile& file, const std::string& unit, const std::string& wan
 void addFile(Workbench& bench, const CoverageRequest& request, std::size_t place, CoverageReport& report) {
     const std::string& name = request.files[place];
     const FileFacts facts = readFacts(bench, name, {.loose = request.loose});
-    CoverageFile file = depthsOf(bench, name, facts.slot);
+    CoverageFile file = depthsOf(name, facts.slot);
     if (report.depthUnit.empty())
         report.depthUnit = facts.slot.depthUnit;
     else

@@ -46,8 +46,9 @@ FileFacts readFacts(Workbench& bench, const std::string& file, const ReadingChoi
     slot.path = file;
     slot.wrap = read.shape.wrapped ? "YES" : "NO";
     slot.wordsPerStep = static_cast<std::int32_t>(read.shape.columns);
-    slot.firstDepth = read.first;
-    slot.lastDepth = read.last;
+    slot.firstDepth = read.spacing.first;
+    slot.lastDepth = read.spacing.last;
+    facts.spacing = read.spacing;
     facts.records = read.records;
     facts.channels = std::move(read.names.channels);
     slot.indexName = facts.channels.front().mnem;

@@ -18,6 +18,7 @@ struct FileFacts {
     std::vector<HeaderField> channels;  ///< element 0 the index; those that the data lack too
     std::vector<std::string> sections;  ///< titles in their order
     std::size_t records = 0;
+    IndexSpacing spacing;
 };
 /// Reads the whole file. Units of the index that contradict each other are a note. Refusal for what cannot be read.
 FileFacts readFacts(Workbench& bench, const std::string& file, const ReadingChoices& choices);

@@ -1,11 +1,27 @@
 #include "jobs/true_input.h"
 
 #include "jobs/las_check.h"
+#include "las/input_data.h"
 #include "las/run_turn.h"
 #include "shared/failure.h"
 #include "shared/files.h"
+#include "shared/numbers.h"
 
 namespace welvane {
+
+namespace {
+
+Note noteNoStep(const std::vector<double>& depths, const std::vector<std::size_t>& lines, std::size_t misfit,
+                const std::string& name) {
+    const std::string where =
+        misfit == 0 ? "" : ": " + plainNumber(depths[misfit]) + " stands behind " + plainNumber(depths[misfit - 1]);
+    return {.kind = NoteKind::StepVaries,
+            .file = name,
+            .line = lines[misfit],
+            .text = "its depths follow no one step" + where + "; a run has to be told one"};
+}
+
+}  // namespace
 
 LasFilePointer openTrue(const std::string& file) {
     return readingOf(file, [&] {
@@ -42,15 +58,22 @@ WholeReading readThrough(Workbench& bench, const LasFile& file, const std::strin
         ChannelReader reader(file, how);
         WholeReading read{.names = reader.names(), .shape = reader.shape()};
         file.willReadAll();
+        std::vector<double> depths;
+        std::vector<std::size_t> lines;
         for (RecordBlock block; reader.next(block);) {
             if (!turn.goesOn(reader.place())) throw Refusal(name, "stopped");
-            if (read.records == 0) read.first = *block.record(0);
-            read.last = *block.record(block.records - 1);
-            read.records += block.records;
+            for (std::size_t record = 0; record < block.records; ++record) depths.push_back(*block.record(record));
+            lines.insert(lines.end(), block.lines.begin(), block.lines.end());
         }
-        if (read.records == 0) throw Refusal(name, "no record behind its ~A line");
+        if (depths.empty()) throw Refusal(name, "no record behind its ~A line");
         file.needWhole();
+        read.records = depths.size();
         read.notes = reader.notes(name);
+        const DepthHeader header = file.depthHeader();
+        read.spacing = judgeSpacing(depths, reader.facts().channels.front().decimals, header.step().value);
+        for (Note& note : depthNotes(header, read.spacing, name)) read.notes.push_back(std::move(note));
+        if (read.spacing.kind == IndexSpacing::Kind::Irregular)
+            read.notes.push_back(noteNoStep(depths, lines, read.spacing.misfit, name));
         return read;
     });
 }

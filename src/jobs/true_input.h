@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "jobs/workbench.h"
+#include "las/index_spacing.h"
 #include "las/read_channels.h"
 
 /// LAS files as the verbs that read figures open them: by FigureRules::trueFigures, with what is told of them.
@@ -38,7 +39,7 @@ struct WholeReading {
     ColumnNames names{};
     RecordShape shape{};
     std::size_t records = 0;
-    double first = 0, last = 0;  ///< index of the first and the last record
+    IndexSpacing spacing{};  ///< in the file's unit
     std::vector<Note> notes{};
 };
 /// Reads every record. Refusal for what cannot be read and when a person stopped it.

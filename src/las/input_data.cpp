@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "las/depth_spacing.h"
-#include "las/sections.h"
 #include "shared/failure.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
@@ -15,47 +14,46 @@ namespace welvane {
 namespace {
 
 /// What STRT, STOP and STEP say that the data do not.
-void noteDepthLines(const DepthHeader& header, InputData& data, const std::string& name) {
-    const IndexSpacing& spacing = data.spacing;
+void noteDepthLines(const DepthHeader& header, const IndexSpacing& spacing, const std::string& name,
+                    std::vector<Note>& notes) {
     const double tolerance = std::max(spacing.step / 4, 1e-9);
     const auto tell = [&](std::string_view mnem, const std::string& said, double found) {
         const bool none = trim(said).empty();
         if (!none && isNumeric(said) && std::abs(val(said) - found) <= tolerance) return;
         const std::string what =
             none ? "there is no " + std::string(mnem) : std::string(mnem) + " says " + std::string(trim(said));
-        data.notes.push_back({.kind = NoteKind::DepthLines,
-                              .file = name,
-                              .text = what + ", the data " + (mnem == "STRT" ? "begin" : "end") + " at " +
-                                      plainNumber(found) + ", which is taken"});
+        notes.push_back({.kind = NoteKind::DepthLines,
+                         .file = name,
+                         .text = what + ", the data " + (mnem == "STRT" ? "begin" : "end") + " at " +
+                                 plainNumber(found) + ", which is taken"});
     };
     tell("STRT", header.strt().value, spacing.first);
     tell("STOP", header.stop().value, spacing.last);
-    if (!spacing.ownStep || spacing.kind == IndexSpacing::Kind::Irregular || data.depths().size() < 2) return;
+    if (!spacing.ownStep || spacing.kind == IndexSpacing::Kind::Irregular || spacing.first == spacing.last) return;
     const std::string said(trim(header.step().value));
-    data.notes.push_back({.kind = NoteKind::DepthLines,
-                          .file = name,
-                          .text = (said.empty() ? "there is no STEP" : "STEP says " + said) + ", the data go by " +
-                                  stripZeros(formatMask(spacing.step, 9)) + ", which is taken"});
-}
-
-void noteOffGrid(InputData& data, const std::string& name) {
-    const IndexSpacing& spacing = data.spacing;
-    if (spacing.off <= depthRounding(spacing.decimals)) return;
-    data.notes.push_back({.kind = NoteKind::DepthLines,
-                          .file = name,
-                          .text = "depths lie up to " + stripZeros(formatMask(spacing.off, 6)) +
-                                  " beside those of one step, which are written"});
-}
-
-void noteMissing(InputData& data, const std::string& name) {
-    if (data.spacing.missing == 0) return;
-    data.notes.push_back({.kind = NoteKind::Records,
-                          .file = name,
-                          .count = data.spacing.missing,
-                          .text = "records are missing between others; null stands there"});
+    notes.push_back({.kind = NoteKind::DepthLines,
+                     .file = name,
+                     .text = (said.empty() ? "there is no STEP" : "STEP says " + said) + ", the data go by " +
+                             stripZeros(formatMask(spacing.step, 9)) + ", which is taken"});
 }
 
 }  // namespace
+
+std::vector<Note> depthNotes(const DepthHeader& header, const IndexSpacing& spacing, const std::string& name) {
+    std::vector<Note> notes;
+    noteDepthLines(header, spacing, name, notes);
+    if (spacing.off > depthRounding(spacing.decimals))
+        notes.push_back({.kind = NoteKind::DepthLines,
+                         .file = name,
+                         .text = "depths lie up to " + stripZeros(formatMask(spacing.off, 6)) +
+                                 " beside those of one step, which are written"});
+    if (spacing.missing > 0)
+        notes.push_back({.kind = NoteKind::Records,
+                         .file = name,
+                         .count = spacing.missing,
+                         .text = "records are missing between others; null stands there"});
+    return notes;
+}
 
 std::shared_ptr<InputData> readInputData(const LasFile& file, const ChannelReading& how, std::string_view indexUnit,
                                          RunTurn& turn) {
@@ -71,9 +69,7 @@ std::shared_ptr<InputData> readInputData(const LasFile& file, const ChannelReadi
     data->notes = std::move(data->channels.notes);
     data->nullText = data->channels.null.given ? std::string(trim(header.null().value)) : "-999.25";
     for (Note& note : indexNotes(data->unit, name)) data->notes.push_back(std::move(note));
-    noteDepthLines(header, *data, name);
-    noteOffGrid(*data, name);
-    noteMissing(*data, name);
+    for (Note& note : depthNotes(header, data->spacing, name)) data->notes.push_back(std::move(note));
     return data;
 }
 

@@ -7,6 +7,7 @@
 #include "las/index_spacing.h"
 #include "las/index_unit.h"
 #include "las/read_channels.h"
+#include "las/sections.h"
 
 namespace welvane {
 
@@ -21,6 +22,10 @@ struct InputData {
     const std::vector<double>& depths() const { return channels.columns.front(); }
 };
 using InputDataPointer = std::shared_ptr<const InputData>;
+
+/// What is to be told of a file's depths: where STRT, STOP and STEP say otherwise, depths beside their grid, records
+/// that are missing. `name` is the file's for people.
+std::vector<Note> depthNotes(const DepthHeader& header, const IndexSpacing& spacing, const std::string& name);
 
 /// Reads them; nothing when a person stopped it. `indexUnit` is what a person says, or "". DataRefusal for data that
 /// cannot be read as they should be, RunTimeFailure where there are none.

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "cli/json.h"
+#include "cli/json_document.h"
 #include "cli/picture_options.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
@@ -40,13 +40,6 @@ Json entryOf(const CoverageReport& report, int slot, const std::string& file) {
     return entry;
 }
 
-Json notesOf(const std::vector<Note>& notes) {
-    Json all = Json::array();
-    for (const Note& note : notes)
-        all.push(Json::object({{"file", utf8Text(note.file)}, {"text", utf8Text(note.text)}}));
-    return all;
-}
-
 Json asJson(const CoverageReport& report, const std::vector<std::string>& names) {
     Json files = Json::array();
     for (std::size_t place = 0; place < names.size(); ++place)
@@ -54,7 +47,7 @@ Json asJson(const CoverageReport& report, const std::vector<std::string>& names)
     return Json::object({{"welvane", WELVANE_VERSION},
                          {"depthUnit", utf8Text(report.depthUnit)},
                          {"files", std::move(files)},
-                         {"notes", notesOf(report.notes)}});
+                         {"notes", notesAsJson(report.notes)}});
 }
 
 std::string asText(const CoverageReport& report) {

@@ -25,6 +25,12 @@ Json headerNumber(const DepthHeader::Entry& entry) {
     return isNumeric(entry.value) ? Json(val(entry.value)) : Json();
 }
 
+/// Signed as STEP is; null for data that follow none.
+Json stepOfData(const FileFacts& facts) {
+    const IndexSpacing& spacing = facts.spacing;
+    return spacing.step > 0 ? Json(spacing.direction * spacing.step) : Json();
+}
+
 Json factsAsJson(const FileFacts& facts) {
     const InputSlot& slot = facts.slot;
     Json json = Json::object({{"path", utf8Text(slot.path)},
@@ -36,6 +42,7 @@ Json factsAsJson(const FileFacts& facts) {
                               {"firstDepth", slot.firstDepth},
                               {"lastDepth", slot.lastDepth},
                               {"records", facts.records},
+                              {"dataStep", stepOfData(facts)},
                               {"topDepth", slot.topDepth},
                               {"bottomDepth", slot.bottomDepth},
                               {"depthUnit", utf8Text(slot.depthUnit)},
@@ -94,7 +101,8 @@ std::string factsAsText(const FileFacts& facts) {
     add("LAS", orNone(trim(slot.lasVersion)) + ", " + (slot.wrap == "YES" ? "wrapped" : "not wrapped"));
     add("Header", headerText(facts.header.strt()) + " to " + headerText(facts.header.stop()) + unit + ", step " +
                       headerText(facts.header.step()));
-    add("Data", plainNumber(slot.firstDepth) + " to " + plainNumber(slot.lastDepth) + unit + " in " +
+    add("Data", plainNumber(slot.firstDepth) + " to " + plainNumber(slot.lastDepth) + unit +
+                    (facts.spacing.step > 0 ? " by " + stripZeros(formatMask(facts.spacing.step, 9)) : "") + " in " +
                     counted(static_cast<std::int64_t>(facts.records), "record") + ", from byte " +
                     std::to_string(slot.dataStart) + " on");
     std::string perStep = std::to_string(slot.wordsPerStep) + " numbers";
