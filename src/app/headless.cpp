@@ -26,7 +26,7 @@ struct HeadlessRun {
         report.notes.push_back((path.empty() ? std::string() : resolvePath(path) + ": ").append(why));
     }
     void open(int slot) {
-        const std::string path = session.slots[static_cast<std::size_t>(slot)].path;
+        const std::string path = session.slots[slot].path;
         if (path.empty()) return;
         const SlotLoadResult result = Open4Files(app, session, slot);
         if (result.status == LoadStatus::Unreadable) throw FileFailure(resolvePath(path), result.why);

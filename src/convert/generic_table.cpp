@@ -48,7 +48,7 @@ GenericTable::Column& GenericTable::head(int column) {
 
 GenericTable::RowPlace GenericTable::place(std::int64_t row) const {
     if (row < grdHeadRows || row >= rows()) outside();
-    return rows_[static_cast<std::size_t>(row - grdHeadRows)];
+    return rows_[row - grdHeadRows];
 }
 
 const std::string* GenericTable::edited(RowPlace place, std::size_t source) const {
@@ -133,8 +133,7 @@ void GenericTable::sortDepth(bool deepestFirst) {
     std::vector<std::pair<double, RowPlace>> order;
     order.reserve(rows_.size());
     const RowReader reader(*this);
-    for (std::int64_t row = 0; row < dataRows(); ++row)
-        order.emplace_back(val(reader.cell(row, 1)), rows_[static_cast<std::size_t>(row)]);
+    for (std::int64_t row = 0; row < dataRows(); ++row) order.emplace_back(val(reader.cell(row, 1)), rows_[row]);
     std::sort(order.begin(), order.end(), [deepestFirst](const auto& one, const auto& other) {
         if (one.first != other.first) return deepestFirst ? one.first > other.first : one.first < other.first;
         return one.second < other.second;
@@ -150,7 +149,7 @@ std::size_t GenericTable::lineNumber(std::int64_t dataRow) const {
 RowReader::RowReader(const GenericTable& table) : table_(table), lines_(table.bytes()) {}
 
 const std::vector<std::string_view>& RowReader::read(std::int64_t dataRow) {
-    const GenericTable::RowPlace place = table_.rows_[static_cast<std::size_t>(dataRow)];
+    const GenericTable::RowPlace place = table_.rows_[dataRow];
     if (place >= GenericTable::addedRow)
         fields_.clear();
     else
@@ -168,7 +167,7 @@ const std::vector<std::string_view>& RowReader::read(std::int64_t dataRow) {
 }
 
 std::string_view RowReader::cell(std::int64_t dataRow, int column) const {
-    const GenericTable::RowPlace place = table_.rows_[static_cast<std::size_t>(dataRow)];
+    const GenericTable::RowPlace place = table_.rows_[dataRow];
     const std::size_t source = table_.head(column).source;
     if (const std::string* const edit = table_.edited(place, source); edit != nullptr) return *edit;
     if (place >= GenericTable::addedRow) return {};

@@ -210,7 +210,7 @@ Delimiter guessDelimiter(std::string_view bytes) {
         }
     }
     const auto best = std::max_element(rows.begin(), rows.end());
-    if (*best > 0) return candidates[static_cast<std::size_t>(best - rows.begin())];
+    if (*best > 0) return candidates[best - rows.begin()];
     return candidates[static_cast<std::size_t>(std::max_element(fields.begin(), fields.end()) - fields.begin())];
 }
 

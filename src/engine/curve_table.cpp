@@ -22,7 +22,7 @@ std::string inputDetails(const PassContext& context, int column) {
     for (int slot = 0; slot < slotCount; ++slot) {
         const std::string& mnem = outputs.text(linkRow(slot, Link::Mnem), column);
         if (!context.session.loaded(slot) || mnem.empty()) continue;
-        text += fileNameOf(context.session.slots[static_cast<std::size_t>(slot)].path) + "-" + mnem + "," +
+        text += fileNameOf(context.session.slots[slot].path) + "-" + mnem + "," +
                 outputs.text(linkRow(slot, Link::From), column) + " to " +
                 outputs.text(linkRow(slot, Link::To), column) + " ";
     }

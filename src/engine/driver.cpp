@@ -163,9 +163,9 @@ bool outputIsInput(App& app, Session& session, const RunRequest& request, RunOut
 
 void clearSlots(Session& session) {
     for (int slot = 0; slot < slotCount; ++slot) {
-        session.slots[static_cast<std::size_t>(slot)] = InputSlot();
-        session.channels[static_cast<std::size_t>(slot)].assign(1, SlotChannel());
-        session.opened[static_cast<std::size_t>(slot)] = false;
+        session.slots[slot] = InputSlot();
+        session.channels[slot].assign(1, SlotChannel());
+        session.opened[slot] = false;
     }
 }
 

@@ -76,7 +76,7 @@ bool checkFormat(PassContext& context) {
 int findHeaderSlot(const PassContext& context) {
     const std::string& wanted = context.session.tables.setting(PrdRow::HeaderFile);
     for (int slot = 0; slot < slotCount; ++slot)
-        if (sameText(context.session.slots[static_cast<std::size_t>(slot)].path, wanted)) return slot;
+        if (sameText(context.session.slots[slot].path, wanted)) return slot;
     return 0;
 }
 

@@ -38,7 +38,7 @@ std::vector<int> parameterSlots(PassContext& context) {
     std::vector<int> slots;
     const bool merge = context.tables().checked(PrdRow::MergeParameters);
     for (int slot = 0; slot < slotCount; ++slot)
-        if (context.session.loaded(slot) && context.tables().parg[static_cast<std::size_t>(slot)].visible() &&
+        if (context.session.loaded(slot) && context.tables().parg[slot].visible() &&
             (merge || slot == context.headerSlot))
             slots.push_back(slot);
     return slots;
@@ -92,7 +92,7 @@ void writeParameters(PassContext& context, HeaderText& text, const std::string& 
     bool anyLine = context.headerSource && context.headerSource->text().seekSection('P');
     // As laid down, a section that the header's file lacks is left out, whatever a filter or a merge would put there.
     if (!anyLine && context.options.rules == FigureRules::asLaidDown) return;
-    for (const int slot : slots) anyLine = anyLine || context.tables().parg[static_cast<std::size_t>(slot)].rows() > 1;
+    for (const int slot : slots) anyLine = anyLine || context.tables().parg[slot].rows() > 1;
     if (!anyLine) return;
 
     text.line(title);
@@ -100,7 +100,7 @@ void writeParameters(PassContext& context, HeaderText& text, const std::string& 
     for (const std::string& comment : comments) text.line(comment);
     if (merge || context.tables().filterInUse()) writeRunLines(context, text, slots);
     for (const int slot : slots) {
-        const Table& parg = context.tables().parg[static_cast<std::size_t>(slot)];
+        const Table& parg = context.tables().parg[slot];
         for (int row = 1; row < parg.rows(); ++row) {
             HeaderField fields{parg.text(row, FieldColumn::Mnem), parg.text(row, FieldColumn::Unit),
                                parg.text(row, FieldColumn::Value), parg.text(row, FieldColumn::Desc)};

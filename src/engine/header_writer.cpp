@@ -53,7 +53,7 @@ void writeWell(PassContext& context, HeaderText& text, const std::string& title)
     }
     if (!hasSection(context, 'W')) return;
     text.line(title);
-    const double inputVersion = val(context.session.slots[static_cast<std::size_t>(context.headerSlot)].lasVersion);
+    const double inputVersion = val(context.session.slots[context.headerSlot].lasVersion);
     const double outputVersion = val(context.tables().setting(PrdRow::Vers));
     eachLine(context, 'W', [&](std::string_view line) {
         const LineKind kind = lineKind(line);

@@ -12,11 +12,11 @@ namespace welvane {
 namespace {
 
 void treatInput(PassContext& context, int slot, int firstColumn, int lastColumn) {
-    const InputSlot& input = context.session.slots[static_cast<std::size_t>(slot)];
+    const InputSlot& input = context.session.slots[slot];
     const bool filled = checkSampleRate(context, input, firstColumn, lastColumn);
     if (!filled && context.nullFillMode != NullFill::None)
         applyNullFill(context, context.nullFillMode, firstColumn, lastColumn);
-    const SlotChannels& channels = context.session.channels[static_cast<std::size_t>(slot)];
+    const SlotChannels& channels = context.session.channels[slot];
     clipChannels(context, channels);
     offsetChannels(context, channels);
 }
@@ -24,8 +24,8 @@ void treatInput(PassContext& context, int slot, int firstColumn, int lastColumn)
 void readSlot(PassContext& context, int slot) {
     const int firstColumn = context.session.columnBase(slot);
     const int lastColumn = firstColumn + context.session.channelCount(slot) - 1;
-    context.app.run.statusText = "Loading " + context.session.slots[static_cast<std::size_t>(slot)].path + " ...";
-    readDataIntoMatrix(context, context.session.slots[static_cast<std::size_t>(slot)], firstColumn, lastColumn);
+    context.app.run.statusText = "Loading " + context.session.slots[slot].path + " ...";
+    readDataIntoMatrix(context, context.session.slots[slot], firstColumn, lastColumn);
     if (context.options.noInputRun) return;
     context.app.run.statusText.clear();
     treatInput(context, slot, firstColumn, lastColumn);

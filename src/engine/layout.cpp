@@ -19,7 +19,7 @@ std::string overflowText(int width, int decimals) {
     std::string text(static_cast<std::size_t>(width), '9');
     text.front() = ' ';
     const int point = width - decimals;
-    if (point >= 1 && point <= width) text[static_cast<std::size_t>(point - 1)] = '.';
+    if (point >= 1 && point <= width) text[point - 1] = '.';
     return text;
 }
 

@@ -83,7 +83,7 @@ std::string sourcesOf(const Session& session, int column) {
         const std::string& mnem = outputs.text(linkRow(slot, Link::Mnem), column);
         if (mnem.empty() || sameText(mnem, noneText)) continue;
         if (!text.empty()) text += ", ";
-        text += fileNameOf(session.slots[static_cast<std::size_t>(slot)].path) + " " + mnem + " " +
+        text += fileNameOf(session.slots[slot].path) + " " + mnem + " " +
                 outputs.text(linkRow(slot, Link::From), column) + " to " +
                 outputs.text(linkRow(slot, Link::To), column);
     }

@@ -45,7 +45,7 @@ void clip(PassContext& context, const SlotChannel& channel) {
 /// Sample i (from 1) of a column; a failure outside it.
 double& sampleAt(std::span<double> samples, std::int64_t index) {
     if (index < 1 || index > static_cast<std::int64_t>(samples.size())) throw RunTimeFailure("subscript out of range");
-    return samples[static_cast<std::size_t>(index - 1)];
+    return samples[index - 1];
 }
 
 void shift(PassContext& context, const SlotChannel& channel) {

@@ -44,7 +44,7 @@ int inputDecimals(const PassContext& context, int column) {
     const Table& outputs = context.session.tables.outputs();
     int decimals = 0;
     for (int slot = 0; slot < slotCount; ++slot) {
-        const InputSlot& input = context.session.slots[static_cast<std::size_t>(slot)];
+        const InputSlot& input = context.session.slots[slot];
         const auto channel =
             static_cast<std::size_t>(std::max(0.0, val(outputs.text(linkRow(slot, Link::Curve), column))));
         if (!input.data || channel == 0 || channel >= input.data->channels.facts.channels.size()) continue;

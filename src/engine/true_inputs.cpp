@@ -20,8 +20,8 @@ class SlotPlacer {
   public:
     SlotPlacer(PassContext& context, int slot)
         : context_(context),
-          slot_(context.session.slots[static_cast<std::size_t>(slot)]),
-          channels_(context.session.channels[static_cast<std::size_t>(slot)]),
+          slot_(context.session.slots[slot]),
+          channels_(context.session.channels[slot]),
           data_(*slot_.data),
           base_(context.session.columnBase(slot)),
           null_(static_cast<double>(context.nullValue)),
@@ -38,7 +38,7 @@ class SlotPlacer {
         if (data_.spacing.step != 0) return;
         std::vector<bool> taken(data_.depths().size());
         for (const Placing::Sample& sample : plain_.samples)
-            if (sample.record >= 0) taken[static_cast<std::size_t>(sample.record)] = true;
+            if (sample.record >= 0) taken[sample.record] = true;
         const auto lost = static_cast<std::size_t>(std::count(taken.begin(), taken.end(), false)) - plain_.outside;
         if (lost > 0 && lost <= taken.size())
             note(NoteKind::Dropped, "", lost, "records have no place of their own on the step of the output");
@@ -147,7 +147,7 @@ class SlotPlacer {
 
 void placeInputs(PassContext& context) {
     for (int slot = 0; slot < slotCount; ++slot) {
-        const InputSlot& input = context.session.slots[static_cast<std::size_t>(slot)];
+        const InputSlot& input = context.session.slots[slot];
         if (!context.session.loaded(slot) || !input.data) continue;
         context.app.run.statusText = "Placing " + fileNameOf(input.path) + " ...";
         SlotPlacer(context, slot).place();

@@ -112,7 +112,7 @@ double doloToLime(double phi) {
 
 float convertDensityMatrix(float porosity, int code, const MatrixTable& matrix) {
     if (porosity == noPorosity || !isMatrixChange(code)) return porosity;
-    const MatrixPair pair = matrixPairs[static_cast<std::size_t>(code - 1)];
+    const MatrixPair pair = matrixPairs[code - 1];
     const float from = matrix[4 + pair.from];
     const float to = matrix[7 + pair.to];
     const float fluid = matrix[0];
@@ -122,7 +122,7 @@ float convertDensityMatrix(float porosity, int code, const MatrixTable& matrix) 
 
 double chartCP1e(float porosity, int code) {
     if (!isMatrixChange(code)) return porosity;
-    const MatrixPair pair = matrixPairs[static_cast<std::size_t>(code - 1)];
+    const MatrixPair pair = matrixPairs[code - 1];
     const ChartCurve &from = cp1e[pair.from], &to = cp1e[pair.to];
     const double phi = porosity;
     const double x = piece(from, phi, from.splitPhi).inverse(phi);

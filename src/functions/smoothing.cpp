@@ -43,7 +43,7 @@ double MovingMean::directMean(Span span) const {
     double sum = 0;
     std::int64_t count = 0;
     for (std::int64_t place = span.low; place < span.high; ++place) {
-        const double value = samples_[static_cast<std::size_t>(place)];
+        const double value = samples_[place];
         if (isNull(value, null_)) continue;
         sum += value;
         if (++count > mostSamples) return notANumber;
@@ -66,8 +66,8 @@ double MovingMean::at(std::size_t index) {
     if (!possible_) return notANumber;
     const Span span = spanOf(index);
     if (direct_) return directMean(span);
-    for (; high_ < span.high; ++high_) add(samples_[static_cast<std::size_t>(high_)], 1);
-    for (; low_ < span.low; ++low_) add(samples_[static_cast<std::size_t>(low_)], -1);
+    for (; high_ < span.high; ++high_) add(samples_[high_], 1);
+    for (; low_ < span.low; ++low_) add(samples_[low_], -1);
     if (count_ > mostSamples) return notANumber;
     if (count_ == 0) return null_;
     const double mean = (sum_ + rest_) / static_cast<double>(count_);

@@ -6,7 +6,7 @@ namespace welvane {
 
 FilterReport reopenSlots(App& app, Session& session, FigureRules rules) {
     for (int slot = 0; slot < slotCount; ++slot)
-        if (!session.slots[static_cast<std::size_t>(slot)].path.empty()) Open4Files(app, session, slot);
+        if (!session.slots[slot].path.empty()) Open4Files(app, session, slot);
     if (!session.tables.filterInUse()) return {};
     session.filterFile = session.tables.frd.text(1, FrdColumn::Path);
     return openFilter(app, session, rules);

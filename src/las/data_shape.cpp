@@ -98,8 +98,7 @@ DataShape judgeShape(const LasText& text) {
     if (shape.layout == DataLayout::Undecided) {
         const std::size_t titleLine = text.lineNumber(*start - 1);
         shape.firstLineNumber = titleLine + lines.numbers[0];
-        shape.differingLineNumber =
-            titleLine + lines.numbers[static_cast<std::size_t>(differing - lines.words.begin())];
+        shape.differingLineNumber = titleLine + lines.numbers[differing - lines.words.begin()];
     }
     return shape;
 }

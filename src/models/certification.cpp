@@ -32,7 +32,7 @@ void fillCr(BatchCertification& batch, const BrowserState* browser, std::string_
 
 void clickRow(CheckDetails& details, const BatchCertification& batch, int row) {
     if (row < 1 || row > static_cast<int>(batch.files.size())) return;
-    const CertifyRow& file = batch.files[static_cast<std::size_t>(row - 1)];
+    const CertifyRow& file = batch.files[row - 1];
     if (file.log.empty()) return;
     // Kept: only "Failed:" makes the text red, a log whose fault is called "Error:" is shown in green. Test:
     // clickShowsTheLog
@@ -53,7 +53,7 @@ std::string printCertify(App& app, const BatchCertification& batch, int current)
     if (app.user.ask(question) == Answer::Yes) {
         for (const CertifyRow& row : batch.files) text += printedRow(row);
     } else if (current >= 1 && current <= static_cast<int>(batch.files.size())) {
-        text = printedRow(batch.files[static_cast<std::size_t>(current - 1)]);
+        text = printedRow(batch.files[current - 1]);
     }
     return text;
 }

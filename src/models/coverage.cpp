@@ -15,7 +15,7 @@ CoverageLabel rangeLabel(const Coverage& coverage, double depth, const char* cap
 
 std::string CoverageTab::depthUnit() const {
     for (int slot = 0; slot < slotCount; ++slot)
-        if (session_.loaded(slot)) return session_.slots[static_cast<std::size_t>(slot)].depthUnit;
+        if (session_.loaded(slot)) return session_.slots[slot].depthUnit;
     return {};
 }
 
@@ -29,12 +29,12 @@ std::array<CoverageLabel, 2 * slotCount> CoverageTab::labels() const {
     for (int place = 0; place < 2 * slotCount; ++place) {
         const int slot = place / 2;
         const bool isTop = place % 2 == 0;
-        CoverageLabel& label = labels[static_cast<std::size_t>(place)];
+        CoverageLabel& label = labels[place];
         label.caption = coverageTip(slot, isTop);
         // Kept: the first file's bottom label too is told as its top. Test: labelsShowTopsAndBottomsWithTheirTips
         label.tip = coverageTip(slot, isTop || slot == 0);
         label.back = slotInk(slot);
-        const auto& file = files[static_cast<std::size_t>(slot)];
+        const auto& file = files[slot];
         if (!file) continue;
         label.visible = true;
         label.text = coverageDepth(isTop ? file->top : file->bottom);
@@ -57,19 +57,18 @@ std::array<SpliceBox, 2 * slotCount> CoverageTab::boxes() const {
     for (int place = 0; place < 2 * slotCount; ++place) {
         const int slot = place / 2;
         const std::string caption = place % 2 == 0 ? "File " + std::to_string(slot + 1) + " From +" : "To +";
-        boxes[static_cast<std::size_t>(place)] = {
-            session_.loaded(slot), session_.tables.fsL[static_cast<std::size_t>(place)], caption, slotInk(slot)};
+        boxes[place] = {session_.loaded(slot), session_.tables.fsL[place], caption, slotInk(slot)};
     }
     return boxes;
 }
 
 void CoverageTab::type(int box, const std::string& text) {
-    if (box >= 0 && box < 2 * slotCount) session_.tables.fsL[static_cast<std::size_t>(box)] = text;
+    if (box >= 0 && box < 2 * slotCount) session_.tables.fsL[box] = text;
 }
 
 void CoverageTab::enter(int box) {
     if (box < 0 || box >= 2 * slotCount || !session_.loaded(box / 2)) return;
-    enterSpliceDepth(session_, box, std::string(session_.tables.fsL[static_cast<std::size_t>(box)]));
+    enterSpliceDepth(session_, box, std::string(session_.tables.fsL[box]));
 }
 
 std::string CoverageTab::applyCaption(int slot) {

@@ -55,8 +55,7 @@ Fields parameterFields(const FunctionDialog& dialog, FunctionCode code, const Co
 std::string matrixRow(const FunctionDialog& dialog, std::size_t list) {
     const int row = dialog.matrIndex[list];
     const auto& rows = dialog.matr[list];
-    return row >= 0 && static_cast<std::size_t>(row) < rows.size() ? rows[static_cast<std::size_t>(row)]
-                                                                   : std::string();
+    return row >= 0 && static_cast<std::size_t>(row) < rows.size() ? rows[row] : std::string();
 }
 
 std::string minMaxLabel(const std::string& low, const std::string& high) {
@@ -185,7 +184,7 @@ std::optional<FunctionDescriptor> AddFunToList(const FunctionDialog& dialog, Fun
     if (dialog.funLst < 0 || dialog.funLst >= functionCount || !hasSource) return std::nullopt;
     const auto code = static_cast<FunctionCode>(dialog.funLst);
     if (code == FunctionCode::NeutCr2Poro && !countRatesHold(dialog, context.user)) return std::nullopt;
-    const std::string& source = dialog.fNamT[static_cast<std::size_t>(dialog.source)];
+    const std::string& source = dialog.fNamT[dialog.source];
     FunctionDescriptor descriptor{std::to_string(dialog.funLst), parameterFields(dialog, code, context.settings.units),
                                   std::to_string(dialog.source + 1), dialog.conTL.empty() ? source : dialog.conTL,
                                   "was :" + source + " " + label(dialog, code)};

@@ -153,7 +153,7 @@ bool openInSession(Frame& frame, const std::string& path) {
         showWarning(frame.app.user, "File Not Loaded", path + ": no such file");
         return false;
     }
-    frame.session.slots[static_cast<std::size_t>(slot)].path = path;
+    frame.session.slots[slot].path = path;
     const SlotLoadResult loaded = Open4Files(frame.app, frame.session, slot);
     if (loaded.done()) {
         noteRecentFile(frame.app.platform.settings(), path);

@@ -149,7 +149,7 @@ void setTags(FunctionDialog& dialog, const CountryUnits& units) {
 void fillFunStuff(FunctionDialog& dialog, FunctionDialogContext& context) {
     fillMatrixRows(dialog, context.settings.matrix);
     if (!isFunction(dialog.funLst)) return;
-    const FunctionEntry& entry = functionCatalogue()[static_cast<std::size_t>(dialog.funLst)];
+    const FunctionEntry& entry = functionCatalogue()[dialog.funLst];
     fillResultList(dialog, context.reference, entry.suggestedMnem);
     dialog.conTL = rewritesSource(entry.code) ? sourceName(dialog) : std::string(entry.suggestedMnem);
     setTags(dialog, context.settings.units);

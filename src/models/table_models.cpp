@@ -159,13 +159,13 @@ int StatisticsModel::columns() const {
 }
 
 std::string_view StatisticsModel::meaning(int column) {
-    return statisticsColumns()[static_cast<std::size_t>(column)].meaning;
+    return statisticsColumns()[column].meaning;
 }
 
 std::string StatisticsModel::text(std::int64_t row, int column) const {
     if (column < 0 || column >= columns() || row < 0 || row >= rows()) throw RunTimeFailure("subscript out of range");
-    if (row == 0) return std::string(statisticsColumns()[static_cast<std::size_t>(column)].head);
-    std::string_view line = grid_.rows[static_cast<std::size_t>(row - 1)];
+    if (row == 0) return std::string(statisticsColumns()[column].head);
+    std::string_view line = grid_.rows[row - 1];
     for (; column > 0 && line.find('\t') != npos; --column) line.remove_prefix(line.find('\t') + 1);
     return column > 0 ? std::string() : std::string(line.substr(0, line.find('\t')));
 }

@@ -53,7 +53,7 @@ class CoveragePainter {
 
   private:
     double x(double user) const { return plot_.left + user / Coverage::width * plot_.width(); }
-    const CoverageFile& file(int slot) const { return *files_[static_cast<std::size_t>(slot)]; }
+    const CoverageFile& file(int slot) const { return *files_[slot]; }
     std::string withUnit(double depth) const { return coverageDepth(depth) + (unit_.empty() ? "" : " " + unit_); }
 
     void addAxis() {

@@ -231,8 +231,8 @@ void applyFilterCurves(Session& session, const std::vector<FilterCurve>& lines, 
         const std::string& mnem = table.text(SrdRow::Mnem, column);
         const int line = functions.isNew(column) ? functions.lineOf(column) : lineFor(mnem);
         if (line >= 0 && !mnem.empty()) {
-            takeLine(table, column, lines[static_cast<std::size_t>(line)], line + 1);
-            taken[static_cast<std::size_t>(line)] = true;
+            takeLine(table, column, lines[line], line + 1);
+            taken[line] = true;
             continue;
         }
         table.data(SrdRow::Use, column) = behind;

@@ -73,7 +73,7 @@ void recalculateUseOf(Table& table, int column) {
 
 SlotChannel* channelOf(Session& session, int slot, int channel) {
     if (!validSlot(slot) || channel < 1 || channel > session.channelCount(slot)) return nullptr;
-    return &session.channels[slot][static_cast<std::size_t>(channel)];
+    return &session.channels[slot][channel];
 }
 
 }  // namespace
@@ -102,7 +102,7 @@ bool linkChannel(Session& session, int slot, int comboIndex, int column, FigureR
     if (comboIndex == 0) {
         emptyLink(table, slot, column);
     } else {
-        const HeaderField& channel = session.channels[slot][static_cast<std::size_t>(comboIndex)].field;
+        const HeaderField& channel = session.channels[slot][comboIndex].field;
         const std::string index = std::to_string(comboIndex);
         table.text(linkRow(slot, Link::Mnem), column) = channel.mnem;
         table.text(linkRow(slot, Link::Curve), column) = index;
@@ -184,7 +184,7 @@ void applyParameterDepths(Session& session, std::string_view from, std::string_v
 int findSlotChannel(const Session& session, int slot, std::string_view mnem) {
     if (!validSlot(slot)) return 0;
     for (int channel = 1; channel <= session.channelCount(slot); ++channel)
-        if (sameText(session.channels[slot][static_cast<std::size_t>(channel)].field.mnem, trim(mnem))) return channel;
+        if (sameText(session.channels[slot][channel].field.mnem, trim(mnem))) return channel;
     return 0;
 }
 

@@ -54,12 +54,10 @@ struct Session {
     std::string indexUnit;      ///< unit of every input's index, "" for what its header says (the same rules)
 
     /// A slot counts as loaded once its file was opened, be it with channels or without.
-    bool loaded(int slot) const {
-        return opened[static_cast<std::size_t>(slot)] && !slots[static_cast<std::size_t>(slot)].path.empty();
-    }
+    bool loaded(int slot) const { return opened[slot] && !slots[slot].path.empty(); }
     /// Channels of a slot without its index line.
     int channelCount(int slot) const {
-        const auto size = channels[static_cast<std::size_t>(slot)].size();
+        const auto size = channels[slot].size();
         return size == 0 ? 0 : static_cast<int>(size) - 1;
     }
     /// Sum of the channel counts of the slots before it: channel i of the slot stands in column columnBase(slot) + i of

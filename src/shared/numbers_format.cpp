@@ -44,7 +44,7 @@ ShortestDigits shortestDigits(Real magnitude) {
     ShortestDigits result;
     const char* place = text.data();
     for (; *place != 'e'; ++place)
-        if (*place != '.') result.digits[static_cast<std::size_t>(result.count++)] = *place;
+        if (*place != '.') result.digits[result.count++] = *place;
     ++place;
     if (*place == '+') ++place;
     std::from_chars(place, end, result.exponent);
@@ -54,10 +54,10 @@ ShortestDigits shortestDigits(Real magnitude) {
 /// Keeps `keep` (0 or more) digits, half up. With none kept the result is either no digit or a 1 one place higher.
 void roundDigits(ShortestDigits& number, int keep) {
     if (keep >= number.count) return;
-    bool carry = number.digits[static_cast<std::size_t>(keep)] >= '5';
+    bool carry = number.digits[keep] >= '5';
     number.count = keep;
     while (carry && number.count > 0) {
-        char& last = number.digits[static_cast<std::size_t>(number.count - 1)];
+        char& last = number.digits[number.count - 1];
         carry = last == '9';
         if (carry) {
             --number.count;
@@ -106,7 +106,7 @@ std::size_t writeScaled(char* target, bool negative, std::uint64_t scaled, int d
     std::array<char, width> digits;
     writePadded(digits.data(), scaled, width);
     int first = 0;
-    while (first < width - 1 - decimals && digits[static_cast<std::size_t>(first)] == '0') ++first;
+    while (first < width - 1 - decimals && digits[first] == '0') ++first;
     char* place = target;
     if (negative && scaled != 0) *place++ = '-';
     place = std::copy(digits.data() + first, digits.data() + width - decimals, place);

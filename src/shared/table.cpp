@@ -22,7 +22,7 @@ void Table::resize(int rows, int columns) {
 
 SessionCell& Table::cell(TableIndex row, TableIndex column) {
     if (row < 0 || row >= rows_ || column < 0 || column >= columns()) outside();
-    return columns_[static_cast<std::size_t>(column)][static_cast<std::size_t>(row)];
+    return columns_[column][row];
 }
 
 const SessionCell& Table::cell(TableIndex row, TableIndex column) const {
@@ -52,12 +52,12 @@ void Table::moveColumn(int from, int to) {
 
 bool Table::rowHidden(TableIndex row) const {
     if (row < 0 || row >= rows_) outside();
-    return hiddenRows_[static_cast<std::size_t>(row)];
+    return hiddenRows_[row];
 }
 
 void Table::setRowHidden(TableIndex row, bool hidden) {
     if (row < 0 || row >= rows_) outside();
-    hiddenRows_[static_cast<std::size_t>(row)] = hidden;
+    hiddenRows_[row] = hidden;
 }
 
 }  // namespace welvane

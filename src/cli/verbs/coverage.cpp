@@ -35,8 +35,7 @@ Json entryOf(const CoverageReport& report, int slot, const std::string& file) {
         entry.add({{"left", box.left}, {"right", box.right}, {"top", box.top}, {"bottom", box.bottom}});
         entry.add("lines", linesOf(report.coverage, slot));
     }
-    if (const auto& fault = report.faults[static_cast<std::size_t>(slot)])
-        entry.add("error", utf8Text(fault->reason.text));
+    if (const auto& fault = report.faults[slot]) entry.add("error", utf8Text(fault->reason.text));
     return entry;
 }
 
@@ -55,8 +54,8 @@ std::string asText(const CoverageReport& report) {
     TextTable table("lrrl");
     table.add({"File", "Top", "Bottom", "Unit"});
     for (const CoverageBox& box : report.coverage.boxes)
-        table.add({shownText(report.files[static_cast<std::size_t>(box.slot)]->path), coverageDepth(box.top),
-                   coverageDepth(box.bottom), shownText(report.depthUnit)});
+        table.add({shownText(report.files[box.slot]->path), coverageDepth(box.top), coverageDepth(box.bottom),
+                   shownText(report.depthUnit)});
     table.add({"Shallowest and deepest", coverageDepth(report.coverage.shallowest),
                coverageDepth(report.coverage.deepest), shownText(report.depthUnit)});
     return table.text();
