@@ -2,11 +2,17 @@
 PREFIX ?= /usr/local
 DESTDIR ?=
 
-.PHONY: build demo test sanitize fuzz bench lint format install clean
+.PHONY: build desktop demo test sanitize fuzz bench lint format install clean
 
 build:
 	scripts/setup
 	cmake --preset release
+	cmake --build --preset release
+
+# The windows beside the program, build/release/welvane-desktop.
+desktop:
+	scripts/setup desktop
+	cmake --preset release -DWELVANE_DESKTOP=ON
 	cmake --build --preset release
 
 demo:

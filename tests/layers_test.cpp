@@ -46,6 +46,13 @@ bool isWindowLibrary(std::string_view name) {
     return name.size() > 1 && name[0] == 'Q' && name[1] >= 'A' && name[1] <= 'Z';
 }
 
+/// What opens files: a window leaves that to jobs and models.
+bool opensFiles(std::string_view name) {
+    static constexpr std::array<std::string_view, 8> names = {"fstream",   "filesystem", "QFile",       "QDir",
+                                                              "QSaveFile", "QFileInfo",  "QTextStream", "QSettings"};
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
 /// What is wrong with one include of the file `shown` in `room`, or nothing.
 std::string faultOfInclude(const std::string& shown, const std::string& room, char quote, const std::string& name) {
     if (quote == '<') {
@@ -53,6 +60,7 @@ std::string faultOfInclude(const std::string& shown, const std::string& room, ch
             return "<" + name + ">: only platform/posix talks to the operating system";
         if (isVerbLibrary(name) && room != "cli") return "<" + name + ">: only cli uses this library";
         if (isWindowLibrary(name) && room != "desktop") return "<" + name + ">: only desktop knows windows";
+        if (room == "desktop" && opensFiles(name)) return "<" + name + ">: windows leave files to jobs and models";
         return {};
     }
     const std::string target = name.substr(0, name.find('/'));
@@ -206,6 +214,9 @@ TEST(Layers, everyBreachIsSeen) {
         {"library in its place", "src/cli/a.cpp", "#include <CLI/CLI.hpp>\n", ""},
         {"window library", "src/app/a.cpp", "#include <QWidget>\n",
          "src/app/a.cpp:1: <QWidget>: only desktop knows windows"},
+        {"window library in its place", "src/desktop/a.cpp", "#include <QWidget>\n", ""},
+        {"files in a window", "src/desktop/a.cpp", "#include <QFile>\n",
+         "src/desktop/a.cpp:1: <QFile>: windows leave files to jobs and models"},
         {"open namespace", "src/las/a.h", "using namespace std;\n",
          "src/las/a.h:1: a header opens a namespace for everyone who includes it"},
         {"unlisted source", "src/las/deep/b.cpp", "", "src/las/deep/b.cpp: not listed in src/las/CMakeLists.txt"},

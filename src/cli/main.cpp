@@ -45,11 +45,21 @@ void runHeadlessLine(const std::string& text) {
     for (const std::string& note : report.notes) std::fputs(("welvane: " + shownText(note) + "\n").c_str(), stderr);
 }
 
-/// Becomes the desktop program beside this one or on PATH; where there is none, the help is all that can be given.
+/// True where windows have something to stand on: a screen, or a platform of Qt's that needs none.
+bool hasDisplay() {
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        if (const char* const value = std::getenv(name); value != nullptr && *value != 0) return true;
+    return false;
+}
+
+/// Becomes the desktop program beside this one or on PATH; where there is none, or no display, the help is all that can
+/// be given.
 ExitCode openDesktop() {
     const std::string folder = executableFolder();
-    if (!folder.empty()) becomeProgram({folder + std::string(desktopProgram)});
-    becomeProgram({std::string(desktopProgram)});
+    if (hasDisplay()) {
+        if (!folder.empty()) becomeProgram({folder + std::string(desktopProgram)});
+        becomeProgram({std::string(desktopProgram)});
+    }
     std::fputs(overviewText().c_str(), stderr);
     return ExitCode::Usage;
 }

@@ -1,0 +1,64 @@
+#include <QApplication>
+#include <cstdio>
+#include <exception>
+#include <string_view>
+
+#include "app/startup.h"
+#include "desktop/box_interface.h"
+#include "desktop/main_window.h"
+#include "desktop/text.h"
+#include "platform/platform.h"
+
+namespace welvane {
+namespace {
+
+constexpr const char* help =
+    "usage: welvane-desktop\n\n"
+    "The windows of Welvane: joins, corrects and writes well logs in LAS files.\n"
+    "  --help     this text\n"
+    "  --version  the number of the version\n";
+
+/// Qt ends the process where it finds no screen.
+bool hasDisplay() {
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        if (!qEnvironmentVariableIsEmpty(name)) return true;
+    return false;
+}
+
+int showWindow() {
+    BoxInterface boxes;
+    const std::unique_ptr<Platform> platform = makeSystemPlatform();
+    const std::unique_ptr<Platform> jobPlatform = makeSystemPlatform();
+    App app(boxes, *platform);
+    if (!loadProcess(app)) return 1;
+    MainWindow window(app, *jobPlatform);
+    boxes.setParent(&window);
+    window.showMaximized();
+    return QApplication::exec();
+}
+
+int start(int count, char** values) {
+    for (int place = 1; place < count; ++place) {
+        const std::string_view argument = values[place];
+        if (argument == "--help" || argument == "-h") return std::fputs(help, stdout) < 0 ? 1 : 0;
+        if (argument == "--version") return std::puts("welvane-desktop " WELVANE_VERSION) < 0 ? 1 : 0;
+    }
+    if (!hasDisplay()) {
+        std::fputs("welvane-desktop: there is no display (DISPLAY and WAYLAND_DISPLAY are not set)\n", stderr);
+        return 1;
+    }
+    const QApplication application(count, values);
+    try {
+        return showWindow();
+    } catch (const std::exception& error) {
+        BoxInterface().ask({"Welvane", error.what(), Buttons::Ok, Icon::Stop, Answer::Ok});
+        return 1;
+    }
+}
+
+}  // namespace
+}  // namespace welvane
+
+int main(int count, char** values) {
+    return welvane::start(count, values);
+}
