@@ -48,7 +48,7 @@ void composeChannels(PassContext& context) {
     const int count = countOutputChannels(context.tables());
     context.outputMatrix = Matrix(count, context.grid.sampleCount);
     for (int channel = 0; channel < count; ++channel) {
-        std::ranges::fill(context.outputMatrix.column(channel), static_cast<double>(context.nullValue));
+        std::ranges::fill(context.outputMatrix.column(channel), context.nullValue);
         for (int slot = 0; slot < slotCount; ++slot)
             attempt(context.report.failures, "composing a channel", [&] { copyLink(context, channel, slot); });
     }

@@ -119,7 +119,7 @@ class RecordPrinter {
           depths_(context),
           depthWidth_(static_cast<std::size_t>(std::max(0, context.depthWidth))),
           decimals_(depths_.decimals()),
-          null_(static_cast<double>(context.nullValue)),
+          null_(context.nullValue),
           overflow_(overflowText(context.format().dataWidth, context.format().dataDecimals)) {
         length_ = depthWidth_;
         for (const OutputColumn& column : columns_) {

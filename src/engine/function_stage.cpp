@@ -31,7 +31,7 @@ void evaluateColumn(PassContext& context, int column, int source, int target) {
     const SessionCell& unit = tables.outputs().cell(SrdRow::Unit, column);
     const std::string& inputUnit = unit.data.empty() ? tables.output(SrdRow::InputUnit, column) : unit.data;
     const bool isTrue = context.options.rules == FigureRules::trueFigures;
-    if (isTrue) context.functionState.failedSample = static_cast<double>(context.nullValue);
+    if (isTrue) context.functionState.failedSample = context.nullValue;
     FailureList failures;
     evaluateFunction(function, unit.text, inputUnit, std::as_const(context.outputMatrix).column(source),
                      context.outputMatrix.column(target), context.nullValue, context.app.reference,
@@ -66,7 +66,7 @@ void applyFunctions(PassContext& context) {
 
 void applyDovranFilter(PassContext& context) {
     if (!context.tables().checked(PrdRow::DovranFilter)) return;
-    const double null = static_cast<double>(context.nullValue);
+    const double null = context.nullValue;
     for (int channel = 0; channel < context.outputMatrix.columns(); ++channel) {
         const std::span<double> samples = context.outputMatrix.column(channel);
         // Kept: the sample above is already filtered, so the smoothing runs forward through its own results.

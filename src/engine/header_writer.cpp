@@ -179,7 +179,7 @@ std::vector<std::string> correctHeader(PassContext& context, std::string& header
         {"STRT", EditPart::Value, 'W', context.report.firstDepth},
         {"STOP", EditPart::Value, 'W', context.report.lastDepth},
         {"STEP", EditPart::Value, 'W', stepText},
-        {"NULL", EditPart::Value, 'W', formatMask(static_cast<double>(context.nullValue), 5)},
+        {"NULL", EditPart::Value, 'W', formatMask(context.nullValue, 5)},
         {"VERS", EditPart::Value, 'V', version12 ? "1.2" : "2.00"},
         {"WRAP", EditPart::Value, 'V', context.wrapPerLine > 0 ? "YES" : "NO"},
         {"STRT", EditPart::Unit, 'W', unit},

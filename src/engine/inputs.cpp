@@ -38,7 +38,7 @@ void allocateInputs(PassContext& context) {
     // By true figures each column is written whole, once; a slot whose data are not read is none.
     if (context.options.rules == FigureRules::trueFigures && !context.options.noInputRun) return;
     for (int column = 0; column < context.inputMatrix.columns(); ++column)
-        std::ranges::fill(context.inputMatrix.column(column), static_cast<double>(context.nullValue));
+        std::ranges::fill(context.inputMatrix.column(column), context.nullValue);
 }
 
 void readInputs(PassContext& context) {

@@ -53,8 +53,8 @@ void shift(PassContext& context, const SlotChannel& channel) {
     const SampleRange range = clipRange(context, channel);
     const std::span<double> samples = context.inputMatrix.column(channel.channelDataColumn);
     // Kept: floor makes the two signs differ, 2.5 steps move 2 samples and -2.5 steps move 3.
-    const std::int64_t moved = std::abs(
-        static_cast<std::int64_t>(floorToInt32(static_cast<double>(channel.channelOffset) / context.grid.step)));
+    const std::int64_t moved =
+        std::abs(static_cast<std::int64_t>(floorToInt32(channel.channelOffset / context.grid.step)));
     const std::int64_t first = range.first;
     const std::int64_t last = range.last;
     if (channel.channelOffset >= 0) {

@@ -55,7 +55,7 @@ int inputDecimals(const PassContext& context, int column) {
 
 /// Values that are not 0 and become 0 with so many decimals.
 std::size_t lostValues(const PassContext& context, const OutputColumn& column) {
-    const double null = static_cast<double>(context.nullValue), half = 0.5 * std::pow(10.0, -column.decimals);
+    const double null = context.nullValue, half = 0.5 * std::pow(10.0, -column.decimals);
     std::size_t count = 0;
     for (std::int32_t index = 0; index < context.grid.sampleCount; ++index) {
         const double value = column.samples[index];
@@ -85,7 +85,7 @@ void noteRounding(PassContext& context, const OutputColumn& column, int needed) 
 
 void settleTrueColumns(PassContext& context) {
     const FormatDefaults& format = context.format();
-    const double null = static_cast<double>(context.nullValue);
+    const double null = context.nullValue;
     std::size_t entry = 0;
     int widest = 0;
     for (OutputColumn& column : context.outputColumns) {

@@ -24,7 +24,7 @@ class SlotPlacer {
           channels_(context.session.channels[slot]),
           data_(*slot_.data),
           base_(context.session.columnBase(slot)),
-          null_(static_cast<double>(context.nullValue)),
+          null_(context.nullValue),
           plain_(placeRecords(context.grid, data_, 0)) {}
 
     void place() {
@@ -71,8 +71,8 @@ class SlotPlacer {
         if (!channel.spliced || context_.options.noInputRun) return clip;
         // A limit is a single; a depth that is the same as one belongs to the interval.
         const double slack = context_.grid.step * 1e-3;
-        if (channel.channelTop != 0) clip.top = static_cast<double>(channel.channelTop) - slack;
-        if (channel.channelBottom != 0) clip.bottom = static_cast<double>(channel.channelBottom) + slack;
+        if (channel.channelTop != 0) clip.top = channel.channelTop - slack;
+        if (channel.channelBottom != 0) clip.bottom = channel.channelBottom + slack;
         return clip;
     }
 

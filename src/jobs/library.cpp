@@ -153,10 +153,10 @@ bool mayRemoveGroup(App& app, LibraryPart part, std::string_view group) {
     const std::size_t members = membersOfGroup(app.reference, part, group).size();
     if (members == 0) return true;
     const std::string_view what = part == LibraryPart::Curves ? "curve" : "unit";
-    return app.user.ask({"Delete Group?",
-                         "The group \"" + std::string(group) + "\" has " +
-                             counted(static_cast<std::int64_t>(members), what) + ". Delete them too?",
-                         Buttons::YesNo, Icon::Question, Answer::No}) == Answer::Yes;
+    return app.user.ask(
+               {"Delete Group?",
+                "The group \"" + std::string(group) + "\" has " + counted(members, what) + ". Delete them too?",
+                Buttons::YesNo, Icon::Question, Answer::No}) == Answer::Yes;
 }
 
 bool editLibrary(Workbench& bench, const LibraryRequest& request) {

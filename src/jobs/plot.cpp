@@ -82,8 +82,7 @@ void noteWhatIsMissing(Workbench& bench, const LogPlot& plot, const std::vector<
                                             plot.leftOut.begin() + static_cast<std::ptrdiff_t>(shown));
         bench.note({.kind = NoteKind::Skipped,
                     .count = plot.leftOut.size(),
-                    .text = counted(static_cast<std::int64_t>(plot.leftOut.size()), "channel") +
-                            " without room in the plot: " + join(some, ", ") +
+                    .text = counted(plot.leftOut.size(), "channel") + " without room in the plot: " + join(some, ", ") +
                             (shown < plot.leftOut.size() ? " and others" : "")});
     }
     for (const LogPlot::BelowZero& found : plot.belowZero)
@@ -91,8 +90,7 @@ void noteWhatIsMissing(Workbench& bench, const LogPlot& plot, const std::vector<
                     .file = sources[found.source].name,
                     .channel = sources[found.source].channels[found.channel].mnem,
                     .count = found.count,
-                    .text = counted(static_cast<std::int64_t>(found.count), "value") +
-                            " of 0 or less at the edge of a logarithmic scale"});
+                    .text = counted(found.count, "value") + " of 0 or less at the edge of a logarithmic scale"});
 }
 
 std::size_t countCurves(const LogPlot& plot) {

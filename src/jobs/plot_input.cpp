@@ -82,8 +82,7 @@ void lookInto(PlotInput& input, const ColumnNames& names) {
 std::string extentOf(const PlotInput& input) {
     const PlotSource& source = input.source;
     return shortNumber(source.depths.front()) + " to " + shortNumber(source.depths.back()) +
-           (source.indexUnit.empty() ? "" : " " + source.indexUnit) + ", " +
-           counted(static_cast<std::int64_t>(source.depths.size()), "sample");
+           (source.indexUnit.empty() ? "" : " " + source.indexUnit) + ", " + counted(source.depths.size(), "sample");
 }
 
 PlotInput readOpened(Workbench& bench, const LasFile& file, const std::string& shownName, const ChannelReading& how) {

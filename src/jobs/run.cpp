@@ -94,8 +94,7 @@ void noteLeftOut(Workbench& bench, const ItemReport& item) {
         bench.note({.kind = NoteKind::TooWide,
                     .file = item.target,
                     .count = pass.overflowCount,
-                    .text = counted(static_cast<std::int64_t>(pass.overflowCount), "value") +
-                            " too wide for the data column"});
+                    .text = counted(pass.overflowCount, "value") + " too wide for the data column"});
     for (const SkippedStep& step : pass.failures.first)
         bench.note(NoteKind::Skipped, item.target, "skipped " + step.what + ": " + step.why);
     if (pass.failures.count > pass.failures.first.size())

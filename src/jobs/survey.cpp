@@ -15,7 +15,7 @@ constexpr std::size_t shownLine = 40;
 std::string skippedText(const SurveyReport& report) {
     std::string text;
     if (report.passedOver != 0) {
-        text = counted(static_cast<std::int64_t>(report.passedOver), "line") + " skipped as no station, first \"" +
+        text = counted(report.passedOver, "line") + " skipped as no station, first \"" +
                report.firstPassedOver.substr(0, shownLine) + "\"";
     }
     if (report.tooMany) {
@@ -72,8 +72,7 @@ SurveyReport readSurveyFile(Workbench& bench, Session& session, const std::strin
     if (!found) throw Refusal(path, "no survey station was found in it");
     if (report.reordered) note("its stations were not in order of depth and have been put in order");
     if (report.repeated != 0)
-        note(counted(static_cast<std::int64_t>(report.repeated), "station") + " at the depth of the one above",
-             report.repeated);
+        note(counted(report.repeated, "station") + " at the depth of the one above", report.repeated);
     if (report.stations < 2) note("one station alone maps no depth");
     if (!report.computed) note("it names no deviation; its own TVD is taken");
     return report;

@@ -29,13 +29,6 @@ const DataEnds& LasFile::ends() const {
     return ends_;
 }
 
-LineEndCounts LasFile::countLineEnds() const {
-    LineReader lines = text_.lines();
-    for (std::string_view line; lines.next(line);) {
-    }
-    return lines.ends();
-}
-
 LasFilePointer openLasFile(std::string_view path, FigureRules rules) {
     return std::make_shared<const LasFile>(path, rules);
 }

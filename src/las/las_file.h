@@ -58,8 +58,6 @@ class LasFile {
     const DataEnds& ends() const;
     /// Judged by the first and last bytes.
     LineEnds lineEnds() const { return lineEndsOf(bytes()); }
-    /// How all lines end; reads the whole file. Only by FigureRules::trueFigures.
-    LineEndCounts countLineEnds() const;
 
   private:
     std::string path_;

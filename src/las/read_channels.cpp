@@ -236,10 +236,10 @@ void ChannelReader::putFault(const Cell& cell, std::string_view word) {
 /// A record with another number of values than it should have.
 void ChannelReader::otherLength(std::size_t line, std::size_t values) {
     if (!how_.loose)
-        throw DataRefusal(line,
-                          "a record of " + counted(static_cast<std::int64_t>(values), "value") + ", where " +
-                              std::to_string(shape_.columns) + " are expected",
-                          DataRefusal::Help::Loose);
+        throw DataRefusal(
+            line,
+            "a record of " + counted(values, "value") + ", where " + std::to_string(shape_.columns) + " are expected",
+            DataRefusal::Help::Loose);
     facts_.otherLength.add(line);
 }
 

@@ -70,8 +70,7 @@ class WrapWriter {
                 words.push_back(word);
             if (words.size() > values_ || (result_.wrapped && words.size() < values_))
                 throw RunTimeFailure("the record that ends in line " + std::to_string(number) + " has " +
-                                     counted(static_cast<std::int64_t>(words.size()), "value") + ", not " +
-                                     std::to_string(values_));
+                                     counted(words.size(), "value") + ", not " + std::to_string(values_));
             if (words.size() < values_) continue;
             take(words);
             words.clear();

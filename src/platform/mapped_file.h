@@ -41,8 +41,6 @@ class MappedFile {
 
 /// The file opened; FileFailure where that cannot be done.
 MappedFile mapFile(std::string_view path);
-/// True while the path, under which the file was opened, names that file and nobody has written to it.
-bool isUnchanged(const MappedFile& file, std::string_view path);
 /// FileFailure when a part of the file, which was opened under this path, could not be read, or when it is another one
 /// now: what was read may be of both.
 void needWhole(const MappedFile& file, std::string_view path);

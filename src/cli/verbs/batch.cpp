@@ -85,8 +85,8 @@ std::string asTable(const std::vector<BatchItem>& items, const BatchTotal& total
     for (const auto& [count, word] :
          {std::pair{total.failed, " failed"}, {total.stopped, " stopped"}, {left, " not reached"}})
         if (count != 0) verdict += ", " + std::to_string(count) + word;
-    table.add({"Total of " + counted(static_cast<std::int64_t>(items.size() + left), "file"),
-               std::to_string(total.channels), std::to_string(total.samples), formatMask(total.seconds, 3), verdict});
+    table.add({"Total of " + counted(items.size() + left, "file"), std::to_string(total.channels),
+               std::to_string(total.samples), formatMask(total.seconds, 3), verdict});
     return table.text("");
 }
 

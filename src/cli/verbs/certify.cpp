@@ -91,9 +91,9 @@ ExitCode performCertify(Console& console, const CertifyChoices& choices) {
     const std::size_t passed = printer.count(Verdict::Passed), failed = printer.count(Verdict::Failed);
     const std::size_t unfinished = printer.count(Verdict::CheckIncomplete);
     if (files > 1)
-        console.user().note(counted(static_cast<std::int64_t>(passed + failed + unfinished), "file") + ": " +
-                            std::to_string(passed) + " passed, " + std::to_string(failed) + " failed, " +
-                            std::to_string(unfinished) + " not checked to the end");
+        console.user().note(counted(passed + failed + unfinished, "file") + ": " + std::to_string(passed) +
+                            " passed, " + std::to_string(failed) + " failed, " + std::to_string(unfinished) +
+                            " not checked to the end");
     return failed + unfinished == 0 ? ExitCode::Done : ExitCode::Negative;
 }
 

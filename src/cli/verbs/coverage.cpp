@@ -80,8 +80,7 @@ ExitCode performCoverage(Console& console, const CoverageChoices& choices) {
     else if (choices.picture.output.empty())
         console.print(asText(report));
     else
-        console.user().note(choices.picture.output + ": " +
-                            counted(static_cast<std::int64_t>(report.coverage.boxes.size()), "file"));
+        console.user().note(choices.picture.output + ": " + counted(report.coverage.boxes.size(), "file"));
     return code;
 }
 

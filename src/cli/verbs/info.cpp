@@ -103,8 +103,7 @@ std::string factsAsText(const FileFacts& facts) {
                       headerText(facts.header.step()));
     add("Data", plainNumber(slot.firstDepth) + " to " + plainNumber(slot.lastDepth) + unit +
                     (facts.spacing.step > 0 ? " by " + stripZeros(formatMask(facts.spacing.step, 9)) : "") + " in " +
-                    counted(static_cast<std::int64_t>(facts.records), "record") + ", from byte " +
-                    std::to_string(slot.dataStart) + " on");
+                    counted(facts.records, "record") + ", from byte " + std::to_string(slot.dataStart) + " on");
     std::string perStep = std::to_string(slot.wordsPerStep) + " numbers";
     if (slot.linesPerStep > 0)
         perStep += " on " + counted(slot.linesPerStep, "line") + ", " + std::to_string(slot.bytesPerStep) + " bytes";

@@ -49,8 +49,8 @@ ExitCode performPlot(Console& console, const PlotChoices& choices) {
         return ExitCode::Done;
     }
     const std::string unit = report.indexUnit.empty() ? "" : " " + report.indexUnit;
-    console.user().note(request.picture.output + ": " + counted(static_cast<std::int64_t>(report.curves), "curve") +
-                        ", " + shortNumber(report.top) + " to " + shortNumber(report.bottom) + unit);
+    console.user().note(request.picture.output + ": " + counted(report.curves, "curve") + ", " +
+                        shortNumber(report.top) + " to " + shortNumber(report.bottom) + unit);
     return ExitCode::Done;
 }
 

@@ -61,8 +61,7 @@ ExitCode performTvd(Console& console, const TvdChoices& choices) {
     const SurveyTable table = computeSurvey(console.bench(), request);
     const std::string_view unit = table.unit == SurveyUnit::Metres ? "M" : "F";
     const std::size_t columns = table.mapped ? 2 : 4;
-    if (!request.output.empty())
-        console.user().note(request.output + ": " + counted(static_cast<std::int64_t>(table.stations), "station"));
+    if (!request.output.empty()) console.user().note(request.output + ": " + counted(table.stations, "station"));
     if (console.options().json)
         console.print(asJson(table.rows, unit, columns).dump(2) + "\n");
     else if (table.mapped || request.output.empty())

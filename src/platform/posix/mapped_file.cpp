@@ -186,10 +186,6 @@ void needWhole(const MappedFile& file, std::string_view path) {
     if (*now != file.identity()) throw FileFailure(std::string(path), "the file was changed while it was read");
 }
 
-bool isUnchanged(const MappedFile& file, std::string_view path) {
-    return identifyFile(path) == file.identity();
-}
-
 std::string_view MappedFile::bytes() const {
     if (mapping_ == nullptr || mapping_->size == 0) return "";
     return {static_cast<const char*>(mapping_->address), mapping_->size};
