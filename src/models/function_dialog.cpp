@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "functions/crnphi.h"
+#include "las/statistics.h"
+#include "shared/failure.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
 
@@ -145,6 +147,35 @@ void setTags(FunctionDialog& dialog, const CountryUnits& units) {
 }
 
 }  // namespace
+
+std::optional<FunctionPage> pageOf(FunctionCode code) {
+    using enum FunctionPage;
+    // By code: what each function takes.
+    static constexpr std::array<std::optional<FunctionPage>, functionCount> pages = {
+        std::nullopt,    std::nullopt, PorosityDensity, PorosityDensity, Matrix,  PorosityDensity,
+        PorosityDensity, Matrix,       Matrix,          Neutron,         General, General,
+        General,         General,      Average,         LinLog};
+    return pages[static_cast<std::size_t>(code)];
+}
+
+CountRateStatistics countRateStatistics(App& app, const Session& session) {
+    return [&app, &session](std::string_view channel) -> std::optional<CountRateEnds> {
+        if (!session.loaded(0) || !session.slots[0].file) return std::nullopt;
+        LasStatistics found;
+        try {
+            if (readLasStatistics(*session.slots[0].file, "", found, app.run, app.user) != StepResult::Done)
+                return std::nullopt;
+        } catch (const RunTimeFailure&) {
+            return std::nullopt;
+        }
+        for (std::size_t place = 1; place < found.channels.size(); ++place) {
+            const ChannelStatistics& one = found.channels[place];
+            if (sameText(trim(one.field.mnem), trim(channel)) && one.count > 0)
+                return CountRateEnds{one.maximum, one.minimum};
+        }
+        return std::nullopt;
+    };
+}
 
 void fillFunStuff(FunctionDialog& dialog, FunctionDialogContext& context) {
     fillMatrixRows(dialog, context.settings.matrix);

@@ -9,6 +9,7 @@
 
 #include "functions/functions.h"
 #include "platform/platform.h"
+#include "session/session.h"
 #include "shared/prompts.h"
 
 /// Choosing a function for a channel: the values of the dialog's fields and the operations on them. No window is
@@ -56,6 +57,16 @@ struct FunctionDialog {
     std::array<std::vector<std::string>, 2> ttLst;  ///< tools; diameters with their heading
     bool toolListsVisible = false;
 };
+
+/// The pages of the dialog, in the order of their tabs.
+enum class FunctionPage { Matrix, PorosityDensity, General, Neutron, Average, LinLog };
+inline constexpr std::array<std::string_view, 6> functionPageNames = {"Matrix",  "P/d",     "General",
+                                                                      "Neutron", "Average", "Lin/Log"};
+/// The page that holds what a function takes; nothing for one that takes only its source.
+std::optional<FunctionPage> pageOf(FunctionCode code);
+
+/// Statistics of the channels of the file in the first slot, for filling count rates from the log.
+CountRateStatistics countRateStatistics(App& app, const Session& session);
 
 /// A dialog with its lists filled, opened at the old descriptor, or without one at the function chosen last.
 FunctionDialog openFunctionDialog(FunctionDialogContext& context, std::vector<std::string> sources, int source,

@@ -146,19 +146,27 @@ void fillEmptyFromLibrary(const App& app, Session& session, SrdRow row) {
 }
 
 std::vector<MenuEntry> channelMenu(const Session& session, TableIndex row, TableIndex column) {
-    if (row == SrdRow::Use) return {{"&All", true}, {"&None", true}};
+    using enum ChannelCommand;
+    if (row == SrdRow::Use) return {{UseAll, "&All"}, {UseNone, "&None"}};
     if (row == SrdRow::Value || row == SrdRow::Description)
-        return {{"Fill Empty VALUE", row == SrdRow::Value}, {"Fill Empty DESC", row == SrdRow::Description}};
+        return {{FillValue, "Fill Empty VALUE", row == SrdRow::Value},
+                {FillDescription, "Fill Empty DESC", row == SrdRow::Description}};
     bool anyLoaded = false;
     for (int slot = 0; slot < slotCount; ++slot) anyLoaded = anyLoaded || session.loaded(slot);
-    const bool inFileRows = row >= at(SrdRow::FirstLink);
-    const bool fileLoaded = inFileRows && session.loaded(slotOfRow(row));
     const Table& table = session.tables.outputs();
-    const bool added = column > 0 && column < table.columns() && sameText(table.text(SrdRow::Mnem, column), "Added");
-    return {{"&Add Channel", column > 0 && anyLoaded},
-            {"&Delete Channel", added},
-            {"Delete &File", fileLoaded},
-            {"View As Log (Tracewick)", fileLoaded}};
+    const bool inTable = column > 0 && column < table.columns();
+    const int slot = slotOfChannelRow(row);
+    const bool fileLoaded = slot >= 0 && session.loaded(slot);
+    const bool linked = fileLoaded && inTable && !table.text(linkRow(slot, Link::Curve), column).empty();
+    return {{Add, "&Add Channel", column > 0 && anyLoaded},
+            {Delete, "&Delete Channel", inTable && sameText(table.text(SrdRow::Mnem, column), "Added")},
+            {DeleteFile, "Delete &File", fileLoaded},
+            {ViewLog, "View As Log (Tracewick)", fileLoaded},
+            {Adjust, "&Shift and Clip", linked}};
+}
+
+int slotOfChannelRow(TableIndex row) {
+    return row >= at(SrdRow::FirstLink) && row < srdRowCount ? slotOfRow(row) : -1;
 }
 
 }  // namespace welvane

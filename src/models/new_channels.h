@@ -23,6 +23,8 @@ std::string newChannelList(const App& app, const Session& session, TableIndex ro
 using FunctionChooser =
     std::function<std::optional<FunctionDescriptor>(std::string_view oldDescriptor, std::string_view chosen)>;
 
+/// The slot whose file stands in this row of srd(4), or feeds channels by it; -1 for the rows above.
+int slotOfChannelRow(TableIndex row);
 /// True for the cells of srd(4) that take an edit.
 bool canEditNewChannel(const Session& session, TableIndex row, TableIndex column);
 /// An edit of srd(4) with all that follows: the data cells that keep the first value, the function dialog, links,
@@ -36,7 +38,10 @@ void useAllChannels(Session& session, bool use);
 /// Menu of rows 4 and 5: every empty cell of the row takes the library's text for its mnemonic, else the text from the
 /// file.
 void fillEmptyFromLibrary(const App& app, Session& session, SrdRow row);
+/// What an entry of the menu does; models/channels_tab.h carries it out.
+enum class ChannelCommand { UseAll, UseNone, FillValue, FillDescription, Add, Delete, DeleteFile, ViewLog, Adjust };
 struct MenuEntry {
+    ChannelCommand command;
     std::string text;
     bool enabled = true;
 };

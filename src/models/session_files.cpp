@@ -25,13 +25,18 @@ bool browseSlotFile(App& app, Session& session, int slot) {
     return Open4Files(app, session, slot).done();
 }
 
+void takeFilterFile(App& app, Session& session, const std::string& path) {
+    session.filterFile = path;
+    session.tables.frd.text(1, FrdColumn::Path) = path;
+    if (path.empty()) session.tables.frd.setCheck(1, FrdColumn::Apply, Check::Unchecked);
+    app.platform.settings().put("filFile", path);
+}
+
 bool doOpenFilter(App& app, Session& session, const std::string& title) {
     const FilePrompt prompt{title, "las Files (*.las;*.fil)|*.las;*.fil", dirOf(session.filterFile), "", false};
     const std::string chosen = app.user.askFile(prompt);
     if (chosen.empty()) return false;
-    session.filterFile = chosen;
-    session.tables.frd.text(1, FrdColumn::Path) = chosen;
-    app.platform.settings().put("filFile", chosen);
+    takeFilterFile(app, session, chosen);
     return true;
 }
 

@@ -11,6 +11,8 @@ namespace welvane {
 
 /// The browse button of a file row: asks for a file and opens it in the slot. False when cancelled or not loaded.
 bool browseSlotFile(App& app, Session& session, int slot);
+/// Names the filter of frd, in the session and in the settings; "" takes it away.
+void takeFilterFile(App& app, Session& session, const std::string& path);
 /// Asks for a filter file and stores the choice; false when cancelled.
 bool doOpenFilter(App& app, Session& session, const std::string& title = "Open Filter File");
 /// The button that turns the filter of frd on or off for the loaded files, after a question. Returns the state that

@@ -7,10 +7,12 @@
 #include "models/listing_window.h"
 #include "models/property_rules.h"
 #include "models/section_rules.h"
+#include "models/session_files.h"
 #include "session/properties.h"
 #include "session/property_edits.h"
 #include "session/tvd.h"
 #include "shared/failure.h"
+#include "shared/files.h"
 #include "shared/text.h"
 
 namespace welvane {
@@ -76,6 +78,27 @@ CellTableModel sectionsModel(App& app, Session& session) {
     };
     rules.check = [&](TableIndex row, TableIndex column, bool on) { checkSection(app, session, row, column, on); };
     return {session.tables.ord, std::move(rules)};
+}
+
+CellTableModel filterModel(App& app, Session& session) {
+    TableRules rules;
+    rules.headColumns = 0;
+    rules.mayEdit = [](TableIndex row, TableIndex) { return row == 1; };
+    rules.pickList = [](TableIndex row, TableIndex column) {
+        return std::string(row == 1 && column == FrdColumn::Path ? browseList : std::string_view());
+    };
+    rules.edit = [&](const CellEdit& edit) {
+        const std::string path(trim(edit.text));
+        if (edit.column != FrdColumn::Path) return;
+        if (!path.empty() && !fileExists(path)) throw RunTimeFailure(path + ": no such file");
+        takeFilterFile(app, session, path);
+    };
+    rules.check = [&](TableIndex row, TableIndex column, bool on) {
+        if (on && column == FrdColumn::Apply && session.tables.frd.text(row, FrdColumn::Path).empty())
+            throw RunTimeFailure("no filter is named");
+        session.tables.frd.setCheck(row, column, on ? Check::Checked : Check::Unchecked);
+    };
+    return {session.tables.frd, std::move(rules)};
 }
 
 CellTableModel fieldsModel(Table& table) {

@@ -21,6 +21,8 @@ CellTableModel newChannelsModel(App& app, Session& session, FunctionChooser choo
 CellTableModel propertiesModel(App& app, Session& session);
 /// ord: the names by their lists, the checks after a question where they matter.
 CellTableModel sectionsModel(App& app, Session& session);
+/// frd: the filter's path and what of it is taken; filBut is the button that applies it.
+CellTableModel filterModel(App& app, Session& session);
 /// wrd and parg: all fields of a line but its dot and its colon.
 CellTableModel fieldsModel(Table& table);
 /// trd: every cell from the tie point on; an edit marks the table as changed.

@@ -122,6 +122,8 @@ struct SessionTables {
         prd.setCheck(row, PrdColumn::Setting, on ? Check::Checked : Check::Unchecked);
     }
 
+    bool operator==(const SessionTables&) const = default;
+
     Table& outputs() { return srd[newChannels]; }
     const Table& outputs() const { return srd[newChannels]; }
     /// Text of an output channel's cell; columns from 1.

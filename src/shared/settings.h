@@ -19,6 +19,7 @@ struct FormatDefaults {
     std::int16_t wellExtraColon = 50;
     std::int16_t dataWidth = 13;
     std::int16_t dataDecimals = 5;
+    bool operator==(const FormatDefaults&) const = default;
 };
 
 /// Densities in G/C3 and slownesses in us/f. Index 0 fluid density; 1, 2, 3 sand, lime, dolomite density; 4 to 6 and 7

@@ -46,6 +46,7 @@ struct SessionCell {
     std::string data;  ///< invisible; keeps a value that edits must not lose
     Check check = Check::None;
     std::uint32_t backColour = 0;  ///< a marking only; 0 is the table's normal colour
+    bool operator==(const SessionCell&) const = default;
 };
 
 /// Rows and columns count from 0. Reading or writing outside raises RunTimeFailure("subscript out of range").
@@ -87,6 +88,7 @@ class Table {
     void setVisible(bool visible) { visible_ = visible; }
     const std::string& caption() const { return caption_; }
     void setCaption(std::string caption) { caption_ = std::move(caption); }
+    bool operator==(const Table&) const = default;
 
   private:
     std::vector<std::vector<SessionCell>> columns_;

@@ -7,6 +7,7 @@
 #include "functions/crnphi.h"
 #include "platform/memory_settings.h"
 #include "support/scripted_interface.h"
+#include "support/session_fixture.h"
 #include "support/temp_folder.h"
 
 namespace welvane {
@@ -219,6 +220,36 @@ TEST_F(FunctionDialogTest, CountRateTables) {
     EXPECT_EQ(dialog.ncr, (std::array<std::string, 4>{"800", "80", "0.4", "0.01"}));
     ASSERT_TRUE(readCrnphi(list, CrnphiMode::Tools, "", std::string(WELVANE_SOURCE_DIR) + "/data/"));
     EXPECT_GE(list.size(), 1U);
+}
+
+TEST_F(FunctionDialogTest, eachFunctionShowsThePageOfWhatItTakes) {
+    Texts shown;
+    for (const FunctionEntry& entry : functionCatalogue()) {
+        const auto page = pageOf(entry.code);
+        shown.emplace_back(page ? functionPageNames[static_cast<std::size_t>(*page)] : "");
+    }
+    EXPECT_EQ(shown, (Texts{"", "", "P/d", "P/d", "Matrix", "P/d", "P/d", "Matrix", "Matrix", "Neutron", "General",
+                            "General", "General", "General", "Average", "Lin/Log"}));
+}
+
+using CountRatesOfALog = test::SessionTest;
+
+TEST_F(CountRatesOfALog, AreTheEndsOfTheSourceInTheFirstFile) {
+    MemorySettings store;
+    const CountRateStatistics statistics = countRateStatistics(app, session);
+    FunctionDialogContext context{app.reference, app.settings, store, user, "", statistics};
+    FunctionDialog dialog = openFunctionDialog(context, {"SP", "GR", "gone"}, 1, "");
+    user.willAnswer(Answer::Ok);
+    fillCountRatesFromLog(dialog, context);
+    EXPECT_EQ(box(), "Error: Error doing Statistics listing") << "no file";
+    load(0, {"SP", "GR"});
+    fillCountRatesFromLog(dialog, context);
+    EXPECT_EQ(dialog.ncr[0], "12.5000");
+    EXPECT_EQ(dialog.ncr[1], "10.5000");
+    dialog.source = 2;
+    user.willAnswer(Answer::Ok);
+    fillCountRatesFromLog(dialog, context);
+    EXPECT_EQ(dialog.ncr[0], "12.5000") << "kept";
 }
 
 }  // namespace

@@ -1,0 +1,232 @@
+#include "models/undo.h"
+
+#include <new>
+#include <set>
+#include <utility>
+
+#include "las/input_data.h"
+#include "session/tvd.h"
+#include "shared/failure.h"
+#include "shared/text.h"
+
+namespace welvane {
+
+namespace {
+
+/// What a text takes beside the object itself.
+std::size_t extraBytes(const std::string& text) {
+    static const std::size_t inside = std::string().capacity();
+    return text.capacity() > inside ? text.capacity() + 1 : 0;
+}
+
+std::size_t bytesOf(const Table& table) {
+    std::size_t bytes = 0;
+    for (int column = 0; column < table.columns(); ++column)
+        for (int row = 0; row < table.rows(); ++row) {
+            const SessionCell& cell = table.cell(row, column);
+            bytes += sizeof(SessionCell) + extraBytes(cell.text) + extraBytes(cell.data);
+        }
+    return bytes;
+}
+
+std::size_t bytesOf(const SlotChannels& channels) {
+    std::size_t bytes = 0;
+    for (const SlotChannel& channel : channels)
+        bytes += sizeof(SlotChannel) + extraBytes(channel.field.mnem) + extraBytes(channel.field.unit) +
+                 extraBytes(channel.field.value) + extraBytes(channel.field.desc);
+    return bytes;
+}
+
+std::size_t bytesOf(const SessionTables& tables) {
+    std::size_t bytes = extraBytes(tables.otherText);
+    for (const Table& table : tables.srd) bytes += bytesOf(table);
+    for (const Table& table : tables.parg) bytes += bytesOf(table);
+    for (const Table* table : {&tables.prd, &tables.frd, &tables.ord, &tables.wrd, &tables.trd})
+        bytes += bytesOf(*table);
+    for (const std::vector<std::string>& list : tables.parLst)
+        for (const std::string& item : list) bytes += sizeof(std::string) + extraBytes(item);
+    return bytes;
+}
+
+std::size_t bytesOf(const InputData& data) {
+    std::size_t bytes = 0;
+    for (const std::vector<double>& column : data.channels.columns) bytes += column.size() * sizeof(double);
+    return bytes;
+}
+
+/// Samples of inputs that a state keeps in memory and that are not among `known`, which then holds them too.
+std::size_t newSamples(const Session& session, std::set<const InputData*>& known) {
+    std::size_t bytes = 0;
+    for (const InputSlot& slot : session.slots)
+        if (slot.data && known.insert(slot.data.get()).second) bytes += bytesOf(*slot.data);
+    return bytes;
+}
+
+bool sameChannel(const SlotChannel& one, const SlotChannel& other) {
+    return one.channelOffset == other.channelOffset && one.channelTop == other.channelTop &&
+           one.channelBottom == other.channelBottom && one.spliced == other.spliced;
+}
+
+bool sameInputs(const Session& one, const Session& other) {
+    for (int slot = 0; slot < slotCount; ++slot) {
+        if (one.slots[slot].path != other.slots[slot].path || one.slots[slot].file != other.slots[slot].file ||
+            one.opened[slot] != other.opened[slot] || one.channels[slot].size() != other.channels[slot].size())
+            return false;
+        for (std::size_t channel = 0; channel < one.channels[slot].size(); ++channel)
+            if (!sameChannel(one.channels[slot][channel], other.channels[slot][channel])) return false;
+    }
+    return true;
+}
+
+/// Whether a person would see no difference.
+bool nothingChanged(const SessionState& before, const App& app, const Session& session) {
+    return before.format == app.settings.format && before.fillCurveValue == app.settings.fillCurveValue &&
+           before.fillCurveDescription == app.settings.fillCurveDescription &&
+           before.session.multipleConnections == session.multipleConnections &&
+           before.session.filterFile == session.filterFile && sameInputs(before.session, session) &&
+           before.session.tables == session.tables;
+}
+
+std::string rowName(const Table& table, TableIndex row) {
+    return std::string(trim(table.text(row, 0)));
+}
+
+std::string channelEdit(const Table& table, TableIndex row, TableIndex column) {
+    const bool isLink = row >= at(SrdRow::FirstLink);
+    const int slot = (row - at(SrdRow::FirstLink)) / 4;
+    std::string what = rowName(table, row);
+    if (isLink && row == linkRow(slot, Link::Mnem)) what = "link";
+    if (isLink) what += " of File " + std::to_string(slot + 1);
+    return "Edit " + what + (isLink ? " in channel " : " of channel ") + std::to_string(static_cast<int>(column));
+}
+
+std::string lineEdit(const Table& table, TableIndex row, std::string_view section) {
+    const std::string mnem(trim(table.text(row, FieldColumn::Mnem)));
+    return "Edit line " + (mnem.empty() ? std::to_string(static_cast<int>(row)) : mnem) + " of " + std::string(section);
+}
+
+}  // namespace
+
+SessionState SessionState::of(const App& app, const Session& session) {
+    return {session, app.settings.format, app.settings.fillCurveValue, app.settings.fillCurveDescription,
+            app.run.lasFile};
+}
+
+void SessionState::putBack(App& app, Session& into) const {
+    into = session;
+    app.settings.format = format;
+    app.settings.fillCurveValue = fillCurveValue;
+    app.settings.fillCurveDescription = fillCurveDescription;
+    app.run.lasFile = lasFile;
+}
+
+std::size_t SessionState::bytes() const {
+    std::size_t bytes =
+        sizeof(SessionState) + bytesOf(session.tables) + session.inclinometry.rows.size() * sizeof(SurveyRow);
+    for (const SlotChannels& channels : session.channels) bytes += bytesOf(channels);
+    return bytes;
+}
+
+UndoHistory::Kept UndoHistory::keep(SessionState state, std::string text) {
+    const std::size_t bytes = state.bytes();
+    return {std::move(state), std::move(text), bytes};
+}
+
+bool UndoHistory::swap(std::deque<Kept>& from, std::deque<Kept>& to, App& app, Session& session) {
+    if (from.empty()) return false;
+    Kept step = std::move(from.back());
+    from.pop_back();
+    to.push_back(keep(SessionState::of(app, session), step.text));
+    step.state.putBack(app, session);
+    return true;
+}
+
+bool UndoHistory::undo(App& app, Session& session) {
+    return swap(undo_, redo_, app, session);
+}
+
+bool UndoHistory::redo(App& app, Session& session) {
+    return swap(redo_, undo_, app, session);
+}
+
+void UndoHistory::cannotUndo(std::string what) {
+    clear();
+    barrier_ = std::move(what);
+}
+
+void UndoHistory::clear() {
+    undo_.clear();
+    redo_.clear();
+    barrier_.clear();
+}
+
+void UndoHistory::makeRoom(const Session& session) {
+    std::set<const InputData*> known;
+    newSamples(session, known);
+    std::size_t bytes = 0;
+    std::size_t kept = 0;
+    for (auto step = undo_.rbegin(); step != undo_.rend(); ++step, ++kept) {
+        bytes += step->bytes + newSamples(step->state.session, known);
+        if (bytes > room_ && kept > 0) break;
+    }
+    while (undo_.size() > kept) undo_.pop_front();
+}
+
+UndoHistory::Step::Step(UndoHistory& history, App& app, Session& session, std::string text)
+    : history_(history), app_(app), session_(session), text_(std::move(text)) {
+    if (history_.depth_++ == 0) before_ = std::make_unique<SessionState>(SessionState::of(app_, session_));
+}
+
+UndoHistory::Step::~Step() {
+    --history_.depth_;
+    if (!before_ || nothingChanged(*before_, app_, session_)) return;
+    try {
+        history_.undo_.push_back(keep(std::move(*before_), std::move(text_)));
+        history_.redo_.clear();
+        history_.makeRoom(session_);
+    } catch (const std::bad_alloc&) {
+        history_.clear();
+    }
+}
+
+std::string editText(const Session& session, SessionGrid grid, TableIndex row, TableIndex column) {
+    const SessionTables& tables = session.tables;
+    switch (grid) {
+        case SessionGrid::NewChannels:
+            return channelEdit(tables.outputs(), row, column);
+        case SessionGrid::Properties:
+            return "Edit " + rowName(tables.prd, row);
+        case SessionGrid::Sections:
+            return "Edit section " + tables.ord.text(OrdRow::Name, column);
+        case SessionGrid::Well:
+            return lineEdit(tables.wrd, row, "~Well");
+        case SessionGrid::Parameters:
+            return lineEdit(tables.parg[0], row, "~Parameter");
+        case SessionGrid::Filter:
+            return "Edit filter";
+        case SessionGrid::Survey:
+            return "Edit " + std::string(trim(tables.trd.text(TrdRow::Name, column))) + " of survey row " +
+                   std::to_string(static_cast<int>(row));
+    }
+    return "Edit";
+}
+
+UndoableModel::UndoableModel(std::unique_ptr<TableModel> table, SessionGrid grid, UndoHistory& history, App& app,
+                             Session& session)
+    : table_(std::move(table)), grid_(grid), history_(history), app_(app), session_(session) {}
+
+void UndoableModel::asStep(std::int64_t row, int column, const std::function<EditOutcome()>& edit) {
+    const UndoHistory::Step step(history_, app_, session_, editText(session_, grid_, row, column));
+    const EditOutcome outcome = edit();
+    if (!outcome.done) throw RunTimeFailure(outcome.why);
+}
+
+void UndoableModel::applyEdit(std::int64_t row, int column, const std::string& text, int item) {
+    asStep(row, column, [&] { return table_->edit(row, column, text, item); });
+}
+
+void UndoableModel::applyCheck(std::int64_t row, int column, bool on) {
+    asStep(row, column, [&] { return table_->setCheck(row, column, on); });
+}
+
+}  // namespace welvane

@@ -1,0 +1,145 @@
+#include "models/channels_tab.h"
+
+#include "models/table_models.h"
+#include "shared/files.h"
+#include "shared/text.h"
+#include "support/session_fixture.h"
+
+namespace welvane::test {
+
+class ChannelsTab : public AppTest {
+  protected:
+    ChannelsTab() : frame(app) { openArea(frame, WorkArea::Session); }
+    std::string well(const std::string& name, const std::string& curves = "GR. : \nRHOB. : \n") {
+        LasText las;
+        las.curves = curves;
+        las.channels = 2;
+        return folder.writeLines(name, las.text());
+    }
+    const std::string& cell(TableIndex row, TableIndex column) {
+        return frame.session.tables.outputs().text(row, column);
+    }
+    /// The menu of a cell as a person sees it: entries that cannot be chosen in brackets.
+    Texts menu(TableIndex row, TableIndex column) {
+        Texts texts;
+        for (const MenuEntry& entry : openChannelMenu(frame, row, column))
+            texts.push_back(entry.enabled ? entry.text : "(" + entry.text + ")");
+        return texts;
+    }
+
+    Frame frame;
+};
+
+TEST_F(ChannelsTab, EachCellHasItsMenu) {
+    const Texts nothingLoaded = {"(&Add Channel)", "(&Delete Channel)", "(Delete &File)", "(View As Log (Tracewick))",
+                                 "(&Shift and Clip)"};
+    EXPECT_EQ(menu(SrdRow::Mnem, 1), nothingLoaded);
+    ASSERT_EQ(dropFiles(frame, {well("a.las")}, linkRow(1, Link::Mnem)), 1U) << "the row's slot takes the file";
+    struct Case {
+        TableIndex row, column;
+        Texts texts;
+    };
+    for (const Case& one :
+         {Case{SrdRow::Use, 1, {"&All", "&None"}}, Case{SrdRow::Value, 1, {"Fill Empty VALUE", "(Fill Empty DESC)"}},
+          Case{SrdRow::Description, 0, {"(Fill Empty VALUE)", "Fill Empty DESC"}}, Case{SrdRow::Mnem, 0, nothingLoaded},
+          Case{linkRow(0, Link::Mnem), 0, nothingLoaded},
+          Case{linkRow(1, Link::From),
+               2,
+               {"&Add Channel", "(&Delete Channel)", "Delete &File", "View As Log (Tracewick)", "&Shift and Clip"}},
+          Case{linkRow(1, Link::Mnem),
+               0,
+               {"(&Add Channel)", "(&Delete Channel)", "Delete &File", "View As Log (Tracewick)",
+                "(&Shift and Clip)"}}}) {
+        EXPECT_EQ(menu(one.row, one.column), one.texts) << one.row << "," << one.column;
+        EXPECT_EQ(frame.currentChannel, one.column);
+    }
+    EXPECT_EQ(frame.currentSlot, 1);
+}
+
+TEST_F(ChannelsTab, TheMenuActsOnTheCurrentCell) {
+    dropFiles(frame, {well("b.las"), well("a.las", "GR. : \nNPHI. : \n")}, -1);
+    const auto choose = [&](TableIndex row, TableIndex column, ChannelCommand command) {
+        openChannelMenu(frame, row, column);
+        runChannelCommand(frame, command);
+    };
+    const auto bands = channelBands(frame.session);
+    EXPECT_EQ(bands[0].label, "File 1 :" + fileNameOf(bands[0].path));
+    EXPECT_TRUE(endsWith(bands[0].path, "a.las")) << "several files come by their names";
+    EXPECT_TRUE(bands[1].visible && !bands[2].visible);
+    EXPECT_EQ(bands[1].firstColumn, 3);
+    choose(SrdRow::Use, 1, ChannelCommand::UseNone);
+    EXPECT_EQ(frame.session.tables.outputs().check(SrdRow::Use, 3), Check::Unchecked);
+    choose(SrdRow::Mnem, 1, ChannelCommand::Add);
+    EXPECT_EQ(frame.currentChannel, 2);
+    EXPECT_EQ(cell(SrdRow::Mnem, 2), "Added");
+    EXPECT_EQ(menu(SrdRow::Mnem, 2)[1], "&Delete Channel");
+    runChannelCommand(frame, ChannelCommand::Delete);
+    EXPECT_EQ(cell(SrdRow::Mnem, 2), "NPHI");
+    choose(linkRow(0, Link::Mnem), 4, ChannelCommand::DeleteFile);
+    EXPECT_FALSE(frame.session.loaded(0));
+    EXPECT_EQ(frame.session.tables.outputs().columns(), 3);
+    EXPECT_EQ(frame.currentChannel, 2);
+    choose(linkRow(3, Link::Mnem), 1, ChannelCommand::DeleteFile);
+    EXPECT_TRUE(frame.session.loaded(1)) << "the row of a free slot takes nothing away";
+}
+
+TEST_F(ChannelsTab, MoreFilesThanThereIsRoomForAreNotOpenedByHalf) {
+    dropFiles(frame, {well("a.las")}, -1);
+    user.willAnswer(Answer::Ok);
+    EXPECT_EQ(dropFiles(frame, {well("1.las"), well("2.las"), well("3.las"), well("4.las")}, -1), 0U);
+    EXPECT_EQ(box(), "Too Many Files: 4 files were dropped, and there is room for 3. None was opened.");
+    EXPECT_FALSE(frame.session.loaded(1));
+    user.willAnswer(Answer::Ok);
+    EXPECT_EQ(dropFiles(frame, {folder.path("gone.las"), well("2.las")}, 0), 1U) << "one that is gone keeps none back";
+    EXPECT_EQ(box(), "File Not Loaded: " + folder.path("gone.las") + ": no such file");
+}
+
+TEST_F(ChannelsTab, AMovedChannelStaysWhatFunctionsRead) {
+    dropFiles(frame, {well("a.las", "A. : \nB. : \n")}, -1);
+    Table& outputs = frame.session.tables.outputs();
+    outputs.data(SrdRow::Function, 1) = "10|1|0|0|1|2|A|was :B";
+    EXPECT_FALSE(moveNewChannel(frame.session, 0, 1) || moveNewChannel(frame.session, 1, 3) ||
+                 moveNewChannel(frame.session, 1, 1));
+    EXPECT_TRUE(moveNewChannel(frame.session, 2, 1));
+    EXPECT_EQ(cell(SrdRow::Mnem, 1), "B");
+    EXPECT_EQ(outputs.data(SrdRow::Function, 2), "10|1|0|0|1|1|A|was :B");
+}
+
+TEST_F(ChannelsTab, AnInputChannelIsMovedAndCut) {
+    dropFiles(frame, {well("a.las")}, -1);
+    Session& session = frame.session;
+    const int row = linkRow(0, Link::Mnem);
+    EXPECT_EQ(channelAdjustment(session, row, 2)->channel, "RHOB");
+    EXPECT_EQ(channelAdjustment(session, row, 2)->top, std::nullopt);
+    EXPECT_FALSE(channelAdjustment(session, SrdRow::Mnem, 2) || channelAdjustment(session, row, 3) ||
+                 channelAdjustment(session, linkRow(1, Link::Mnem), 2));
+    EXPECT_TRUE(adjustChannel(session, row, 2, "-0.5", "1000.25", "").done);
+    struct Case {
+        const char *shift, *top, *bottom, *why;
+    };
+    for (const Case& one : {Case{"x", "", "", "\"x\" is not a number"}, Case{"1e39", "", "", "overflow"},
+                            Case{"0", "1001", "1000", "the top, 1001, is not above the bottom, 1000"}}) {
+        EXPECT_EQ(adjustChannel(session, row, 2, one.shift, one.top, one.bottom).why, one.why);
+        EXPECT_EQ(channelAdjustment(session, row, 2)->shift, -0.5) << "nothing changed";
+    }
+    EXPECT_EQ(channelAdjustment(session, row, 2)->top, 1000.25);
+    EXPECT_EQ(adjustChannel(session, row, 9, "1", "", "").why, "no channel is linked here");
+}
+
+TEST_F(ChannelsTab, TheFilterIsNamedInItsGrid) {
+    CellTableModel model = filterModel(app, frame.session);
+    EXPECT_EQ(model.setCheck(1, at(FrdColumn::Apply), true).why, "no filter is named");
+    EXPECT_EQ(model.edit(1, at(FrdColumn::Path), folder.path("gone.fil")).why,
+              folder.path("gone.fil") + ": no such file");
+    const std::string path = folder.writeLines("f.fil", "~C\nGR. : | GR\n");
+    EXPECT_EQ(model.pickList(1, at(FrdColumn::Path)), "...");
+    EXPECT_TRUE(model.edit(1, at(FrdColumn::Path), path).done);
+    EXPECT_EQ(platform.settings().get("filFile", ""), path);
+    EXPECT_TRUE(model.setCheck(1, at(FrdColumn::Apply), true).done);
+    EXPECT_TRUE(frame.session.tables.filterInUse());
+    EXPECT_TRUE(model.edit(1, at(FrdColumn::Path), "").done);
+    EXPECT_EQ(model.check(1, at(FrdColumn::Apply)), Check::Unchecked);
+    EXPECT_FALSE(model.edit(0, at(FrdColumn::Path), path).done);
+}
+
+}  // namespace welvane::test
