@@ -62,7 +62,7 @@ std::string takeField(std::string_view text, std::size_t& place) {
         }
     }
     const std::size_t end = std::min(text.find_first_of(fieldEnds, place), text.size());
-    const std::string field(text.substr(place, end - place));
+    std::string field(text.substr(place, end - place));
     place = end;
     return field;
 }

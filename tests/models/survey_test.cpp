@@ -35,7 +35,9 @@ TEST_F(Survey, ClearingAsksAndSparesTheHeads) {
     EXPECT_FALSE(trdChanged(trd));
     user.willAnswer(Answer::Yes);
     clearTrdSelection(trd, 0, 0, 999, 9, user);
-    EXPECT_EQ(user.asked().back().text, "Are you sure you want to clear the selected area of the grid?");
+    EXPECT_EQ(box(), "Please Confirm!: Are you sure you want to clear the selected area of the grid?");
+    EXPECT_EQ(user.asked().back().buttons, Buttons::YesNo);
+    EXPECT_EQ(user.asked().back().safe(), Answer::No);
     EXPECT_EQ(trd.text(0, 1), "MD");
     for (const int row : {2, 3})
         for (int column = 1; column <= 4; ++column) EXPECT_EQ(trd.text(row, column), "");
