@@ -124,7 +124,7 @@ class RecordPrinter {
         length_ = depthWidth_;
         for (const OutputColumn& column : columns_) {
             widths_.push_back(static_cast<std::size_t>(std::max(0, column.width)));
-            nullTexts_.push_back(formatMask(null_, column.decimals));
+            nullTexts_.push_back(nullText(context, column.decimals));
             length_ += widths_.back();
             decimals_ = std::max(decimals_, column.decimals);
         }

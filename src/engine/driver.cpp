@@ -16,8 +16,8 @@ namespace welvane {
 namespace {
 
 PassOptions passOptions(const App& app, const RunRequest& request, std::string output) {
-    return {std::move(output), app.run.noInputRun,  request.outputMode,      request.wholeInputs,
-            request.rules,     request.wrapSettled, request.decimalsSettled, request.strict};
+    return {std::move(output), app.run.noInputRun,  request.outputMode, request.wholeInputs,
+            request.rules,     request.wrapSettled, request.strict};
 }
 
 /// Leaves the file in hand as it was when this one is gone.

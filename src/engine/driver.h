@@ -20,7 +20,7 @@ struct RunRequest {
     OutputFile::Mode outputMode = OutputFile::Mode::InPlace;
     bool wholeInputs = false;  ///< as PassOptions
     FigureRules rules = FigureRules::asLaidDown;
-    bool wrapSettled = false, decimalsSettled = false, strict = false;  ///< as PassOptions
+    bool wrapSettled = false, strict = false;  ///< as PassOptions
     /// The caller has applied the filter in use, and perhaps changed what it set: a single run does not apply it again.
     bool filterApplied = false;
     /// Nothing when no browser is open.

@@ -42,9 +42,7 @@ struct PassOptions {
     bool wholeInputs = false;
     FigureRules rules = FigureRules::asLaidDown;
     bool wrapSettled = false;  ///< WRAP was asked for by name, so whether it is needed is no question
-    /// Data are written with the format's decimals, in place of as many as their input has.
-    bool decimalsSettled = false;
-    bool strict = false;  ///< a note refuses the pass before anything is written
+    bool strict = false;       ///< a note refuses the pass before anything is written
 };
 
 /// What one pass tells of itself.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "las/depth_spacing.h"
 #include "las/input_data.h"
 #include "las/wrap.h"
 #include "shared/numbers.h"
@@ -53,28 +54,38 @@ int inputDecimals(const PassContext& context, int column) {
     return std::min(decimals, mostDecimals);
 }
 
-/// Values that are not 0 and become 0 with so many decimals.
-std::size_t lostValues(const PassContext& context, const OutputColumn& column) {
+/// Values that are neither 0 nor null and become 0, or the null, with so many decimals.
+struct Lost {
+    std::size_t zeros = 0, nulls = 0;
+};
+Lost lostValues(const PassContext& context, const OutputColumn& column) {
     const double null = context.nullValue, half = 0.5 * std::pow(10.0, -column.decimals);
-    std::size_t count = 0;
+    const bool nullFits = decimalsToShow(null) <= column.decimals;
+    Lost lost;
     for (std::int32_t index = 0; index < context.grid.sampleCount; ++index) {
         const double value = column.samples[index];
-        if (value != null && value != 0 && std::abs(value * column.scale) < half) ++count;
+        if (value == null) continue;
+        if (value != 0 && std::abs(value * column.scale) < half) ++lost.zeros;
+        if (nullFits && std::abs(value * column.scale - null) < half) ++lost.nulls;
     }
-    return count;
+    return lost;
 }
 
 void noteRounding(PassContext& context, const OutputColumn& column, int needed) {
     constexpr int figuresThatMayGo = 2;
-    const std::size_t lost = lostValues(context, column);
-    const std::string digits = std::to_string(column.decimals);
+    const Lost lost = lostValues(context, column);
+    const std::string digits = counted(static_cast<std::int64_t>(column.decimals), "decimal");
     const std::string channel = context.session.tables.output(SrdRow::Mnem, column.column);
-    if (lost > 0)
+    const auto tell = [&](std::size_t count, const char* becomes) {
+        if (count == 0) return;
         context.report.notes.push_back({.kind = NoteKind::Setting,
                                         .channel = channel,
-                                        .count = lost,
-                                        .text = "values become 0 with " + digits + " decimals"});
-    else if (needed - column.decimals > figuresThatMayGo)
+                                        .count = count,
+                                        .text = std::string("values become ") + becomes + " with " + digits});
+    };
+    tell(lost.zeros, "0");
+    tell(lost.nulls, "the null");
+    if (lost.zeros + lost.nulls == 0 && needed - column.decimals > figuresThatMayGo)
         context.report.notes.push_back(
             {.kind = NoteKind::Setting,
              .channel = channel,
@@ -82,6 +93,11 @@ void noteRounding(PassContext& context, const OutputColumn& column, int needed) 
 }
 
 }  // namespace
+
+std::string nullText(const PassContext& context, int decimals) {
+    const bool isTrue = context.options.rules == FigureRules::trueFigures;
+    return formatMask(context.nullValue, isTrue ? std::max(decimals, decimalsToShow(context.nullValue)) : decimals);
+}
 
 void settleTrueColumns(PassContext& context) {
     const FormatDefaults& format = context.format();
@@ -91,13 +107,13 @@ void settleTrueColumns(PassContext& context) {
     for (OutputColumn& column : context.outputColumns) {
         const int needed = inputDecimals(context, column.column);
         column.decimals = format.dataDecimals;
-        if (!context.options.decimalsSettled)
+        if (!context.session.decimalsAsked)
             column.decimals = std::max<int>(column.decimals, needed);
         else if (needed > column.decimals)
             noteRounding(context, column, needed);
         const Range range = rangeOf(column, context.grid.sampleCount, null);
         int length = std::max({lengthOf(range.least, column.decimals), lengthOf(range.most, column.decimals),
-                               lengthOf(null, column.decimals)});
+                               static_cast<int>(nullText(context, column.decimals).size())});
         if (++entry < context.curveTable.size())
             length = std::max(length, static_cast<int>(context.curveTable[entry].mnem.size()));
         column.width = std::max<int>(format.dataWidth, length + 1);

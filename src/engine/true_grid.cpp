@@ -17,8 +17,6 @@ namespace {
 
 /// Parts of a step that two depths may differ by and still be the same.
 constexpr double sameDepth = 1e-4;
-/// The longest fraction that a depth or a step is printed with.
-constexpr std::size_t mostDepthDecimals = 12;
 
 bool stop(PassContext& context, std::string why) {
     context.report.refusal = std::move(why);
@@ -29,10 +27,6 @@ const InputData* firstData(const Session& session) {
     for (int slot = 0; slot < slotCount; ++slot)
         if (session.loaded(slot) && session.slots[slot].data) return session.slots[slot].data.get();
     return nullptr;
-}
-
-int decimalsToShow(double value) {
-    return static_cast<int>(decimalsOf(stripZeros(formatMask(value, static_cast<int>(mostDepthDecimals)))));
 }
 
 /// Decimals that the depths of all inputs have.
@@ -65,6 +59,14 @@ Limits readLimits(PassContext& context) {
     return limits;
 }
 
+/// Steps from the origin to the last depth. Onto a coarser grid each sample has a depth within half a step, the last
+/// one too.
+double lastStep(const Limits& limits, double steps, bool ownGrid, bool coarser) {
+    if (ownGrid && !limits.bottomGiven) return std::round(steps);
+    if (coarser && !limits.bottomGiven) return std::max(0.0, std::ceil(steps - 0.5 - sameDepth));
+    return std::floor(steps + sameDepth);
+}
+
 std::string noRecord(const Limits& limits) {
     return "no record lies between " + plainNumber(limits.top) + " and " + plainNumber(limits.bottom);
 }
@@ -93,7 +95,7 @@ bool deriveTrueGrid(PassContext& context) {
     const double origin = ownGrid ? data->spacing.first : limits.top;
     const double first = (limits.top - origin) / grid.step, last = (limits.bottom - origin) / grid.step;
     const double from = limits.topGiven ? std::ceil(first - sameDepth) : std::round(first);
-    const double to = limits.bottomGiven || !ownGrid ? std::floor(last + sameDepth) : std::round(last);
+    const double to = lastStep(limits, last, ownGrid, grid.step >= own * (1 - sameDepth));
     if (to < from) return stop(context, noRecord(limits));
     grid.start = origin + from * grid.step;
     grid.stop = origin + to * grid.step;

@@ -5,6 +5,7 @@
 
 #include "las/data_access.h"
 #include "las/header_line.h"
+#include "las/read_channels.h"
 #include "las/sections.h"
 #include "platform/mapped_file.h"
 #include "shared/failure.h"
@@ -86,9 +87,8 @@ Reason whyNoLas(const LasFile& file, bool loose) {
     const Walk walk = walkOver(file.text());
     if (walk.longLine != 0)
         return {"line " + numberText(walk.longLine) + " is longer than " + numberText(longestLine >> 20) + " MB"};
-    if (!walk.curveSection && !walk.dataSection) return {"no LAS file: it has neither ~Curve nor ~A"};
-    if (!walk.curveSection) return {"no ~Curve section"};
-    if (!walk.dataSection) return {"no ~A section: nothing but a header"};
+    if (walk.dataSection && !walk.curveSection) return {"no ~Curve section"};
+    if (!walk.dataSection) return {whyNoData(file.text())};
     if (walk.curveLines == 0) return {"its ~Curve section names no channel"};
     if (walk.curveLines > mostColumns)
         return {numberText(walk.curveLines) + " channels, more than the " + numberText(mostColumns) +

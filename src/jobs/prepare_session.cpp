@@ -1,6 +1,7 @@
 #include "jobs/prepare_session.h"
 
 #include "jobs/channel_choices.h"
+#include "jobs/las_check.h"
 #include "jobs/survey.h"
 #include "jobs/true_input.h"
 #include "las/input_data.h"
@@ -152,6 +153,11 @@ void tellSkipped(Workbench& bench, const FailureList& skipped) {
     bench.note({.kind = NoteKind::Skipped, .count = more, .text = std::to_string(more) + " more like these"});
 }
 
+/// As laid down a run goes on without an input and without its channels; why was told when it was opened.
+bool mayBeMissed(FigureRules rules, LoadStatus status) {
+    return rules == FigureRules::asLaidDown && (status == LoadStatus::NoFile || status == LoadStatus::WithoutChannels);
+}
+
 void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& inputs) {
     for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
         session.slots[slot].path = inputs[slot].path;
@@ -159,8 +165,9 @@ void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& in
     }
     for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
         const SlotLoadResult result = Open4Files(bench.app(), session, static_cast<int>(slot));
-        if (result.status != LoadStatus::Loaded) throw Refusal(inputs[slot].given, result.why, remedyFor(result.help));
         std::vector<Note> notes = result.notes;
+        if (result.status != LoadStatus::Loaded && !mayBeMissed(session.rules, result.status))
+            throw Refusal(inputs[slot].given, result.why, remedyFor(result.help));
         for (const std::string& unit : result.unknownUnits)
             if (!bench.app().reference.units.empty())
                 notes.push_back({.kind = NoteKind::Unit, .text = "the unit table does not know \"" + unit + "\""});
@@ -183,17 +190,6 @@ void tellOtherWells(Workbench& bench, const std::vector<Input>& inputs) {
                         .text = std::string(mnem) + " is " + other + ", in " + fileNameOf(inputs.front().given) + " " +
                                 first}});
         }
-    }
-}
-
-/// A header without its top or bottom would count as 0 there, and the samples would fall outside the grid unseen.
-void needDepthRange(const std::vector<Input>& inputs, const PassRequest& request) {
-    for (const Input& input : inputs) {
-        const DepthHeader header = input.file->depthHeader();
-        if (!request.from && trim(header.strt().value).empty())
-            throw Refusal(input.given, "no STRT in its ~Well section", Remedy::From);
-        if (!request.to && trim(header.stop().value).empty())
-            throw Refusal(input.given, "no STOP in its ~Well section", Remedy::To);
     }
 }
 
@@ -228,11 +224,9 @@ void needTrueInputs(Workbench& bench, const Session& session, const std::vector<
 }
 
 void applyFilter(Workbench& bench, Session& session, const std::string& path) {
-    const Input filter = bench.openInput(path);
-    // Files that it refers to are looked for beside it, so one in LF only is given by its own path: openFilter reads it
-    // through a copy by itself.
-    const bool isUnix = filter.ends == LineEnds::Unix;
-    setFilterInUse(session, isUnix ? resolvePath(path) : filter.path);
+    if (const std::string why = whyUnreadable(path); !why.empty()) throw Refusal(path, why);
+    // Files that it refers to are looked for beside it. One whose lines end in LF openFilter reads through a copy.
+    setFilterInUse(session, resolvePath(path));
     const FilterReport report = openFilter(bench.app(), session, session.rules);
     if (!report.applied) throw Refusal(path, report.why);
     for (const std::string& table : report.tables) bench.willRead(table);
@@ -249,6 +243,8 @@ void applyCurves(Workbench& bench, Session& session, const std::vector<std::stri
 
 void prepareSession(Workbench& bench, Session& session, const std::vector<Input>& inputs, const PassRequest& request) {
     App& app = bench.app();
+    // What the headless line decides without asking is a part of what was laid down.
+    app.run.commandMode = request.rules == FigureRules::asLaidDown;
     session = Session();
     openSession(app, session);
     // What was in use when a window was last closed is nothing to a job.
@@ -259,10 +255,7 @@ void prepareSession(Workbench& bench, Session& session, const std::vector<Input>
     session.indexUnit = request.indexUnit;
     loadInputs(bench, session, inputs);
     const std::string indexUnit = session.tables.setting(PrdRow::DepthUnits);
-    if (request.rules == FigureRules::trueFigures)
-        needTrueInputs(bench, session, inputs, request);
-    else
-        needDepthRange(inputs, request);
+    if (request.rules == FigureRules::trueFigures) needTrueInputs(bench, session, inputs, request);
     if (request.splice) {
         noteMissingGroups(bench);
         spliceGuess(app, session);

@@ -20,13 +20,6 @@ namespace {
     throw Refusal(named ? "" : output, why.empty() ? "not written" : why);
 }
 
-/// An input whose own STEP is 0 needs one from outside.
-void needStep(const Session& session, const std::vector<Input>& inputs) {
-    const std::string& rate = session.tables.setting(PrdRow::SampleRate);
-    if (stepNumber(rate, session.tables.setting(PrdRow::DepthUnits)) != 0) return;
-    throw Refusal(inputs.back().given, "its STEP is 0", Remedy::Step);
-}
-
 /// Whether the output can be checked, and its log written, before any work is done.
 void needCertifiable(Workbench& bench, const RunFilesRequest& request, const std::vector<Input>& inputs) {
     if (!endsWith(request.output, ".las"))
@@ -49,12 +42,23 @@ std::vector<Input> openInputs(Workbench& bench, const RunFilesRequest& request) 
 void prepare(Workbench& bench, Session& session, const std::vector<Input>& inputs, const RunFilesRequest& request) {
     prepareSession(bench, session, inputs, request.pass);
     if (!request.output.empty()) bench.needOwnFile(request.output, inputs);
-    if (request.pass.rules == FigureRules::asLaidDown) needStep(session, inputs);
+}
+
+/// The headless line goes on without an input, or with what it can read of one; here a person is told.
+Input openLaidDown(Workbench& bench, const std::string& file, bool loose) {
+    Input input{file, resolvePath(file)};
+    Reason why{"no such file"};
+    if (fileExists(input.path)) {
+        input = bench.openInput(file);
+        why = whyNoLas(*input.file, loose);
+    }
+    if (!why.none()) tellNotes(bench, file, {{.kind = NoteKind::Skipped, .file = file, .text = why.text}});
+    return input;
 }
 
 std::uint64_t bytesOf(const std::vector<Input>& inputs) {
     std::uint64_t bytes = 0;
-    for (const Input& input : inputs) bytes += input.file->bytes().size();
+    for (const Input& input : inputs) bytes += input.file ? input.file->bytes().size() : 0;
     return bytes;
 }
 
@@ -70,15 +74,14 @@ RunRequest jobRun(const Workbench& bench, const PassRequest& request) {
     run.outputMode = bench.outputMode();
     run.wrapSettled = request.wrap.has_value();
     run.filterApplied = true;
-    run.wholeInputs = !request.loose;
+    run.wholeInputs = !request.loose && request.rules == FigureRules::trueFigures;
     run.rules = request.rules;
-    run.decimalsSettled = request.format.back().has_value();
     run.strict = bench.rules().strict;
     return run;
 }
 
 Input openForPass(Workbench& bench, const std::string& file, const PassRequest& request) {
-    if (request.rules == FigureRules::asLaidDown) return bench.openLas(file, request.loose);
+    if (request.rules == FigureRules::asLaidDown) return openLaidDown(bench, file, request.loose);
     Input input{file, resolvePath(file), openTrue(file)};
     if (const Reason why = whyNoLas(*input.file, request.loose); !why.none()) throw Refusal(file, why);
     return input;
@@ -111,18 +114,15 @@ RunFilesReport runFiles(Workbench& bench, const RunFilesRequest& request) {
     prepare(bench, session, inputs, request);
     App& app = bench.app();
     app.run.targetFile = request.output;
-    // What the headless line decides without asking is a part of what was laid down.
-    app.run.commandMode = request.pass.rules == FigureRules::asLaidDown;
     RunFilesReport report;
-    RunRequest run = jobRun(bench, request.pass);
-    if (request.certify) run.afterProcess = [&](const std::string& path) { checkAfter(app, path, report); };
     RunOutcome outcome;
     {
         const WorkInHand work(bench.user(), {.bytes = bytesOf(inputs)});
         // What the boxes of a run tell stands in its outcome too, and there without the detours; questions are asked
         // all the same.
         const HeldBoxes held(bench.user());
-        outcome = processMMM(app, session, run);
+        outcome = processMMM(app, session, jobRun(bench, request.pass));
+        if (outcome.completed && request.certify) checkAfter(app, request.output, report);
     }
     if (!outcome.completed) {
         const bool inputBroke = !outcome.items.empty() && outcome.refusal == outcome.items.back().pass.brokenInput;

@@ -15,6 +15,10 @@ std::size_t decimalsOf(std::string_view number) {
     return end - dot - 1;
 }
 
+int decimalsToShow(double value) {
+    return static_cast<int>(decimalsOf(stripZeros(formatMask(value, static_cast<int>(mostDepthDecimals)))));
+}
+
 double depthRounding(std::size_t decimals) {
     return 1.01 * std::pow(10.0, -static_cast<double>(decimals));
 }

@@ -10,6 +10,10 @@ namespace welvane {
 
 /// Digits behind the point of a number's text; 0 without a point.
 std::size_t decimalsOf(std::string_view number);
+/// The longest fraction that a depth, a step or a null is printed with.
+inline constexpr std::size_t mostDepthDecimals = 12;
+/// Digits behind the point that the number takes when printed, mostDepthDecimals at most.
+int decimalsToShow(double value);
 /// What the rounding of two depths to their decimals can be out by.
 double depthRounding(std::size_t decimals);
 /// True when depth i is the first one plus i steps, give or take the tolerance.

@@ -17,11 +17,27 @@ std::size_t firstTurn(const std::vector<double>& depths, int direction) {
     return 0;
 }
 
-/// What a depth may lie beside its grid: the rounding of its text, or a hundredth of the step, which is more than the
-/// rounding to singles that some programs do takes.
-double allowedOff(double step, std::size_t decimals) {
-    return std::min(std::max(depthRounding(decimals), std::abs(step) / 100), std::abs(step) / 4);
-}
+/// What depths may lie beside their grid: a hundredth of the step, which is more than the rounding to singles that some
+/// programs do takes; or what the rounding of their texts, the first one's among them, can have moved them.
+class AllowedOff {
+  public:
+    AllowedOff(double step, std::size_t decimals)
+        : close_(std::abs(step) / 100),
+          far_(std::min(depthRounding(decimals), std::abs(step) / 4)),
+          unit_(std::pow(10.0, -static_cast<double>(decimals))) {}
+
+    bool allows(double off) {
+        least_ = std::min(least_, off);
+        most_ = std::max(most_, off);
+        if (std::abs(off) <= close_) return true;
+        // Texts rounded alike lie less than one unit of their last digit apart.
+        return std::abs(off) <= far_ && most_ - least_ < unit_ * (1 - 1e-6);
+    }
+
+  private:
+    double close_, far_, unit_;
+    double least_ = 0, most_ = 0;
+};
 
 /// What a look at all depths along a grid finds.
 struct GridFit {
@@ -34,16 +50,16 @@ struct GridFit {
 /// Whether every depth stands on the grid that the first one and the signed step make.
 GridFit fitGrid(const std::vector<double>& depths, double step, std::size_t decimals) {
     GridFit fit;
-    const double allowed = allowedOff(step, decimals);
+    AllowedOff allowed(step, decimals);
     double before = -1;
     for (std::size_t index = 0; index < depths.size(); ++index) {
         const double place = std::round((depths[index] - depths.front()) / step);
-        const double off = std::abs(depths[index] - depths.front() - place * step);
-        if (!(place > before) || !(off <= allowed)) {
+        const double off = depths[index] - depths.front() - place * step;
+        if (!(place > before) || !allowed.allows(off)) {
             fit.misfit = index;
             return fit;
         }
-        fit.off = std::max(fit.off, off);
+        fit.off = std::max(fit.off, std::abs(off));
         before = place;
     }
     fit.fits = true;

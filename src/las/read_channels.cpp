@@ -25,6 +25,9 @@ constexpr std::string_view lineBreaksAndEnd = " \t\r\n\x1A";
 
 std::string whyNoData(const LasText& text) {
     if (text.seekSection('A')) return "no data behind its ~A line";
+    for (const std::string_view title : text.titles())
+        if (sameText(title.substr(0, title.find_first_of(" \t[|")), "~Log_Data"))
+            return "its data stand in ~Log_Data, a section of LAS 3.0 that is not read; ~Ascii is";
     if (text.seekSection('C') || text.seekSection('W')) return "no ~A section: nothing but a header";
     return "no LAS file: it has neither ~Curve nor ~A";
 }

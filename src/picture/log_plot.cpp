@@ -155,11 +155,22 @@ class Planner {
         panel.tracks.push_back(std::move(track));
     }
 
+    /// Whether the curves have all its channels, which answer to other names too, by their group.
+    static bool isDrawn(const std::vector<PlottedCurve>& curves, const PlottedCurve& curve) {
+        return std::ranges::all_of(curve.channels, [&](const PlottedChannel& at) {
+            return std::ranges::any_of(curves, [&](const PlottedCurve& other) {
+                return std::ranges::any_of(other.channels, [&](const PlottedChannel& drawn) {
+                    return drawn.source == at.source && drawn.channel == at.channel;
+                });
+            });
+        });
+    }
+
     /// The curves to be laid out by custom: those that were named, or all.
     std::vector<PlottedCurve> customCurves(const std::vector<std::size_t>& sources) const {
         std::vector<PlottedCurve> curves;
         for (const CurveChoice& choice : wishes_.curves)
-            if (PlottedCurve curve = curveOf(sources, choice); !curve.channels.empty())
+            if (PlottedCurve curve = curveOf(sources, choice); !isDrawn(curves, curve))
                 curves.push_back(std::move(curve));
         if (!wishes_.curves.empty()) return curves;
         for (const std::size_t source : sources)

@@ -5,6 +5,8 @@
 #include <exception>
 #include <utility>
 
+#include "las/index_unit.h"
+#include "las/input_data.h"
 #include "las/las_file.h"
 #include "platform/output_file.h"
 #include "session/choices.h"
@@ -63,10 +65,13 @@ class FilterRun {
     void references();
 
   private:
+    /// By true figures what a filter does not say stays the inputs' own.
+    bool isTrue() const { return rules_ == FigureRules::trueFigures; }
     void skip(std::string what, std::string why) { skipped_.add(std::move(what), std::move(why)); }
     void takeLimit(std::string_view mnem, PrdRow row);
     void takeNumber(std::string_view mnem, PrdRow row, std::string_view without);
     void takeFormat(std::string_view mnem, std::string_view text, PrdRow row, int least);
+    double inInputUnit(double step, std::string_view unit) const;
     bool columnsFit() const;
     std::vector<HeaderField> merged(const FilterSection& section, char letter) const;
     void resolve(Table& table);
@@ -103,7 +108,15 @@ void FilterRun::takeNumber(std::string_view mnem, PrdRow row, std::string_view w
 
 void FilterRun::offsetAndNull() {
     takeNumber("DO_FILTER", PrdRow::DepthOffset, "0");
-    takeNumber("NULL", PrdRow::Null, "-999.25");
+    takeNumber("NULL", PrdRow::Null, isTrue() ? tables_.setting(PrdRow::Null) : "-999.25");
+}
+
+/// A step in the unit that the grid counts in: that of the inputs, whatever the output's.
+double FilterRun::inInputUnit(double step, std::string_view unit) const {
+    const InputSlot& first = session_.slots[0];
+    const IndexUnit from = readIndexUnit(unit);
+    if (!first.data || !from.isLength() || !first.data->unit.isLength()) return step;
+    return step * from.metres / first.data->unit.metres;
 }
 
 void FilterRun::step() {
@@ -114,10 +127,12 @@ void FilterRun::step() {
     double length = val(source_.well.value("STEP"));
     std::string_view lengthUnit = unit.empty() ? std::string_view(unitCell) : std::string_view(unit);
     if (length == 0) {
-        length = stepNumber(rate, unitCell);
+        length = isTrue() ? 0 : stepNumber(rate, unitCell);
         lengthUnit = unitCell;
     }
-    if (length != 0) rate = stepItemText(length, lengthUnit);
+    if (length != 0)
+        rate = isTrue() ? stripZeros(formatMask(std::abs(inInputUnit(length, lengthUnit)), 12))
+                        : stepItemText(length, lengthUnit);
     if (unit.empty()) return;
     unitCell = unit;
     tables_.prd.data(PrdRow::DepthUnits, PrdColumn::Setting) = unit;
@@ -125,6 +140,7 @@ void FilterRun::step() {
 
 void FilterRun::direction() {
     const double length = val(source_.well.value("STEP"));
+    if (length == 0 && isTrue()) return;
     std::string& from = tables_.setting(PrdRow::From);
     std::string& to = tables_.setting(PrdRow::To);
     // Kept: the capital T, which the list of the row does not have. Test: stepAndDirection

@@ -49,9 +49,10 @@ struct Session {
     bool multipleConnections = false;  ///< one input channel may feed several output channels
     /// How files are opened into the slots; what a pass over them follows too.
     FigureRules rules = FigureRules::asLaidDown;
-    bool loose = false;         ///< data of no regular shape is read line by line instead of being refused
-    bool decimalComma = false;  ///< "123,42" is a number (FigureRules::trueFigures)
-    std::string indexUnit;      ///< unit of every input's index, "" for what its header says (the same rules)
+    bool loose = false;          ///< data of no regular shape is read line by line instead of being refused
+    bool decimalComma = false;   ///< "123,42" is a number (FigureRules::trueFigures)
+    bool decimalsAsked = false;  ///< a person or a filter said with how many decimals samples are written
+    std::string indexUnit;       ///< unit of every input's index, "" for what its header says (the same rules)
 
     /// A slot counts as loaded once its file was opened, be it with channels or without.
     bool loaded(int slot) const { return opened[slot] && !slots[slot].path.empty(); }

@@ -320,6 +320,7 @@ void checkFormatSpec(const App& app, Session& session) {
 
 void setFormatRow(App& app, Session& session, PrdRow row, std::int16_t value) {
     formatValue(app.settings.format, row) = value;
+    session.decimalsAsked = session.decimalsAsked || row == PrdRow::DataDecimals;
     session.tables.setting(row) = std::to_string(value);
 }
 

@@ -41,6 +41,7 @@ TEST(IndexSpacing, stepsAreThoseOfTheData) {
         {"records are missing", {1, 2, 5, 6, 7}, 0, "1", Kind::Gaps, 1, false, 2, 0},
         {"records are missing, none is told", {1, 2, 5, 6, 7}, 0, "", Kind::Gaps, 1, true, 2, 0},
         {"the last is beside the grid", {1, 2, 3, 3.4}, 1, "1", Kind::Irregular, 0, false, 0, 3},
+        {"the second is no rounding of any grid", {1, 2, 3.7}, 1, "1", Kind::Irregular, 0, false, 0, 2},
         {"to and fro", {1, 2, 3, 2.5, 4}, 1, "1", Kind::Irregular, 0, false, 0, 3},
         {"one depth twice", {1, 2, 2, 3}, 0, "1", Kind::Irregular, 0, false, 0, 2},
         {"one record", {7}, 0, "0.5", Kind::Regular, 0.5, false, 0, 0},

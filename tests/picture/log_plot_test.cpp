@@ -62,6 +62,7 @@ TEST_F(LogPlotTest, tracksAreByCustomOrAsWished) {
     for (const Case& row : {Case{"custom", {}, "GR;ILD,ILM;RHOB;DT;X,Y|GRC;ILD;Z"},
                             {"over", {.layout = PlotLayout::Over}, "GR+GRC;ILD+ILD,ILM;RHOB;DT;X,Y,Z"},
                             {"some", {.curves = {readCurveChoice("y"), readCurveChoice("gr")}}, "GR;Y|GRC"},
+                            {"one by two names", {.curves = {readCurveChoice("gr"), readCurveChoice("GRC")}}, "GR|GRC"},
                             {"wished", {.tracks = readTracks("ILD,RHOB; GRC")}, "ILD,RHOB;GR|ILD;GRC"},
                             {"wished over", {.tracks = readTracks("Z;GR"), .layout = PlotLayout::Over}, "Z;GR+GRC"}})
         EXPECT_EQ(planned(row.wishes), row.tracks) << row.name;

@@ -8,9 +8,10 @@ namespace welvane::test {
 
 class Filters : public SessionTest {
   protected:
+    FigureRules rules = FigureRules::trueFigures;
     FilterReport apply(std::string_view text) {
         setFilterInUse(session, folder.writeLines("f.fil", text));
-        return openFilter(app, session, FigureRules::trueFigures);
+        return openFilter(app, session, rules);
     }
     FilterReport applyWell(std::string_view lines) {
         return apply("~V\nVERS. 2.0 :\nWRAP. NO :\n~W\n" + std::string(lines));
@@ -144,6 +145,7 @@ TEST_F(Filters, AFunctionReadsItsOwnColumnWhereverColumnsMove) {
 }
 
 TEST_F(Filters, stepAndDirection) {
+    rules = FigureRules::asLaidDown;
     struct Case {
         std::string_view lines, rate, unit, direction, from, to;
     };
