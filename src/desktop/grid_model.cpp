@@ -1,24 +1,25 @@
 #include "desktop/grid_model.h"
 
-#include <QColor>
+#include <QGuiApplication>
+#include <QPalette>
 #include <algorithm>
 #include <utility>
 
 #include "desktop/text.h"
+#include "desktop/theme.h"
 
 namespace welvane {
 
 namespace {
 
-/// Colours of the tables have red in their low byte. A cell shows an eighth of it, so that texts stay readable in a
-/// light and in a dark window.
-QColor tint(std::uint32_t colour) {
-    constexpr int eighth = 32;
-    return {static_cast<int>(colour & 0xFFU), static_cast<int>(colour >> 8U & 0xFFU),
-            static_cast<int>(colour >> 16U & 0xFFU), eighth};
-}
+/// A cell with more letters may be cut; it shows them all under the pointer.
+constexpr std::size_t longText = 24;
 
-constexpr std::uint32_t white = 0xFFFFFF;
+bool isNumber(const QString& text) {
+    bool number = false;
+    text.toDouble(&number);
+    return number;
+}
 
 }  // namespace
 
@@ -63,14 +64,21 @@ QVariant GridModel::data(const QModelIndex& cell, int role) const {
         return headerData(cell.row(), Qt::Vertical, Qt::DisplayRole).toString() + ", " +
                headerData(cell.column(), Qt::Horizontal, Qt::DisplayRole).toString() + ": " +
                shown(table_->text(row, column));
+    if (role == Qt::TextAlignmentRole)
+        return QVariant(Qt::AlignVCenter |
+                        (isNumber(shown(table_->text(row, column))) ? Qt::AlignRight : Qt::AlignLeft));
+    if (role == Qt::ToolTipRole) {
+        const std::string text = table_->text(row, column);
+        return text.size() > longText ? QVariant(shown(text)) : QVariant();
+    }
     if (role == Qt::CheckStateRole) {
         const Check check = table_->check(row, column);
         if (check == Check::None) return {};
         return check == Check::Checked ? Qt::Checked : Qt::Unchecked;
     }
     if (role == Qt::BackgroundRole) {
-        const std::uint32_t colour = table_->backColour(row, column);
-        if (colour != 0 && colour != white) return tint(colour);
+        const auto colour = cellColour(table_->backColour(row, column), themeOf(QGuiApplication::palette()));
+        if (colour) return *colour;
     }
     return {};
 }

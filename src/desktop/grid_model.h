@@ -14,9 +14,12 @@ class GridModel : public QAbstractTableModel {
     /// `changed` is called behind each edit, with why it was refused ("" when it was not).
     GridModel(std::unique_ptr<TableModel> table, std::function<void(const EditOutcome&)> changed);
 
+    TableModel& table() { return *table_; }
     const TableModel& table() const { return *table_; }
     int tableRow(int row) const { return row + table_->headRows(); }
     int tableColumn(int column) const { return column + table_->headColumns(); }
+    /// What every edit leads to; for changes that did not go through this model too.
+    void tellChange(const EditOutcome& outcome) { changed_(outcome); }
     /// Anything may have changed, the size too.
     void refresh();
     /// Chooses item `item` of the cell's list.

@@ -1,7 +1,11 @@
 #include "desktop/grid_view.h"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QMenu>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <utility>
@@ -12,7 +16,7 @@ namespace welvane {
 
 namespace {
 
-constexpr int narrowestColumn = 40, widestColumn = 260;
+constexpr int narrowestColumn = 40, widestColumn = 260, rowPadding = 6;
 constexpr std::string_view browseButton = "...";
 
 /// A list in the cells that have one, a line of text in the others.
@@ -63,9 +67,13 @@ GridView::GridView(std::unique_ptr<TableModel> table, const QString& name,
     setObjectName(name);
     setTabKeyNavigation(false);
     setHorizontalScrollMode(ScrollPerPixel);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    setTextElideMode(Qt::ElideMiddle);  // the end of a path tells most
+    verticalHeader()->setVisible(model_.table().headColumns() > 0);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
+    verticalHeader()->setMinimumSectionSize(1);
     horizontalHeader()->setMinimumSectionSize(narrowestColumn);
     verticalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    refresh();
 }
 
 void GridView::refresh() {
@@ -83,6 +91,106 @@ void GridView::fitColumns() {
         resizeColumnToContents(column);
         setColumnWidth(column, std::clamp(columnWidth(column), narrowestColumn, widestColumn));
     }
+}
+
+void GridView::useFont(const QFont& font) {
+    if (font == this->font()) return;
+    setFont(font);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
+    fitColumns();
+}
+
+CellArea GridView::marked() const {
+    const QModelIndex current = currentIndex();
+    int top = current.row(), bottom = top, left = current.column(), right = left;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        top = std::min(top, range.top());
+        bottom = std::max(bottom, range.bottom());
+        left = std::min(left, range.left());
+        right = std::max(right, range.right());
+    }
+    return {model_.tableRow(top), model_.tableColumn(left), model_.tableRow(bottom), model_.tableColumn(right)};
+}
+
+void GridView::copy() {
+    if (!currentIndex().isValid()) return;
+    QGuiApplication::clipboard()->setText(shown(copyCells(model_.table(), marked())));
+}
+
+void GridView::cut() {
+    copy();
+    clearMarked();
+}
+
+void GridView::paste() {
+    if (!currentIndex().isValid()) return;
+    const CellArea area = marked();
+    const std::string text = typed(QGuiApplication::clipboard()->text());
+    const int row = static_cast<int>(area.firstRow);
+    if (paste_) return paste_(row, area.firstColumn, text);
+    const PasteReport report = pasteCells(model_.table(), row, area.firstColumn, text);
+    model_.tellChange({report.clean(), report.summary()});
+}
+
+void GridView::clearMarked() {
+    if (!currentIndex().isValid()) return;
+    if (clear_) return clear_(marked());
+    const PasteReport report = clearCells(model_.table(), marked());
+    model_.tellChange({report.clean(), report.summary()});
+}
+
+bool GridView::find(const QString& text) {
+    const int columns = model_.columnCount();
+    const qint64 cells = static_cast<qint64>(model_.rowCount()) * columns;
+    if (cells == 0 || text.isEmpty()) return false;
+    const QModelIndex from = currentIndex();
+    const qint64 start = from.isValid() ? static_cast<qint64>(from.row()) * columns + from.column() : -1;
+    for (qint64 step = 1; step <= cells; ++step) {
+        const qint64 place = (start + step) % cells;
+        const QModelIndex cell = model_.index(static_cast<int>(place / columns), static_cast<int>(place % columns));
+        if (isRowHidden(cell.row()) || isColumnHidden(cell.column())) continue;
+        if (!cell.data().toString().contains(text, Qt::CaseInsensitive)) continue;
+        setCurrentIndex(cell);
+        return true;
+    }
+    return false;
+}
+
+bool GridView::browses(const QModelIndex& cell) const {
+    return browse_ && cell.isValid() &&
+           model_.table().pickList(model_.tableRow(cell.row()), model_.tableColumn(cell.column())) == browseButton;
+}
+
+void GridView::browseCurrent() {
+    const QModelIndex cell = currentIndex();
+    if (!browses(cell)) return;
+    browse_(model_.tableRow(cell.row()), model_.tableColumn(cell.column()));
+}
+
+bool GridView::edit(const QModelIndex& cell, EditTrigger trigger, QEvent* event) {
+    if (trigger == DoubleClicked && browses(cell)) {
+        browseCurrent();
+        return false;
+    }
+    return QTableView::edit(cell, trigger, event);
+}
+
+void GridView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Delete) return clearMarked();
+    if (event->key() == Qt::Key_F4) return browseCurrent();
+    QTableView::keyPressEvent(event);
+}
+
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    if (byMouse && indexAt(event->pos()).isValid()) setCurrentIndex(indexAt(event->pos()));
+    const QModelIndex cell = currentIndex();
+    if (!cell.isValid()) return;
+    QMenu menu(this);
+    if (browses(cell)) menu.addAction("&Browse...", this, [this] { browseCurrent(); });
+    if (fillMenu_) fillMenu_(model_.tableRow(cell.row()), model_.tableColumn(cell.column()), menu);
+    if (menu.isEmpty()) return;
+    menu.exec(byMouse ? event->globalPos() : viewport()->mapToGlobal(visualRect(cell).bottomLeft()));
 }
 
 }  // namespace welvane

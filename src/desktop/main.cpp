@@ -1,10 +1,14 @@
 #include <QApplication>
+#include <QPainter>
+#include <QSplashScreen>
+#include <QTimer>
 #include <cstdio>
 #include <exception>
 #include <string_view>
 
 #include "app/startup.h"
 #include "desktop/box_interface.h"
+#include "desktop/icons.h"
 #include "desktop/main_window.h"
 #include "desktop/text.h"
 #include "platform/platform.h"
@@ -25,8 +29,26 @@ bool hasDisplay() {
     return false;
 }
 
+constexpr int splashMs = 1500;
+
+/// The sign and the version; a click takes it away.
+QPixmap splashPicture() {
+    constexpr int side = 128, width = 300, height = 210;
+    QPixmap picture(width, height);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.drawPixmap((width - side) / 2, 20, programIcon().pixmap(side, side));
+    painter.setPen(Qt::black);
+    painter.drawText(QRect(0, side + 25, width, height - side - 30), Qt::AlignCenter,
+                     "Welvane\nVersion " WELVANE_VERSION);
+    painter.drawRect(0, 0, width - 1, height - 1);
+    return picture;
+}
+
 int showWindow() {
     BoxInterface boxes;
+    QSplashScreen splash(splashPicture());
+    splash.show();
     const std::unique_ptr<Platform> platform = makeSystemPlatform();
     const std::unique_ptr<Platform> jobPlatform = makeSystemPlatform();
     App app(boxes, *platform);
@@ -34,6 +56,7 @@ int showWindow() {
     MainWindow window(app, *jobPlatform);
     boxes.setParent(&window);
     window.showMaximized();
+    QTimer::singleShot(splashMs, &splash, &QSplashScreen::close);
     return QApplication::exec();
 }
 

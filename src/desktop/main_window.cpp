@@ -1,49 +1,54 @@
 #include "desktop/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QProgressDialog>
 #include <QStatusBar>
 #include <QToolBar>
+#include <algorithm>
 
 #include "desktop/browser_panel.h"
+#include "desktop/bytes_window.h"
+#include "desktop/certify_window.h"
+#include "desktop/grid_view.h"
+#include "desktop/help_windows.h"
+#include "desktop/icons.h"
+#include "desktop/library_window.h"
+#include "desktop/listing_window.h"
+#include "desktop/preferences_window.h"
+#include "desktop/print.h"
 #include "desktop/session_view.h"
 #include "desktop/text.h"
 #include "models/commands.h"
+#include "models/recent_files.h"
 
 namespace welvane {
 
-namespace {
-
-constexpr int followEveryMs = 50, quietMs = 300;
-
-}  // namespace
-
-MainWindow::MainWindow(App& app, Platform& jobPlatform) : frame_(app), process_(frame_, jobPlatform, {}) {
+MainWindow::MainWindow(App& app, Platform& jobPlatform)
+    : frame_(app), process_(frame_, jobPlatform, {}), jobs_(frame_, jobPlatform, *this) {
     setWindowTitle("Welvane");
+    setWindowIcon(programIcon());
     setActions();
     addMenus();
-    auto* const dock = new QDockWidget("Browser", this);
-    dock->setObjectName("Browser");
-    browser_ = new BrowserPanel(
-        frame_, [this] { refresh(); }, [this] { openCurrent(); }, dock);
-    dock->setWidget(browser_);
-    addDockWidget(Qt::LeftDockWidgetArea, dock);
+    addBrowser();
     judged_ = new QLabel(this);
     size_ = new QLabel(this);
+    judged_->setTextFormat(Qt::PlainText);
     statusBar()->addWidget(judged_, 1);
     statusBar()->addPermanentWidget(size_);
-    connect(&timer_, &QTimer::timeout, this, [this] { followProcess(); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { focusMoved(now); });
+    places_ = saveState();
     refresh();
 }
 
 // The parts look at the frame until they are gone, and it goes before the window's children would.
 MainWindow::~MainWindow() {
-    timer_.stop();
+    disconnect(qApp, nullptr, this, nullptr);
+    for (AreaWindow* const window : windows_) delete window;
     delete session_;
     delete browser_;
 }
@@ -53,10 +58,22 @@ void MainWindow::setActions() {
     frame_.actions.close = [this](WorkArea area) { closeArea(area); };
     frame_.actions.refresh = [this] { refresh(); };
     frame_.actions.startProcess = [this] { startProcess(); };
+    frame_.actions.arrange = [this] { restoreState(places_); };
+    frame_.actions.print = [this](const std::string& text) { printText(shown(text), this); };
+    frame_.actions.chooseFont = [this](const GridFontSetting& font) { return chooseFont(font, this); };
     frame_.actions.exit = [this] {
         ended_ = true;
         close();
     };
+}
+
+void MainWindow::addBrowser() {
+    auto* const dock = new QDockWidget("Browser", this);
+    dock->setObjectName("Browser");
+    browser_ = new BrowserPanel(
+        frame_, [this] { refresh(); }, [this] { openCurrent(); }, dock);
+    dock->setWidget(browser_);
+    addDockWidget(Qt::LeftDockWidgetArea, dock);
 }
 
 void MainWindow::addMenus() {
@@ -65,26 +82,46 @@ void MainWindow::addMenus() {
     for (const Command& command : commandTable()) {
         if (command.kind != CommandKind::Menu) continue;
         QMenu* const menu = menuBar()->addMenu(shown(command.text));
-        // Shortcuts live on the entries, so they stand from the start; their states are set when a menu opens.
-        fillMenu(*menu, command.id);
-        connect(menu, &QMenu::aboutToShow, this, [this, menu, id = command.id] {
-            menu->clear();
-            fillMenu(*menu, id);
-        });
+        for (const Command& entry : commandTable())
+            if (entry.menu == command.id) menu->addAction(addAction(entry));
+        connect(menu, &QMenu::aboutToShow, this, [this] { refreshCommands(); });
+        if (command.id == "ID_FileMN") addRecent(*menu);
     }
+    for (const CommandEntry& entry : toolBar(frame_))
+        for (const Entry& known : entries_)
+            if (known.command->id == entry.id) tools_->addAction(known.action);
 }
 
-void MainWindow::fillMenu(QMenu& menu, std::string_view id) {
-    for (const CommandEntry& entry : openMenu(frame_, id)) {
-        QAction* const action = menu.addAction(shown(entry.text));
-        action->setShortcut(QKeySequence(shown(entry.shortcut)));
-        action->setToolTip(shown(entry.tip));
-        action->setCheckable(entry.toggle);
-        action->setChecked(entry.checked);
-        action->setEnabled(entry.enabled);
-        connect(
-            action, &QAction::triggered, this, [this, command = entry.id] { give(command); }, Qt::QueuedConnection);
-    }
+QAction* MainWindow::addAction(const Command& command) {
+    auto* const action = new QAction(shown(command.text), this);
+    action->setObjectName(shown(command.id));
+    action->setShortcut(QKeySequence(shown(command.shortcut)));
+    action->setShortcutContext(Qt::ApplicationShortcut);  // the windows beside this one have no menus
+    action->setToolTip(shown(command.tip));
+    action->setStatusTip(shown(command.tip));
+    action->setCheckable(command.kind == CommandKind::Toggle);
+    connect(
+        action, &QAction::triggered, this, [this, id = command.id] { give(id); }, Qt::QueuedConnection);
+    entries_.push_back({&command, action});
+    return action;
+}
+
+void MainWindow::addRecent(QMenu& menu) {
+    QMenu* const recent = menu.addMenu("&Recent Files");
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] {
+        recent->clear();
+        for (const std::string& path : recentFiles(frame_.app.platform.settings())) {
+            QAction* const entry = recent->addAction(shown(path).replace('&', "&&"));
+            connect(
+                entry, &QAction::triggered, this,
+                [this, path] {
+                    frame_.app.run.lasFile = path;
+                    openCurrent();
+                },
+                Qt::QueuedConnection);
+        }
+        if (recent->isEmpty()) recent->addAction("No file was opened yet")->setEnabled(false);
+    });
 }
 
 void MainWindow::give(std::string_view id) {
@@ -92,20 +129,54 @@ void MainWindow::give(std::string_view id) {
     if (!ended_) refresh();
 }
 
+AreaWindow* MainWindow::windowOf(WorkArea area) const {
+    const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                    [&](const AreaWindow* window) { return window->area() == area; });
+    return found == windows_.end() ? nullptr : *found;
+}
+
+AreaWindow* MainWindow::makeWindow(WorkArea area) {
+    const WindowLinks links{frame_, jobs_,
+                            [this](WorkArea closed) {
+                                QMetaObject::invokeMethod(
+                                    this, [this, closed] { welvane::closeArea(frame_, closed); }, Qt::QueuedConnection);
+                            },
+                            [this](std::string_view id) { give(id); },
+                            [this](const EditOutcome& outcome) { edited(outcome); }};
+    switch (area) {
+        case WorkArea::Preferences:
+            return new PreferencesWindow(links, this);
+        case WorkArea::Certify:
+            return new CertifyWindow(links, this);
+        case WorkArea::Listing:
+            return new ListingWindow(links, this);
+        case WorkArea::Library:
+            return new LibraryWindow(links, this);
+        case WorkArea::Tools:
+            return new BytesWindow(links, this);
+        case WorkArea::Help:
+            return new HelpWindow(links, this);
+        default:
+            return new AboutWindow(links, this);
+    }
+}
+
 void MainWindow::showArea(WorkArea area) {
     if (area == WorkArea::Browser) return browser_->setFocus();
-    if (area != WorkArea::Session) {
-        welvane::closeArea(frame_, area);
-        showWarning(frame_.app.user, "Not There Yet",
-                    "This window is still to be made. The verbs do its work: welvane --help");
-        return;
+    if (area == WorkArea::Session) {
+        if (session_ == nullptr) {
+            session_ = new SessionView(
+                frame_, [this](const EditOutcome& outcome) { edited(outcome); }, this);
+            setCentralWidget(session_);
+        }
+        activateWindow();
+        return session_->setFocus();
     }
-    if (session_ == nullptr) {
-        session_ = new SessionView(
-            frame_, [this](const EditOutcome& outcome) { edited(outcome); }, this);
-        setCentralWidget(session_);
-    }
-    session_->setFocus();
+    AreaWindow* window = windowOf(area);
+    if (window == nullptr) windows_.push_back(window = makeWindow(area));
+    window->show();
+    window->raise();
+    window->activateWindow();
 }
 
 void MainWindow::openCurrent() {
@@ -117,84 +188,91 @@ void MainWindow::openCurrent() {
 }
 
 void MainWindow::closeArea(WorkArea area) {
-    if (area != WorkArea::Session || session_ == nullptr) return;
-    session_->hide();
-    session_->deleteLater();
-    session_ = nullptr;
+    if (area == WorkArea::Session && session_ != nullptr) {
+        session_->hide();
+        session_->deleteLater();
+        session_ = nullptr;
+    }
+    AreaWindow* const window = windowOf(area);
+    if (window == nullptr) return;
+    // What it shows is gone already, so it goes at once.
+    std::erase(windows_, window);
+    delete window;
+    if (!ended_) refresh();
 }
 
 void MainWindow::edited(const EditOutcome& outcome) {
     refresh();
-    if (!outcome.why.empty()) statusBar()->showMessage(shown(outcome.why));
+    statusBar()->showMessage(shown(outcome.why));
+    for (AreaWindow* const window : windows_)
+        if (window->isActiveWindow()) window->tell(shown(outcome.why));
+}
+
+void MainWindow::focusMoved(QWidget* now) {
+    if (ended_ || now == nullptr) return;
+    std::optional<WorkArea> area;
+    GridView* grid = nullptr;
+    for (QWidget* part = now; part != nullptr && !area; part = part->parentWidget()) {
+        if (auto* const found = dynamic_cast<GridView*>(part)) grid = found;
+        if (part == browser_) area = WorkArea::Browser;
+        if (part == session_) area = WorkArea::Session;
+        if (const auto* const window = dynamic_cast<AreaWindow*>(part)) area = window->area();
+    }
+    // Menus, tool bar and boxes belong to no part: commands go where they went.
+    if (!area || !frame_.isOpen(*area)) return;
+    frame_.front = area;
+    takeGrid(*area, grid);
+    refreshCommands();
+}
+
+void MainWindow::takeGrid(WorkArea area, GridView* grid) {
+    currentGrid_ = grid;
+    AreaActions& actions = frame_.actionsOf(area);
+    const auto of = [&](void (GridView::*act)()) {
+        return grid == nullptr ? std::function<void()>() : [this, act] {
+            if (currentGrid_ != nullptr) (currentGrid_->*act)();
+        };
+    };
+    actions.cut = of(&GridView::cut);
+    actions.copy = of(&GridView::copy);
+    actions.paste = of(&GridView::paste);
 }
 
 void MainWindow::startProcess() {
-    if (!process_.start(browser_->browser().pattern())) return;
-    progress_ = new QProgressDialog(this);
-    progress_->setWindowTitle("Welvane");
-    progress_->setWindowModality(Qt::WindowModal);
-    progress_->setRange(0, 100);
-    progress_->setAutoClose(false);
-    progress_->setAutoReset(false);
-    progress_->setMinimumDuration(quietMs);
-    connect(progress_, &QProgressDialog::canceled, this, [this] {
-        // A job that ends while the question stands must not be put away under it.
-        timer_.stop();
-        process_.job().askCancel(frame_.app.user);
-        timer_.start(followEveryMs);
-    });
-    // The dialog stays until the job has ended, whatever its button is told.
-    disconnect(progress_, SIGNAL(canceled()), progress_, SLOT(cancel()));
-    timer_.start(followEveryMs);
-}
-
-void MainWindow::followProcess() {
-    if (!process_.running()) return endProcess();
-    QuestionDesk& desk = process_.job().desk();
-    if (const auto question = desk.pending()) {
-        timer_.stop();
-        UserInterface& user = frame_.app.user;
-        if (const auto* box = std::get_if<Prompt>(&*question)) desk.answer(user.ask(*box));
-        if (const auto* line = std::get_if<TextPrompt>(&*question)) desk.answer(user.askText(*line));
-        if (const auto* file = std::get_if<FilePrompt>(&*question)) desk.answer(user.askFile(*file));
-        if (const auto* folder = std::get_if<FolderPrompt>(&*question))
-            desk.answer(user.askFolder(folder->title, folder->start));
-        timer_.start(followEveryMs);
-        return;
-    }
-    const ProgressLabels labels = process_.job().labels();
-    progress_->setLabelText(shown(labels.status + "\n" + labels.source + "\n" + labels.target));
-    progress_->setValue(labels.percent);
+    if (jobs_.busy() || !process_.start(browser_->browser().pattern())) return;
+    jobs_.watch(process_.job(), [this] { endProcess(); });
 }
 
 void MainWindow::endProcess() {
-    timer_.stop();
-    progress_->deleteLater();
-    progress_ = nullptr;
     const ProcessOutcome outcome = process_.finish();
     if (ended_) return;
     browser_->refresh();
     refresh();
-    if (!outcome.refusal.empty()) return statusBar()->showMessage(shown(outcome.refusal));
-    if (outcome.completed && !outcome.written.empty())
-        statusBar()->showMessage("Written: " + shown(outcome.written.back()));
+    QString text;
+    if (!outcome.refusal.empty())
+        text = shown(outcome.refusal);
+    else if (outcome.completed && !outcome.written.empty())
+        text = "Written: " + shown(outcome.written.back());
+    statusBar()->showMessage(text);
+    for (AreaWindow* const window : windows_)
+        if (window->isActiveWindow()) window->tell(text);
 }
 
 void MainWindow::refresh() {
+    if (ended_) return;
     if (session_ != nullptr) session_->refresh();
-    tools_->clear();
-    for (const CommandEntry& entry : toolBar(frame_)) {
-        QAction* const action = tools_->addAction(shown(entry.text).remove('&'));
-        action->setToolTip(shown(entry.tip));
-        action->setCheckable(entry.toggle);
-        action->setChecked(entry.checked);
-        action->setEnabled(entry.enabled);
-        connect(
-            action, &QAction::triggered, this, [this, id = entry.id] { give(id); }, Qt::QueuedConnection);
+    for (AreaWindow* const window : windows_) window->refresh();
+    applyFont();
+    refreshCommands();
+    refreshStatus();
+}
+
+void MainWindow::refreshCommands() {
+    for (const Entry& entry : entries_) {
+        entry.action->setText(shown(commandText(frame_, *entry.command)));
+        entry.action->setEnabled(commandEnabled(frame_, *entry.command));
+        entry.action->setChecked(commandChecked(frame_, *entry.command));
     }
-    for (const QAction* const menu : menuBar()->actions())
-        for (QAction* const action : menu->menu()->actions()) action->setEnabled(true);
-    if (browser_ != nullptr && judged_ != nullptr) refreshStatus();
 }
 
 void MainWindow::refreshStatus() {
@@ -206,10 +284,13 @@ void MainWindow::refreshStatus() {
     size_->setText(shown(browser.sizeText()));
 }
 
+void MainWindow::applyFont() {
+    const QFont font = gridFont(frame_.app.settings.gridFont);
+    for (GridView* const grid : findChildren<GridView*>()) grid->useFont(font);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
-    timer_.stop();
     if (!ended_) process_.wishToExit();
-    if (progress_ != nullptr) timer_.start(followEveryMs);
     event->setAccepted(ended_);
 }
 

@@ -1,20 +1,23 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QTimer>
-#include <optional>
+#include <QPointer>
+#include <vector>
 
+#include "desktop/job_watch.h"
 #include "models/running_process.h"
 
 class QLabel;
 class QMenu;
-class QProgressDialog;
 class QToolBar;
 
 namespace welvane {
 
+class AreaWindow;
 class BrowserPanel;
+class GridView;
 class SessionView;
+struct Command;
 struct EditOutcome;
 
 /// The main window: menus and tool bar from the table of commands, the browser, the session, and the run beside them.
@@ -30,27 +33,44 @@ class MainWindow : public QMainWindow {
   private:
     void setActions();
     void addMenus();
-    void fillMenu(QMenu& menu, std::string_view id);
+    void addBrowser();
+    QAction* addAction(const Command& command);
+    void addRecent(QMenu& menu);
     void showArea(WorkArea area);
     void closeArea(WorkArea area);
+    AreaWindow* makeWindow(WorkArea area);
+    AreaWindow* windowOf(WorkArea area) const;
     /// A file of the browser's list was activated: into the session, which is opened first.
     void openCurrent();
     void give(std::string_view id);
     void edited(const EditOutcome& outcome);
+    /// The keyboard went to another part: commands follow it.
+    void focusMoved(QWidget* now);
+    void takeGrid(WorkArea area, GridView* grid);
     void startProcess();
-    void followProcess();
     void endProcess();
     void refresh();
+    void refreshCommands();
     void refreshStatus();
+    void applyFont();
+
+    /// An entry of the menus and of the tool bar.
+    struct Entry {
+        const Command* command;
+        QAction* action;
+    };
 
     Frame frame_;
     RunningProcess process_;
-    QTimer timer_;
+    JobWatch jobs_;
+    std::vector<Entry> entries_;
+    std::vector<AreaWindow*> windows_;
+    QPointer<GridView> currentGrid_;
     BrowserPanel* browser_ = nullptr;
     SessionView* session_ = nullptr;
     QToolBar* tools_ = nullptr;
     QLabel *judged_ = nullptr, *size_ = nullptr;
-    QProgressDialog* progress_ = nullptr;
+    QByteArray places_;  ///< of the parts, as they were at first
     bool ended_ = false;
 };
 

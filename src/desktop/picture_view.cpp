@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "desktop/text.h"
+#include "desktop/theme.h"
 
 namespace welvane {
 
@@ -56,10 +57,7 @@ class ShapePainter {
   private:
     static QPointF pointOf(const Point& point) { return {point.x, point.y}; }
     static QRectF areaOf(const Area& area) { return {area.left, area.top, area.width(), area.height()}; }
-    QColor colour(Ink ink) const {
-        const Colour rgb = colourOf(ink, theme_);
-        return {rgb.red, rgb.green, rgb.blue};
-    }
+    QColor colour(Ink ink) const { return colourIn(ink, theme_); }
     QPen penOf(const Stroke& stroke) const {
         if (stroke.ink == Ink::None) return Qt::NoPen;
         constexpr Qt::PenStyle styles[] = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine};
@@ -84,12 +82,10 @@ PictureView::PictureView(Maker make, const QString& name, QWidget* parent) : QWi
 }
 
 void PictureView::paintEvent(QPaintEvent*) {
-    constexpr int dark = 128;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const Theme theme = palette().window().color().lightness() < dark ? Theme::Dark : Theme::Light;
-    const Colour paper = colourOf(Ink::Paper, theme);
-    painter.fillRect(rect(), QColor(paper.red, paper.green, paper.blue));
+    const Theme theme = themeOf(palette());
+    painter.fillRect(rect(), colourIn(Ink::Paper, theme));
     paintDrawing(painter, make_(width(), height()), theme);
 }
 

@@ -7,16 +7,16 @@
 #include <algorithm>
 #include <utility>
 
-#include "desktop/picture_view.h"
+#include "desktop/coverage_view.h"
 #include "desktop/text.h"
-#include "models/coverage.h"
 #include "models/table_models.h"
 
 namespace welvane {
 
 namespace {
 
-constexpr int inputGridHeight = 150;
+/// Around the rows of a grid that shows all of them.
+constexpr int frameHeight = 4;
 
 }  // namespace
 
@@ -24,9 +24,7 @@ SessionView::SessionView(Frame& frame, std::function<void(const EditOutcome&)> c
     : QTabWidget(parent), frame_(frame), changed_(std::move(changed)) {
     setAccessibleName("Session");
     addChannels();
-    coverage_ = new PictureView(
-        [this](double width, double height) { return CoverageTab(frame_.session).drawing(width, height); }, "Coverage",
-        this);
+    coverage_ = new CoverageView(frame_.session, changed_, this);
     addTab(coverage_, "&Visualization");
     addTables();
     connect(this, &QTabWidget::currentChanged, this, [this](int tab) { frame_.tab = static_cast<SessionTab>(tab); });
@@ -49,7 +47,8 @@ void SessionView::addChannels() {
     for (int slot = 0; slot < slotCount; ++slot) {
         GridView* const grid = addGrid(page, std::make_unique<CellTableModel>(inputChannelsModel(frame_.session, slot)),
                                        QString("Channels of File %1").arg(slot + 1));
-        grid->setMaximumHeight(inputGridHeight);
+        grid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        grid->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         inputs_[static_cast<std::size_t>(slot)] = grid;
     }
     output_ = addGrid(page,
@@ -107,17 +106,25 @@ void SessionView::markCurrentChannel(const QModelIndex& cell) {
     frame_.currentChannel = output_->grid().tableColumn(cell.column());
 }
 
+/// As high as its rows: all of them are seen, and the new channels have the rest.
+void SessionView::refreshInput(int slot) {
+    GridView& grid = *inputs_[static_cast<std::size_t>(slot)];
+    grid.setVisible(frame_.session.loaded(slot));
+    int height = grid.horizontalHeader()->sizeHint().height() + frameHeight;
+    for (int row = 0; row < grid.grid().rowCount(); ++row) height += grid.rowHeight(row);
+    grid.setFixedHeight(height);
+}
+
 void SessionView::refresh() {
     for (GridView* const grid : grids_) grid->refresh();
-    for (int slot = 0; slot < slotCount; ++slot)
-        inputs_[static_cast<std::size_t>(slot)]->setVisible(frame_.session.loaded(slot));
+    for (int slot = 0; slot < slotCount; ++slot) refreshInput(slot);
     const int channels = output_->grid().columnCount();
     if (channels != fittedFor_) {
         for (GridView* const grid : grids_) grid->fitColumns();
         alignChannels();
     }
     fittedFor_ = channels;
-    coverage_->update();
+    coverage_->refresh();
     if (currentIndex() != static_cast<int>(frame_.tab)) setCurrentIndex(static_cast<int>(frame_.tab));
 }
 

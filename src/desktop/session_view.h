@@ -7,9 +7,9 @@
 #include "desktop/grid_view.h"
 #include "models/frame.h"
 
-class QLabel;
-
 namespace welvane {
+
+class CoverageView;
 
 /// The tabs of a session: the channels of its files over those of the output, the coverage, the properties, and the
 /// header's sections.
@@ -31,6 +31,7 @@ class SessionView : public QTabWidget {
     /// A channel of the output stands under those of the inputs that feed it, also when one of the grids is scrolled.
     void scrollTogether();
     void alignChannels();
+    void refreshInput(int slot);
     void markCurrentChannel(const QModelIndex& cell);
 
     Frame& frame_;
@@ -38,7 +39,7 @@ class SessionView : public QTabWidget {
     std::vector<GridView*> grids_;
     std::array<GridView*, slotCount> inputs_{};
     GridView* output_ = nullptr;
-    QWidget* coverage_ = nullptr;
+    CoverageView* coverage_ = nullptr;
     int fittedFor_ = -1;  ///< channels when widths were fitted last
 };
 

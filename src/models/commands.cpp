@@ -1,6 +1,7 @@
 #include "models/commands.h"
 
 #include <algorithm>
+#include <array>
 
 #include "jobs/after_process.h"
 #include "models/command_effects.h"
@@ -14,6 +15,9 @@ namespace {
 
 /// Where the product is told of.
 constexpr std::string_view webPage = "https://welvane.example/";
+
+constexpr std::array<std::string_view, 7> firstOnToolBar = {"ID_MMM",  "ID_Open",       "ID_SpliceEM",     "ID_Process",
+                                                            "ID_Save", "ID_AddChannel", "ID_DeleteChannel"};
 
 bool anyLoaded(const Frame& frame) {
     for (int slot = 0; slot < slotCount; ++slot)
@@ -256,7 +260,15 @@ std::vector<CommandEntry> openMenu(const Frame& frame, std::string_view menuId) 
 }
 
 std::vector<CommandEntry> toolBar(const Frame& frame) {
-    return entries(frame, [](const Command& command) { return command.onToolBar; });
+    std::vector<CommandEntry> bar = entries(frame, [](const Command& command) { return command.onToolBar; });
+    // What a person gives most stands in front: a narrow window cuts the bar at its end.
+    const auto rank = [](const CommandEntry& entry) {
+        const auto found = std::find(firstOnToolBar.begin(), firstOnToolBar.end(), entry.id);
+        return entry.toggle ? firstOnToolBar.size() + 1 : static_cast<std::size_t>(found - firstOnToolBar.begin());
+    };
+    std::stable_sort(bar.begin(), bar.end(),
+                     [&](const CommandEntry& one, const CommandEntry& other) { return rank(one) < rank(other); });
+    return bar;
 }
 
 std::vector<Shortcut> shortcutList() {

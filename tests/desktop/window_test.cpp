@@ -2,97 +2,15 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QMessageBox>
 #include <QScrollBar>
-#include <QStatusBar>
 #include <QTabBar>
-#include <QTest>
-#include <QTimer>
-#include <gtest/gtest.h>
 
-#include "app/startup.h"
-#include "desktop/box_interface.h"
 #include "desktop/grid_view.h"
-#include "desktop/main_window.h"
 #include "desktop/session_view.h"
-#include "support/memory_platform.h"
-#include "support/run_program.h"
+#include "window_fixture.h"
 
 namespace welvane::test {
 namespace {
-
-namespace fs = std::filesystem;
-constexpr int patience = 10000;
-
-/// The program's reference files over settings in memory.
-class StockPlatform : public MemoryPlatform {
-  public:
-    std::string programFolder() const override { return WELVANE_SOURCE_DIR "/data/"; }
-};
-
-/// Calls `act` with the next dialog of its kind that stands, from within the dialog's own loop.
-template <class Dialog>
-void whenShown(const std::function<void(Dialog&)>& act) {
-    auto* const timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
-        auto* const dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr) return;
-        timer->stop();
-        timer->deleteLater();
-        act(*dialog);
-    });
-    timer->start(20);
-    QTimer::singleShot(patience, timer, [] {
-        QWidget* const left = QApplication::activeModalWidget();
-        if (left == nullptr) return;
-        auto* const box = dynamic_cast<QMessageBox*>(left);
-        ADD_FAILURE() << "nobody answered: " << left->windowTitle().toStdString() << " "
-                      << (box == nullptr ? std::string() : box->text().toStdString());
-        left->close();
-    });
-}
-
-class Window : public ::testing::Test {
-  protected:
-    Window() : app(boxes, platform) {
-        for (const char* name : {"kestrel-7-run1.las", "kestrel-7-run2.las"})
-            fs::copy_file(fs::path(WELVANE_SOURCE_DIR "/examples") / name, folder.path(name));
-        for (const char* key : {"inDir", "outDir"}) platform.settings().put(key, folder.path() + "/");
-        platform.settings().put("editafter", "0");
-        platform.settings().put("certafter", "0");
-        EXPECT_TRUE(loadProcess(app));
-        window = std::make_unique<MainWindow>(app, jobPlatform);
-        boxes.setParent(window.get());
-        window->resize(1024, 700);
-        window->show();
-        window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    }
-    template <class Widget>
-    Widget& part(const char* name) {
-        Widget* const found = window->findChild<Widget*>(name);
-        if (found == nullptr) throw std::runtime_error(std::string("no widget ") + name);
-        return *found;
-    }
-    void openByDoubleClick(const QString& name) {
-        auto& list = part<QListWidget>("Files");
-        const QList<QListWidgetItem*> items = list.findItems(name, Qt::MatchExactly);
-        ASSERT_EQ(items.size(), 1) << name.toStdString();
-        const QPoint place = list.visualItemRect(items.first()).center();
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
-        QApplication::processEvents();
-    }
-    /// What the window says at its lower edge.
-    std::string message() { return window->statusBar()->currentMessage().toStdString(); }
-
-    TempFolder folder;
-    StockPlatform platform, jobPlatform;
-    BoxInterface boxes;
-    App app;
-    std::unique_ptr<MainWindow> window;
-};
 
 TEST_F(Window, joinsTwoWellsAsTheVerbDoes) {
     openByDoubleClick("kestrel-7-run1.las");
@@ -169,19 +87,16 @@ TEST_F(Window, showsAQuestionWordForWordAndEscapesSafely) {
     }
 }
 
-// With a folder in WELVANE_PICTURES also takes a picture of each tab.
 TEST_F(Window, aClickOnATabShowsItAndEveryGridHasAName) {
     openByDoubleClick("kestrel-7-run1.las");
     openByDoubleClick("kestrel-7-run2.las");
-    const std::string pictures = qgetenv("WELVANE_PICTURES").toStdString();
     auto& session = *window->findChild<SessionView*>();
     ASSERT_EQ(session.count(), 4);
     for (int tab = 0; tab < session.count(); ++tab) {
         QTest::mouseClick(session.tabBar(), Qt::LeftButton, {}, session.tabBar()->tabRect(tab).center());
         EXPECT_EQ(session.currentIndex(), tab);
         QApplication::processEvents();
-        if (!pictures.empty())
-            window->grab().save(QString::fromStdString(pictures + "/tab" + std::to_string(tab) + ".png"));
+        keepPicture(*window, "tab" + std::to_string(tab));
     }
     for (const GridView* const grid : window->findChildren<GridView*>()) EXPECT_FALSE(grid->accessibleName().isEmpty());
     auto &input = part<GridView>("Channels of File 2"), &output = part<GridView>("New Channels");

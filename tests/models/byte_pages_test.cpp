@@ -1,5 +1,6 @@
 #include "models/byte_pages.h"
 
+#include "models/byte_grid.h"
 #include "support/app_fixture.h"
 
 namespace welvane {
@@ -51,6 +52,21 @@ TEST_F(BytePages, cellsShowTextAndCodesAndPaintIsolatedLineFeeds) {
         EXPECT_EQ(asd.backColour(1, column), column == 0 || column == 8 ? badEndColour : 0U);
     }
     EXPECT_EQ(view.tag(), "Text or Ascii codes for: " + folder.path("file.las"));
+}
+
+TEST_F(BytePages, blockOfTwentyInARowTellsEachByte) {
+    ASSERT_TRUE(open(std::string(400, 'x') + std::string(20, 'y') + "A\n"));
+    ASSERT_TRUE(nextPage(view));
+    ByteGrid grid(view);
+    EXPECT_EQ(grid.rows(), 3) << "heads, a full row, and the rest";
+    EXPECT_EQ(grid.text(2, 0), "420");
+    EXPECT_EQ(grid.text(2, 1), "A");
+    EXPECT_EQ(grid.hint(2, 1), "Byte 420: Printable character is A");
+    EXPECT_EQ(grid.backColour(2, 2), badEndColour);
+    EXPECT_EQ(grid.text(2, 3) + grid.hint(2, 3) + grid.hint(0, 1) + grid.hint(2, 0), "") << "no byte there";
+    grid.showCodes(true);
+    EXPECT_EQ(grid.text(2, 2), "010");
+    EXPECT_FALSE(grid.mayEdit(2, 2));
 }
 
 TEST_F(BytePages, lineEndAcrossThePageBorderIsNoDefect) {

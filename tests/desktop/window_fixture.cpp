@@ -1,0 +1,72 @@
+#include "window_fixture.h"
+
+#include <QAbstractButton>
+#include <QListWidget>
+#include <QStatusBar>
+
+namespace welvane::test {
+
+namespace fs = std::filesystem;
+
+Window::Window() : app(boxes, platform) {
+    for (const char* name : {"kestrel-7-run1.las", "kestrel-7-run2.las"})
+        fs::copy_file(fs::path(WELVANE_SOURCE_DIR "/examples") / name, folder.path(name));
+    for (const char* key : {"inDir", "outDir"}) platform.settings().put(key, folder.path());
+    platform.settings().put("editafter", "0");
+    platform.settings().put("certafter", "0");
+    EXPECT_TRUE(loadProcess(app));
+    window = std::make_unique<MainWindow>(app, jobPlatform);
+    boxes.setParent(window.get());
+    window->resize(1024, 700);
+    window->show();
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+}
+
+void Window::choose(const char* id) {
+    auto* const action = window->findChild<QAction*>(id);
+    ASSERT_NE(action, nullptr) << id;
+    QMenuBar& bar = *window->menuBar();
+    for (QAction* const entry : bar.actions()) {
+        if (!entry->menu()->actions().contains(action)) continue;
+        QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(entry).center());
+        ASSERT_TRUE(entry->menu()->isVisible());
+        QTest::mouseClick(entry->menu(), Qt::LeftButton, {}, entry->menu()->actionGeometry(action).center());
+    }
+    QApplication::processEvents();
+    QApplication::processEvents();
+}
+
+void Window::openByDoubleClick(const QString& name) {
+    auto& list = part<QListWidget>("Files");
+    const QList<QListWidgetItem*> items = list.findItems(name, Qt::MatchExactly);
+    ASSERT_EQ(items.size(), 1) << name.toStdString();
+    const QPoint place = list.visualItemRect(items.first()).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+    QApplication::processEvents();
+}
+
+void Window::press(QWidget& window, const QString& text) {
+    for (QAbstractButton* const button : window.findChildren<QAbstractButton*>())
+        if (button->text().remove('&') == text && button->isVisible()) {
+            QTest::mouseClick(button, Qt::LeftButton);
+            QApplication::processEvents();
+            QApplication::processEvents();
+            return;
+        }
+    ADD_FAILURE() << "no button " << text.toStdString();
+}
+
+std::string Window::message() {
+    return window->statusBar()->currentMessage().toStdString();
+}
+
+void Window::keepPicture(QWidget& widget, const std::string& name) {
+    const std::string pictures = qgetenv("WELVANE_PICTURES").toStdString();
+    if (pictures.empty()) return;
+    QApplication::processEvents();
+    widget.grab().save(QString::fromStdString(pictures + "/" + name + ".png"));
+}
+
+}  // namespace welvane::test
