@@ -66,6 +66,19 @@ Json jsonDocument(Json files, const std::vector<Note>& notes) {
     return Json::object({{"welvane", WELVANE_VERSION}, {"files", std::move(files)}, {"notes", notesAsJson(notes)}});
 }
 
+Json outputDocument(const std::vector<std::string>& inputs, Json output, const std::vector<Note>& notes,
+                    const Fault* refused) {
+    Json files = Json::array();
+    for (const std::string& input : inputs) {
+        const bool isAbout = refused != nullptr && refused->file == input;
+        files.push(isAbout ? refusedEntry(input, *refused) : Json::object({{"path", utf8Text(input)}}));
+    }
+    Json document = jsonDocument(std::move(files), notes);
+    document.add("output", std::move(output));
+    if (refused != nullptr) document.add("error", utf8Text(refused->reason.text));
+    return document;
+}
+
 std::string jsonDocumentHead() {
     return "{\"welvane\": " + Json(WELVANE_VERSION).dump() + ",\n\"files\": [\n";
 }

@@ -2,7 +2,8 @@
 
 #include <memory>
 
-#include "cli/verbs.h"
+#include "cli/output_document.h"
+#include "shared/utf8.h"
 
 namespace welvane {
 
@@ -10,12 +11,21 @@ namespace {
 
 struct RepairChoices {
     RepairRequest request;
-    bool inPlace = false;
+    bool inPlace = false, json = false;
 };
+
+Json repairedAsJson(const RepairReport& report) {
+    if (!report.written) return {};
+    Json output = Json::object({{"path", utf8Text(report.target)}});
+    if (!report.kept.empty()) output.add("kept", utf8Text(report.kept));
+    return output;
+}
 
 ExitCode performRepair(Console& console, const RepairChoices& choices) {
     if (choices.request.inPlace() == !choices.inPlace) throw UsageFault("either -o OUT or --in-place is needed");
-    const RepairReport report = repairFile(console.bench(), choices.request);
+    const RepairReport report = workAndShow(
+        console, choices.json, {choices.request.file}, [&] { return repairFile(console.bench(), choices.request); },
+        repairedAsJson);
     if (report.written)
         console.user().note(report.target + ": written" +
                             (report.kept.empty() ? "" : "; the file as it was is kept as " + report.kept));
@@ -33,6 +43,7 @@ VerbSyntax declareRepair() {
               "",
               "Repair the file itself; a copy of it is kept beside it",
               {.excludes = "--output"}},
+             {"--json", &choices->json, "", "Print what was written and what there is to note as one JSON document"},
              {"--line-ends", &choices->request.lineEnds, "", "Turn each LF without CR before it into CR LF"},
              {"--curve-title", &choices->request.curveTitle, "",
               "Give a ~Curve title that stands on a ~Well line a line of its own"},

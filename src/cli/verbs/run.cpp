@@ -2,13 +2,14 @@
 
 #include <memory>
 
+#include "cli/output_document.h"
 #include "cli/pass_options.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
-#include "cli/verbs.h"
 #include "jobs/checker.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
+#include "shared/utf8.h"
 
 namespace welvane {
 
@@ -16,7 +17,7 @@ namespace {
 
 struct RunChoices {
     RunFilesRequest request;
-    bool dryRun = false;
+    bool dryRun = false, json = false;
     PassChoices pass;
 };
 
@@ -70,6 +71,20 @@ std::string depthsText(const PassReport& pass, const std::string& unit) {
     return ", " + pass.firstDepth + " to " + pass.lastDepth + " " + unit;
 }
 
+Json outputAsJson(const RunFilesReport& report) {
+    if (report.items.empty()) return {};
+    const ItemReport& item = report.items.back();
+    const auto depth = [](const std::string& text) { return text.empty() ? Json() : Json(val(text)); };
+    Json output = Json::object({{"path", utf8Text(item.target)},
+                                {"records", item.pass.records},
+                                {"channels", item.pass.columns},
+                                {"start", depth(item.pass.firstDepth)},
+                                {"stop", depth(item.pass.lastDepth)},
+                                {"depthUnit", utf8Text(report.depthUnit)}});
+    if (report.check) output.add("verdict", std::string(verdictText(report.check->verdict)));
+    return output;
+}
+
 ExitCode performRun(Console& console, const RunChoices& choices) {
     const RunFilesRequest request = requestOf(console, choices);
     if (choices.dryRun) {
@@ -77,7 +92,8 @@ ExitCode performRun(Console& console, const RunChoices& choices) {
         console.print(planText(report.plan, report.depthUnit));
         return ExitCode::Done;
     }
-    const RunFilesReport report = runFiles(console.bench(), request);
+    const RunFilesReport report = workAndShow(
+        console, choices.json, request.files, [&] { return runFiles(console.bench(), request); }, outputAsJson);
     for (const ItemReport& item : report.items) {
         console.user().note(item.target + ": " + counted(item.pass.records, "sample") + " of " +
                             counted(item.pass.columns, "channel") + depthsText(item.pass, report.depthUnit));
@@ -98,6 +114,11 @@ VerbSyntax declareRun() {
          {.required = true}},
         {"-o,--output", &choices->request.output, "OUT", "The file to write"},
         {"--dry-run", &choices->dryRun, "", "Print what the run would do, write nothing"},
+        {"--json",
+         &choices->json,
+         "",
+         "Print what was written and what there is to note as one JSON document",
+         {.excludes = "--dry-run"}},
         {"--certify", &choices->request.certify, "", "Run the checker on the output; its log stays beside it"},
         {"--open", &choices->request.open, "", "Open the output in its associated program"}};
     addPassOptions(options, choices->pass);
