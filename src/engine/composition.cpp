@@ -24,6 +24,20 @@ bool reachesGrid(const PassContext& context, const std::string& from, const std:
     return top <= context.grid.stop + slack && bottom >= context.grid.start - slack;
 }
 
+/// In an overlap the later input stands, its nulls too: figures that go by that are told.
+void noteCovered(PassContext& context, int slot, const std::string& mnem, std::span<const double> later,
+                 std::span<const double> earlier) {
+    std::size_t count = 0;
+    for (std::size_t index = 0; index < later.size(); ++index)
+        count += later[index] == context.nullValue && earlier[index] != context.nullValue ? 1 : 0;
+    if (count == 0) return;
+    context.report.notes.push_back({.kind = NoteKind::Nulls,
+                                    .file = context.session.slots[slot].path,
+                                    .channel = mnem,
+                                    .count = count,
+                                    .text = "nulls stand over figures of an earlier input (--link names its depths)"});
+}
+
 void copyLink(PassContext& context, int channel, int slot) {
     const Table& outputs = context.tables().outputs();
     const int column = channel + 1;
@@ -39,6 +53,9 @@ void copyLink(PassContext& context, int channel, int slot) {
     if (first == last && (context.options.rules == FigureRules::asLaidDown || !reachesGrid(context, from, to))) return;
     const std::span<const double> source = std::as_const(context.inputMatrix).column(inputColumn);
     const std::span<double> target = context.outputMatrix.column(channel);
+    if (context.options.rules == FigureRules::trueFigures)
+        noteCovered(context, slot, mnem, source.subspan(first - 1, last - first + 1),
+                    target.subspan(first - 1, last - first + 1));
     std::copy(source.begin() + (first - 1), source.begin() + last, target.begin() + (first - 1));
 }
 
