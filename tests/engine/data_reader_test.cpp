@@ -142,6 +142,9 @@ TEST_F(DataReaderTest, fixedWidthCutsByPosition) {
     const Matrix wrapped = read("   10\r\n   1.5-2.25\r\n   11\r\n7.25\r\n", 2, 2, 10, 1, nullptr, nullptr, 5);
     EXPECT_EQ(column(wrapped, 0)[0], 1);
     EXPECT_EQ(column(wrapped, 1)[0], 5) << "\"5-2.2\": columns are cut through the joined lines";
+    const Matrix missing = read("   10\r\n    1\r\n", 2, 1, 10, 1, nullptr, nullptr, 5);
+    EXPECT_EQ(column(missing, 0)[0], 1);
+    EXPECT_EQ(column(missing, 1)[0], 0) << "no null, unlike the field of a line that is not wrapped";
 }
 
 TEST_F(DataReaderTest, aWrappedRecordLosesWhatExceedsItsBuffer) {

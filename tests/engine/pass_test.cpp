@@ -73,6 +73,16 @@ TEST_F(WholePassTest, aFunctionOfAResultReadsTheResultAlsoWhereThatIsNotWritten)
     EXPECT_EQ(rows(), (Rows{{1000, 7, 1}, {1001, 13, 2}, {1002, 19, 3}}));
 }
 
+TEST_F(WholePassTest, aFirstInputWithoutChannelsHasItsRateChecked) {
+    // Its coarser step starts the filling of gaps, which then goes on with the inputs behind.
+    load(0, folder.writeLines("a.las", lasText("", "1\n2\n3\n", "1", "3", "1")));
+    load(1, folder.writeLines("b.las", lasText("GR.   :\n", "1 1\n1.5 -999.25\n2 3\n2.5 4\n3 5\n", "1", "3", "0.5")));
+    ASSERT_EQ(session.channelCount(0), 0);
+    session.tables.setting(PrdRow::SampleRate) = "0.5";
+    ASSERT_TRUE(run().completed);
+    EXPECT_EQ(rows(), (Rows{{1, 1}, {1.5, 2}, {2, 3}, {2.5, 4}, {3, 5}}));
+}
+
 TEST_F(WholePassTest, aLaterSlotOverwritesWithItsNullsIncluded) {
     load(0, folder.writeLines("a.las", lasText("GR.   :\n", "1 1\n2 2\n3 3\n4 4\n", "1", "4", "1")));
     load(1, folder.writeLines("b.las", lasText("GR.   :\n", "3 30\n4 -999.25\n5 50\n", "3", "5", "1")));
