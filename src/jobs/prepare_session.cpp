@@ -218,8 +218,8 @@ void noteMissingGroups(Workbench& bench) {
 }
 
 void needTrueInputs(Workbench& bench, const Session& session, const std::vector<Input>& inputs,
-                    const PassRequest& request) {
-    needSpacing(session, inputs, request);
+                    const PassRequest& request, bool settled) {
+    if (!settled) needSpacing(session, inputs, request);
     tellOtherWells(bench, inputs);
 }
 
@@ -241,7 +241,8 @@ void applyCurves(Workbench& bench, Session& session, const std::vector<std::stri
 
 }  // namespace
 
-void prepareSession(Workbench& bench, Session& session, const std::vector<Input>& inputs, const PassRequest& request) {
+void prepareSession(Workbench& bench, Session& session, const std::vector<Input>& inputs, const PassRequest& request,
+                    const SessionStart& start) {
     App& app = bench.app();
     // What the headless line decides without asking is a part of what was laid down.
     app.run.commandMode = request.rules == FigureRules::asLaidDown;
@@ -255,7 +256,8 @@ void prepareSession(Workbench& bench, Session& session, const std::vector<Input>
     session.indexUnit = request.indexUnit;
     loadInputs(bench, session, inputs);
     const std::string indexUnit = session.tables.setting(PrdRow::DepthUnits);
-    if (request.rules == FigureRules::trueFigures) needTrueInputs(bench, session, inputs, request);
+    if (request.rules == FigureRules::trueFigures) needTrueInputs(bench, session, inputs, request, start.settled);
+    if (start.loaded) start.loaded();
     if (request.splice) {
         noteMissingGroups(bench);
         spliceGuess(app, session);

@@ -5,6 +5,7 @@
 #include "jobs/checker.h"
 #include "jobs/las_check.h"
 #include "jobs/prepare_session.h"
+#include "jobs/session_file.h"
 #include "jobs/true_input.h"
 #include "session/step_text.h"
 #include "shared/files.h"
@@ -28,6 +29,31 @@ void needCertifiable(Workbench& bench, const RunFilesRequest& request, const std
     bench.checkOutput(certifyLogPath(request.output), inputs);
 }
 
+/// The request with what a saved session says for it.
+struct SettledRequest {
+    RunFilesRequest request;
+    std::optional<SavedSession> saved;
+    bool filesNamed = false;  ///< by the request and not by the session
+};
+
+SettledRequest settle(Workbench& bench, const RunFilesRequest& request) {
+    SettledRequest settled{.request = request, .saved = {}, .filesNamed = !request.files.empty()};
+    if (request.session.empty()) return settled;
+    bench.willRead(request.session);
+    settled.saved = readSavedSession(request.session);
+    takeReading(*settled.saved, settled.request.pass);
+    if (!settled.filesNamed) settled.request.files = findSavedInputs(*settled.saved);
+    return settled;
+}
+
+void checkOutputs(Workbench& bench, const RunFilesRequest& request, const std::vector<Input>& inputs) {
+    if (!request.output.empty()) bench.checkOutput(request.output, inputs);
+    if (request.saveSession.empty()) return;
+    if (!request.output.empty() && samePath(request.output, request.saveSession))
+        throw senselessChoice("save-session", "it is the output's name too");
+    bench.checkOutput(request.saveSession, inputs);
+}
+
 std::vector<Input> openInputs(Workbench& bench, const RunFilesRequest& request) {
     if (request.files.empty() || request.files.size() > slotCount)
         throw senselessChoice("files", "a run takes one to four inputs");
@@ -35,13 +61,32 @@ std::vector<Input> openInputs(Workbench& bench, const RunFilesRequest& request) 
         if (!other.empty()) bench.willRead(other);
     std::vector<Input> inputs;
     for (const std::string& file : request.files) inputs.push_back(openForPass(bench, file, request.pass));
-    if (!request.output.empty()) bench.checkOutput(request.output, inputs);
+    checkOutputs(bench, request, inputs);
     return inputs;
 }
 
-void prepare(Workbench& bench, Session& session, const std::vector<Input>& inputs, const RunFilesRequest& request) {
-    prepareSession(bench, session, inputs, request.pass);
-    if (!request.output.empty()) bench.needOwnFile(request.output, inputs);
+RunMarks marksOf(const SettledRequest& settled) {
+    const PassRequest& pass = settled.request.pass;
+    RunMarks marks = settled.saved ? settled.saved->marks : RunMarks();
+    marks.wrapSettled = marks.wrapSettled || pass.wrap.has_value();
+    return marks;
+}
+
+void prepare(Workbench& bench, Session& session, const std::vector<Input>& inputs, const SettledRequest& settled) {
+    const RunFilesRequest& request = settled.request;
+    std::optional<Session> fresh;
+    const SessionStart start{[&] {
+                                 if (!request.saveSession.empty()) fresh = session;
+                                 if (settled.saved)
+                                     restoreSession(bench, session, inputs, *settled.saved, settled.filesNamed);
+                             },
+                             settled.saved.has_value()};
+    prepareSession(bench, session, inputs, request.pass, start);
+    for (const std::string& output : {request.output, request.saveSession})
+        if (!output.empty()) bench.needOwnFile(output, inputs);
+    if (fresh)
+        writeSession(bench, request.saveSession,
+                     sessionText(bench.app(), session, *fresh, inputs, marksOf(settled), request.saveSession));
 }
 
 /// The headless line goes on without an input, or with what it can read of one; here a person is told.
@@ -107,21 +152,23 @@ void noteLeftOut(Workbench& bench, const ItemReport& item) {
                     .text = std::to_string(pass.failures.count) + " steps skipped in all"});
 }
 
-RunFilesReport runFiles(Workbench& bench, const RunFilesRequest& request) {
-    const std::vector<Input> inputs = openInputs(bench, request);
-    if (request.certify) needCertifiable(bench, request, inputs);
-    Session session;
-    prepare(bench, session, inputs, request);
+namespace {
+
+RunFilesReport performRun(Workbench& bench, Session& session, const std::vector<Input>& inputs,
+                          const SettledRequest& settled) {
+    const RunFilesRequest& request = settled.request;
     App& app = bench.app();
     app.run.targetFile = request.output;
     RunFilesReport report;
+    RunRequest run = jobRun(bench, request.pass);
+    run.wrapSettled = marksOf(settled).wrapSettled;
     RunOutcome outcome;
     {
         const WorkInHand work(bench.user(), {.bytes = bytesOf(inputs)});
         // What the boxes of a run tell stands in its outcome too, and there without the detours; questions are asked
         // all the same.
         const HeldBoxes held(bench.user());
-        outcome = processMMM(app, session, jobRun(bench, request.pass));
+        outcome = processMMM(app, session, run);
         if (outcome.completed && request.certify) checkAfter(app, request.output, report);
     }
     if (!outcome.completed) {
@@ -136,10 +183,29 @@ RunFilesReport runFiles(Workbench& bench, const RunFilesRequest& request) {
     return report;
 }
 
-PlanReport planRun(Workbench& bench, const RunFilesRequest& request) {
+}  // namespace
+
+RunFilesReport runFiles(Workbench& bench, const RunFilesRequest& given) {
+    const SettledRequest settled = settle(bench, given);
+    const RunFilesRequest& request = settled.request;
+    const std::vector<Input> inputs = openInputs(bench, request);
+    if (request.certify) needCertifiable(bench, request, inputs);
+    Session session;
+    prepare(bench, session, inputs, settled);
+    if (request.output.empty()) {
+        RunFilesReport report;
+        report.notes = bench.takeNotes();
+        return report;
+    }
+    return performRun(bench, session, inputs, settled);
+}
+
+PlanReport planRun(Workbench& bench, const RunFilesRequest& given) {
+    const SettledRequest settled = settle(bench, given);
+    const RunFilesRequest& request = settled.request;
     const std::vector<Input> inputs = openInputs(bench, request);
     Session session;
-    prepare(bench, session, inputs, request);
+    prepare(bench, session, inputs, settled);
     PlanReport report;
     report.plan = planPass(bench.app(), session, request.pass.rules);
     if (!report.plan.refusal.empty()) refuseRun(request.output, report.plan.refusal);

@@ -15,8 +15,10 @@
 namespace welvane {
 
 struct RunFilesRequest {
-    std::vector<std::string> files{};  ///< one to four
-    std::string output{};
+    std::vector<std::string> files{};  ///< one to four; with `session` they take the place of its inputs, or none
+    std::string output{};              ///< may be "" with `saveSession`: nothing is run
+    std::string session{};             ///< begins where this saved session ended; the choices of `pass` go on top
+    std::string saveSession{};         ///< keeps the session as it is before the run
     bool certify = false;  ///< run the checker on the output; its log stays beside it
     bool open = false;     ///< open the output in its associated program
     PassRequest pass{};

@@ -48,9 +48,12 @@ RunFilesRequest requestOf(Console& console, const RunChoices& choices) {
     request.pass = passRequest(choices.pass);
     request.files = console.expandLists(request.files);
     const std::size_t count = request.files.size();
-    if (count == 0) throw UsageFault("no input is named");
+    if (count == 0 && request.session.empty()) throw UsageFault("no input is named");
     if (count > slotCount) throw UsageFault(std::to_string(count) + " inputs; a run takes one to four");
-    if (request.output.empty() && !choices.dryRun) throw UsageFault("no output is named (-o OUT)");
+    if (choices.dryRun && !request.saveSession.empty())
+        throw UsageFault("--dry-run writes nothing, --save-session a file");
+    const bool onlySaved = !request.saveSession.empty() && !request.certify && !request.open;
+    if (request.output.empty() && !choices.dryRun && !onlySaved) throw UsageFault("no output is named (-o OUT)");
     return request;
 }
 
@@ -94,6 +97,7 @@ ExitCode performRun(Console& console, const RunChoices& choices) {
     }
     const RunFilesReport report = workAndShow(
         console, choices.json, request.files, [&] { return runFiles(console.bench(), request); }, outputAsJson);
+    if (!request.saveSession.empty()) console.user().note(request.saveSession + ": the session");
     for (const ItemReport& item : report.items) {
         console.user().note(item.target + ": " + counted(item.pass.records, "sample") + " of " +
                             counted(item.pass.columns, "channel") + depthsText(item.pass, report.depthUnit));
@@ -110,8 +114,7 @@ VerbSyntax declareRun() {
         {"FILE",
          &choices->request.files,
          "",
-         "One to four LAS files; @LIST or - for a list of paths",
-         {.required = true}},
+         "One to four LAS files; @LIST or - for a list of paths"},
         {"-o,--output", &choices->request.output, "OUT", "The file to write"},
         {"--dry-run", &choices->dryRun, "", "Print what the run would do, write nothing"},
         {"--json",
@@ -119,6 +122,11 @@ VerbSyntax declareRun() {
          "",
          "Print what was written and what there is to note as one JSON document",
          {.excludes = "--dry-run"}},
+        {"--session",
+         &choices->request.session,
+         "FILE",
+         "Begin with a saved session, on its own inputs where none are named; options go on top"},
+        {"--save-session", &choices->request.saveSession, "FILE", "Save the session for --session"},
         {"--certify", &choices->request.certify, "", "Run the checker on the output; its log stays beside it"},
         {"--open", &choices->request.open, "", "Open the output in its associated program"}};
     addPassOptions(options, choices->pass);
