@@ -176,6 +176,7 @@ RunFilesReport performRun(Workbench& bench, Session& session, const std::vector<
         refuseRun(inputBroke ? "" : request.output, outcome.refusal);
     }
     for (const ItemReport& item : outcome.items) noteLeftOut(bench, item);
+    report.inputs = request.files;
     report.items = std::move(outcome.items);
     report.depthUnit = session.tables.setting(PrdRow::DepthUnits);
     if (request.open) report.opened = app.platform.openWithShell(resolvePath(request.output));
@@ -194,6 +195,7 @@ RunFilesReport runFiles(Workbench& bench, const RunFilesRequest& given) {
     prepare(bench, session, inputs, settled);
     if (request.output.empty()) {
         RunFilesReport report;
+        report.inputs = request.files;
         report.notes = bench.takeNotes();
         return report;
     }

@@ -19,8 +19,8 @@ struct RunFilesRequest {
     std::string output{};              ///< may be "" with `saveSession`: nothing is run
     std::string session{};             ///< begins where this saved session ended; the choices of `pass` go on top
     std::string saveSession{};         ///< keeps the session as it is before the run
-    bool certify = false;  ///< run the checker on the output; its log stays beside it
-    bool open = false;     ///< open the output in its associated program
+    bool certify = false;              ///< run the checker on the output; its log stays beside it
+    bool open = false;                 ///< open the output in its associated program
     PassRequest pass{};
 };
 
@@ -31,6 +31,7 @@ struct OutputCheck {
 };
 
 struct RunFilesReport : JobReport {
+    std::vector<std::string> inputs;     ///< as they were named, or found for a saved session
     std::vector<ItemReport> items;       ///< what was written
     std::string depthUnit;               ///< of the output
     std::optional<OutputCheck> check{};  ///< with RunFilesRequest::certify

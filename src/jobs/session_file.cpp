@@ -155,7 +155,6 @@ void applySaved(const SavedSession& saved, const NamedTexts& named, Session& ses
     next.inclinometry.rows.clear();
     next.filterFile = named.at("filter");
     next.tvdFile = named.at("survey");
-    next.tables.frd.text(1, FrdColumn::Path) = next.filterFile;
     for (const SessionPart& part : saved.parts) {
         const std::size_t number = inputNumber(part);
         if (number != 0) {
@@ -201,6 +200,7 @@ std::string difference(const std::vector<std::string>& before, const std::vector
 /// Whether the file is what it was when the session was saved.
 void needSameInput(Workbench& bench, const Input& input, const SavedInput& before, const SlotChannels& channels,
                    bool named) {
+    if (!input.file) throw Refusal(input.given, "no such file");
     if (checkOf(input.file->bytes()) == before.check) return;
     const std::string what = "is not the file that the session was saved with";
     const std::string other = difference(before.curves, mnemsOf(channels));

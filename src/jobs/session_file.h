@@ -18,10 +18,10 @@ struct RunMarks {
 };
 
 struct SavedInput {
-    std::string path;             ///< absolute
-    std::string relative;         ///< from the folder of the session file
-    std::uint64_t bytes = 0;      ///< its size
-    std::uint64_t check = 0;      ///< checkOf its text
+    std::string path;                 ///< absolute
+    std::string relative;             ///< from the folder of the session file
+    std::uint64_t bytes = 0;          ///< its size
+    std::uint64_t check = 0;          ///< checkOf its text
     std::vector<std::string> curves;  ///< mnemonics of its channels, the index first
 };
 

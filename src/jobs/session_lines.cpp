@@ -110,8 +110,9 @@ void needWholeText(std::string_view text, const std::vector<std::string_view>& l
     const auto counted = static_cast<std::size_t>(end.number(1, 0, INT64_MAX));
     const auto above = static_cast<std::size_t>(lines.back().data() - text.data());
     if (counted != last - 1 || end.plain(2) != checkText(checkOf(text.substr(0, above))))
-        throw RunTimeFailure("was changed after it was saved, by damage or by hand; with \"end\" alone as its last "
-                             "line it is taken as it stands");
+        throw RunTimeFailure(
+            "was changed after it was saved, by damage or by hand; with \"end\" alone as its last "
+            "line it is taken as it stands");
 }
 
 std::optional<std::string> titleOf(std::string_view line) {

@@ -111,7 +111,9 @@ void takeSetting(StartupSettings& settings, const SessionLine& line) {
     constexpr std::int64_t most = std::numeric_limits<std::int16_t>::max();
     const std::string& what = line.keyword();
     if (what == "format") {
-        const auto value = [&](std::size_t place) { return static_cast<std::int16_t>(line.number(place, least, most)); };
+        const auto value = [&](std::size_t place) {
+            return static_cast<std::int16_t>(line.number(place, least, most));
+        };
         line.needSize(7);
         settings.format = {value(1), value(2), value(3), value(4), value(5), value(6)};
     } else if (what == "densities") {

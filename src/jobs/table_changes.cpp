@@ -82,8 +82,7 @@ Table arranged(const Table& base, const std::vector<int>& origins, TableKey key,
     table.setVisible(base.visible());
     table.setCaption(base.caption());
     for (std::size_t place = 0; place < origins.size(); ++place)
-        if (origins[place] != nowhere)
-            copyLine(base, origins[place], table, static_cast<int>(place), byRows(key));
+        if (origins[place] != nowhere) copyLine(base, origins[place], table, static_cast<int>(place), byRows(key));
     for (int row = 0; row < rows; ++row) {
         const int origin = byRows(key) ? origins[row] : row;
         if (origin != nowhere && origin < base.rows()) table.setRowHidden(row, base.rowHidden(origin));
@@ -204,10 +203,11 @@ std::string remark(const Table& table, int row, int column) {
     return label.empty() ? std::string() : "   # " + quotedText(label);
 }
 
-/// A setting of a labelled row, and a check in front of one.
+/// A setting of a row with a label or a check in front of it, and that check.
 bool isSetting(const Table& table, int row, int column) {
     if (row == 0 || column > 1) return false;
-    return column == 0 ? table.check(row, 0) != Check::None : !table.text(row, 0).empty();
+    const bool isSwitch = table.check(row, 0) != Check::None;
+    return isSwitch || (column == 1 && !table.text(row, 0).empty());
 }
 
 std::string rowsChanges(const Table& before, const Table& table) {
@@ -239,7 +239,8 @@ void changeTable(Table& table, const SessionLine& line, const NamedTexts& named)
 
 }  // namespace
 
-std::string tableChanges(const Table& base, const Table& table, TableKey key, Telling telling, const NamedTexts& named) {
+std::string tableChanges(const Table& base, const Table& table, TableKey key, Telling telling,
+                         const NamedTexts& named) {
     if (base == table && telling == Telling::Changes) return {};
     std::string text;
     if (base.rows() != table.rows() || base.columns() != table.columns())

@@ -95,8 +95,13 @@ ExitCode performRun(Console& console, const RunChoices& choices) {
         console.print(planText(report.plan, report.depthUnit));
         return ExitCode::Done;
     }
-    const RunFilesReport report = workAndShow(
-        console, choices.json, request.files, [&] { return runFiles(console.bench(), request); }, outputAsJson);
+    std::vector<std::string> inputs = request.files;
+    const auto work = [&] {
+        RunFilesReport report = runFiles(console.bench(), request);
+        inputs = report.inputs;
+        return report;
+    };
+    const RunFilesReport report = workAndShow(console, choices.json, inputs, work, outputAsJson);
     if (!request.saveSession.empty()) console.user().note(request.saveSession + ": the session");
     for (const ItemReport& item : report.items) {
         console.user().note(item.target + ": " + counted(item.pass.records, "sample") + " of " +
@@ -111,10 +116,7 @@ ExitCode performRun(Console& console, const RunChoices& choices) {
 VerbSyntax declareRun() {
     const auto choices = std::make_shared<RunChoices>();
     VerbOptions options = {
-        {"FILE",
-         &choices->request.files,
-         "",
-         "One to four LAS files; @LIST or - for a list of paths"},
+        {"FILE", &choices->request.files, "", "One to four LAS files; @LIST or - for a list of paths"},
         {"-o,--output", &choices->request.output, "OUT", "The file to write"},
         {"--dry-run", &choices->dryRun, "", "Print what the run would do, write nothing"},
         {"--json",
@@ -122,9 +124,7 @@ VerbSyntax declareRun() {
          "",
          "Print what was written and what there is to note as one JSON document",
          {.excludes = "--dry-run"}},
-        {"--session",
-         &choices->request.session,
-         "FILE",
+        {"--session", &choices->request.session, "FILE",
          "Begin with a saved session, on its own inputs where none are named; options go on top"},
         {"--save-session", &choices->request.saveSession, "FILE", "Save the session for --session"},
         {"--certify", &choices->request.certify, "", "Run the checker on the output; its log stays beside it"},
