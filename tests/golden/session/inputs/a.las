@@ -12,7 +12,7 @@
  GR.GAPI         : Channel GR
  RHOB.GAPI         : Channel RHOB
 ~Ascii
-  100   10   20
+  100   10.25   20
   101   11   21
   102   12   22
   103   13   23
