@@ -248,9 +248,8 @@ bool sameSession(const Session& one, const Session& other) {
             return false;
     return one.tables == other.tables && one.filterFile == other.filterFile && one.tvdFile == other.tvdFile &&
            one.multipleConnections == other.multipleConnections && one.available == other.available &&
-           one.decimalsAsked == other.decimalsAsked &&
-           one.rules == other.rules && one.loose == other.loose && one.decimalComma == other.decimalComma &&
-           one.indexUnit == other.indexUnit &&
+           one.decimalsAsked == other.decimalsAsked && one.rules == other.rules && one.loose == other.loose &&
+           one.decimalComma == other.decimalComma && one.indexUnit == other.indexUnit &&
            std::ranges::equal(one.inclinometry.rows, other.inclinometry.rows, sameStation);
 }
 
