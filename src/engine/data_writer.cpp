@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 #include "engine/layout.h"
 #include "engine/true_columns.h"
@@ -282,6 +283,22 @@ void tellOverflow(PassContext& context) {
                           Buttons::Ok, Icon::Information, Answer::Ok});
 }
 
+/// Values as a column shows them, NaN for what reads back as the null.
+std::vector<double> shownValues(const OutputColumn& column, std::int32_t count, double null) {
+    constexpr int exactPowers = 15;
+    const bool rounds = column.decimals >= 0 && column.decimals <= exactPowers;
+    const double power = rounds ? std::pow(10.0, column.decimals) : 1;
+    std::vector<double> values(static_cast<std::size_t>(count));
+    for (std::size_t sample = 0; sample < values.size(); ++sample) {
+        const double value = column.samples[sample];
+        const double scaled = column.scale * value;
+        // Beyond so many digits a single step of the value is more than its last decimal.
+        const double shown = rounds && std::abs(scaled) * power < 9e15 ? std::round(scaled * power) / power : scaled;
+        values[sample] = value == null || shown == null ? std::numeric_limits<double>::quiet_NaN() : shown;
+    }
+    return values;
+}
+
 }  // namespace
 
 namespace {
@@ -350,6 +367,23 @@ bool writeData(PassContext& context, OutputFile& file) {
     if (!(fixedLayout(tables) ? printer.fixed() : printer.delimited(delimiterOf(separator)))) return false;
     context.app.run.progressFraction = 1;
     tellOverflow(context);
+    return true;
+}
+
+bool writtenRecords(PassContext& context, std::vector<std::vector<double>>& columns) {
+    const DepthPrinter printer(context);
+    const std::int32_t count = context.grid.sampleCount;
+    columns.clear();
+    std::vector<double>& depths = columns.emplace_back();
+    depths.reserve(static_cast<std::size_t>(count));
+    std::string text(formatMaskCapacity(printer.decimals()) + 16, ' ');
+    for (std::int32_t index = 1; index <= count; ++index)
+        depths.push_back(val(std::string_view(text.data(), printer.print(text.data(), index))));
+    for (const OutputColumn& column : context.outputColumns) {
+        if (context.cancelled()) return false;
+        columns.push_back(shownValues(column, count, static_cast<double>(context.nullValue)));
+        context.app.user.pumpEvents();
+    }
     return true;
 }
 

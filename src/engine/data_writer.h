@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "engine/pass_context.h"
 #include "platform/output_file.h"
@@ -18,5 +19,9 @@ void settleColumns(PassContext& context);
 /// Prints the samples, one record a grid sample, fixed or delimited. Leaves the counts in the report. False when
 /// cancelled between two records.
 bool writeData(PassContext& context, OutputFile& file);
+
+/// The records as writeData would print them, as columns: the index first, then the columns that are written, each
+/// value rounded to its decimals, NaN for null. By increasing index. False when cancelled.
+bool writtenRecords(PassContext& context, std::vector<std::vector<double>>& columns);
 
 }  // namespace welvane

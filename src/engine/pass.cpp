@@ -53,26 +53,63 @@ void needNothingToTell(const PassReport& report) {
         throw RunTimeFailure(report.failures.first.front().what + ": " + report.failures.first.front().why);
 }
 
-/// Header and data into the output; false when cancelled. The header is whole before the first byte is written.
-bool writeFile(PassContext& context) {
-    std::string header = writeHeader(context);
+/// What stands in front of the data, whole before the first byte is written, and its lines that were too short for it.
+struct FileHead {
+    std::string header, dataTitle;
+    std::vector<std::string> shortLines;
+};
+
+FileHead makeHead(PassContext& context) {
+    FileHead head{.header = writeHeader(context), .dataTitle = {}, .shortLines = {}};
     applyDovranFilter(context);
     settleColumns(context);
-    const std::string dataTitle = writeDataTitle(context);
-    std::vector<std::string> shortLines;
-    if (!context.tables().checked(PrdRow::PlainAscii)) shortLines = correctHeader(context, header);
+    head.dataTitle = writeDataTitle(context);
+    if (!context.tables().checked(PrdRow::PlainAscii)) head.shortLines = correctHeader(context, head.header);
     if (context.options.rules == FigureRules::trueFigures) needFigures(context.report.failures);
     if (context.options.strict) needNothingToTell(context.report);
     // What was read of an input that changed meanwhile may be of two files.
     for (int slot = 0; slot < slotCount; ++slot)
         if (context.session.loaded(slot) && context.session.slots[slot].file)
             context.session.slots[slot].file->needWhole();
+    return head;
+}
+
+/// Header and data into the output; false when cancelled.
+bool writeFile(PassContext& context) {
+    const FileHead head = makeHead(context);
     OutputFile file(context.options.outputPath, context.options.outputMode);
-    file.write(header);
-    file.write(dataTitle);
+    file.write(head.header);
+    file.write(head.dataTitle);
     if (!writeData(context, file)) return false;
     file.commit();
-    for (const std::string& line : shortLines) tellShortLine(line, context.app.user);
+    for (const std::string& line : head.shortLines) tellShortLine(line, context.app.user);
+    return true;
+}
+
+/// All of a pass in front of its file. False when it ended; context.report says why.
+bool makeSamples(PassContext& context) {
+    if (!deriveGrid(context)) {
+        stopPath(context);
+        return false;
+    }
+    context.report.applyTvd = context.applyTvd;
+    try {
+        openHeaderSource(context);
+        allocateInputs(context);
+        readInputs(context);
+        if ((context.options.wholeInputs || context.report.inputLost) && !context.report.brokenInput.empty()) {
+            refuse(context, context.report.brokenInput);
+            return false;
+        }
+        composeChannels(context);
+    } catch (const FileFailure& failure) {
+        refuse(context, failure.what());
+        return false;
+    } catch (const std::bad_alloc&) {
+        refuse(context, "the grid's samples do not fit into memory");
+        return false;
+    }
+    applyFunctions(context);
     return true;
 }
 
@@ -93,25 +130,26 @@ std::string sourcesOf(const Session& session, int column) {
 }  // namespace
 
 PassResult doitmastnew(PassContext& context) {
-    if (!deriveGrid(context)) return stopPath(context);
-    context.report.applyTvd = context.applyTvd;
-    try {
-        openHeaderSource(context);
-        allocateInputs(context);
-        readInputs(context);
-        if ((context.options.wholeInputs || context.report.inputLost) && !context.report.brokenInput.empty())
-            return refuse(context, context.report.brokenInput);
-        composeChannels(context);
-    } catch (const FileFailure& failure) {
-        return refuse(context, failure.what());
-    } catch (const std::bad_alloc&) {
-        return refuse(context, "the grid's samples do not fit into memory");
-    }
-    applyFunctions(context);
+    if (!makeSamples(context)) return context.report.result;
     try {
         if (!writeFile(context)) return refuse(context, "cancelled");
     } catch (const RunTimeFailure& failure) {
         return refuse(context, failure.what());
+    }
+    context.report.result = PassResult::Done;
+    return PassResult::Done;
+}
+
+PassResult previewPass(PassContext& context, PassPreview& preview) {
+    if (!makeSamples(context)) return context.report.result;
+    try {
+        const FileHead head = makeHead(context);
+        preview.header = head.header + head.dataTitle;
+        if (!writtenRecords(context, preview.columns)) return refuse(context, "cancelled");
+    } catch (const RunTimeFailure& failure) {
+        return refuse(context, failure.what());
+    } catch (const std::bad_alloc&) {
+        return refuse(context, "the output's samples do not fit into memory");
     }
     context.report.result = PassResult::Done;
     return PassResult::Done;

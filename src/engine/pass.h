@@ -13,6 +13,15 @@ namespace welvane {
 /// as far as it was written (written beside: leaves the old file).
 PassResult doitmastnew(PassContext& context);
 
+/// What a pass would write, as values.
+struct PassPreview {
+    std::string header;                        ///< all in front of the data, as text
+    std::vector<std::vector<double>> columns;  ///< as writtenRecords gives them
+};
+/// The same without a file: the samples with the decimals that they would be written with. For rules as laid down and
+/// for depths that are true vertical ones, whose second pass reads the first one's file, it tells the first pass alone.
+PassResult previewPass(PassContext& context, PassPreview& preview);
+
 /// What a pass would do, without doing it.
 struct PassPlan {
     std::string refusal;  ///< "" when the pass could run

@@ -1,7 +1,6 @@
 #include "jobs/plot.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "engine/depth_limit.h"
 #include "jobs/plot_input.h"
@@ -17,47 +16,18 @@ namespace welvane {
 namespace {
 
 /// True when the files are to go through a pass before they are drawn.
-bool wantsPass(const PassRequest& request) {
-    PassRequest rest = request;
+bool wantsPass(const PlotRequest& request) {
+    PassRequest rest = request.pass;
     rest.from.reset();
     rest.to.reset();
     rest.loose = false;
-    return rest != PassRequest();
-}
-
-/// A folder for a file that nobody keeps.
-class PassingFolder {
-  public:
-    explicit PassingFolder(Workbench& bench) : path_(bench.app().platform.scratchFolder() + "plot/") {
-        std::filesystem::create_directory(path_);
-    }
-    ~PassingFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    PassingFolder(const PassingFolder&) = delete;
-    PassingFolder& operator=(const PassingFolder&) = delete;
-    const std::string& path() const { return path_; }
-
-  private:
-    std::string path_;
-};
-
-/// What a run would write of the files, read back: the picture shows the output's own figures.
-PlotInput readOutput(Workbench& bench, const PlotRequest& request) {
-    std::vector<std::string> names;
-    for (const std::string& file : request.files) names.push_back(fileNameOf(file));
-    const PassingFolder folder(bench);
-    RunFilesRequest run{.files = request.files, .output = folder.path() + "output.las", .pass = request.pass};
-    if (run.pass.plain) throw senselessChoice("ascii", "a plot is drawn of a LAS file");
-    runFiles(bench, run);
-    return readPlotInput(bench, run.output, join(names, " + "), {});
+    return !request.session.empty() || rest != PassRequest();
 }
 
 std::vector<PlotInput> readInputs(Workbench& bench, const PlotRequest& request) {
     std::vector<PlotInput> inputs;
-    if (wantsPass(request.pass)) {
-        inputs.push_back(readOutput(bench, request));
+    if (wantsPass(request)) {
+        inputs.push_back(sampleRun(bench, {.files = request.files, .session = request.session, .pass = request.pass}));
         return inputs;
     }
     for (const std::string& file : request.files) {
@@ -104,7 +74,7 @@ std::size_t countCurves(const LogPlot& plot) {
 PlotReport draw(Workbench& bench, const PlotRequest& request, const std::vector<PlotSource>& sources) {
     const LogPlot plot = planPlot(bench.app().reference, sources, request.wishes);
     PlotPage page = wholePage(sources);
-    if (!wantsPass(request.pass)) limitPage(request.pass, page);
+    if (!wantsPass(request)) limitPage(request.pass, page);
     page.width = request.picture.width;
     page.height = request.picture.height;
     const Drawing drawing = logDrawing(plot, sources, page);
@@ -122,10 +92,13 @@ PlotReport draw(Workbench& bench, const PlotRequest& request, const std::vector<
 }  // namespace
 
 PlotReport plotFiles(Workbench& bench, const PlotRequest& request) {
-    if (request.files.empty() || request.files.size() > slotCount)
+    const bool ofSession = request.files.empty() && !request.session.empty();
+    if ((request.files.empty() && !ofSession) || request.files.size() > slotCount)
         throw senselessChoice("files", "a plot shows one to four files");
+    if (request.pass.plain) throw senselessChoice("ascii", "a plot is drawn of a LAS file");
     std::vector<Input> named;
     for (const std::string& file : request.files) named.push_back({file, file});
+    if (!request.session.empty()) named.push_back({request.session, request.session});
     checkPicture(bench, request.picture, named);
     const std::vector<PlotInput> inputs = readInputs(bench, request);
     std::vector<PlotSource> sources;

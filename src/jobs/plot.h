@@ -17,6 +17,7 @@ struct PlotRequest {
     /// From and To bound what is drawn. With anything else set the files are joined and computed by a pass, as a run
     /// does it, and what comes out is drawn.
     PassRequest pass{};
+    std::string session{};  ///< a saved session, whose output is drawn; its inputs are the files where none are named
 };
 struct PlotReport : JobReport {
     std::size_t sources = 0, curves = 0;  ///< files, and channels drawn

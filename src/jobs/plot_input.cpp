@@ -56,17 +56,17 @@ void putInOrder(Workbench& bench, const std::string& shownName, std::vector<std:
     bench.note(NoteKind::StepVaries, shownName, "the index goes to and fro; drawn in its order");
 }
 
-std::string wellText(const LasFile& file, std::string_view mnem) {
-    return std::string(trim(file.value(mnem, 'W').text));
+std::string wellText(const LasText& header, std::string_view mnem) {
+    return std::string(trim(getLasValue(header, mnem, 'W').text));
 }
 
 /// The well's name, and a line of what else tells it from others.
-std::vector<std::string> titleOf(const LasFile& file) {
+std::vector<std::string> titleOf(const LasText& header) {
     std::vector<std::string> title;
-    if (const std::string well = wellText(file, "WELL"); !well.empty()) title.push_back(well);
+    if (const std::string well = wellText(header, "WELL"); !well.empty()) title.push_back(well);
     std::vector<std::string> rest;
     for (const char* mnem : {"COMP", "FLD", "LOC", "UWI", "API", "DATE"})
-        if (const std::string text = wellText(file, mnem); !text.empty()) rest.push_back(text);
+        if (const std::string text = wellText(header, mnem); !text.empty()) rest.push_back(text);
     if (!title.empty() && !rest.empty()) title.push_back(join(rest, "  |  "));
     return title;
 }
@@ -85,6 +85,22 @@ std::string extentOf(const PlotInput& input) {
            (source.indexUnit.empty() ? "" : " " + source.indexUnit) + ", " + counted(source.depths.size(), "sample");
 }
 
+/// What the header tells of the columns.
+void describe(PlotInput& input, const LasText& header, const ColumnNames& names, const std::string& shownName) {
+    const IndexUnitFound found = findIndexUnit(header);
+    if (!found.contradiction.empty()) throw Refusal(shownName, found.contradiction);
+    input.unit = found.unit;
+    input.source = {.name = fileNameOf(shownName),
+                    .extent = {},
+                    .title = titleOf(header),
+                    .indexName = names.channels.empty() ? "" : names.channels.front().mnem,
+                    .indexUnit = found.unit.text,
+                    .depths = {},
+                    .channels = {}};
+    lookInto(input, names);
+    input.source.extent = extentOf(input);
+}
+
 PlotInput readOpened(Workbench& bench, const LasFile& file, const std::string& shownName, const ChannelReading& how) {
     PlotInput input;
     ChannelReader reader(file, how);
@@ -92,19 +108,7 @@ PlotInput readOpened(Workbench& bench, const LasFile& file, const std::string& s
     for (const Note& note : reader.notes(shownName)) bench.note(note);
     file.needWhole();
     putInOrder(bench, shownName, input.columns);
-    const IndexUnitFound found = findIndexUnit(file.text());
-    if (!found.contradiction.empty()) throw Refusal(shownName, found.contradiction);
-    input.unit = found.unit;
-    const ColumnNames& names = reader.names();
-    input.source = {.name = fileNameOf(shownName),
-                    .extent = {},
-                    .title = titleOf(file),
-                    .indexName = names.channels.empty() ? "" : names.channels.front().mnem,
-                    .indexUnit = found.unit.text,
-                    .depths = {},
-                    .channels = {}};
-    lookInto(input, names);
-    input.source.extent = extentOf(input);
+    describe(input, file.text(), reader.names(), shownName);
     return input;
 }
 
@@ -114,6 +118,14 @@ PlotInput readPlotInput(Workbench& bench, const std::string& file, const std::st
                         const ChannelReading& how) {
     const LasFilePointer opened = openTrue(file);
     return readingOf(shownName, [&] { return readOpened(bench, *opened, shownName, how); });
+}
+
+PlotInput plotInputOf(const LasText& header, std::vector<std::vector<double>> columns, const std::string& shownName) {
+    PlotInput input;
+    input.columns = std::move(columns);
+    if (input.columns.empty() || input.columns.front().empty()) throw Refusal(shownName, "no data behind ~A");
+    describe(input, header, nameColumns(header, input.columns.size()), shownName);
+    return input;
 }
 
 std::optional<double> indexFactor(const IndexUnit& unit, const IndexUnit& wanted) {

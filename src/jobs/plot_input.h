@@ -20,6 +20,8 @@ struct PlotInput {
 /// and when a person stopped it. `shownName` stands in its place in notes and on the plot.
 PlotInput readPlotInput(Workbench& bench, const std::string& file, const std::string& shownName,
                         const ChannelReading& how);
+/// Columns that are in memory, by increasing index, under a header of their own.
+PlotInput plotInputOf(const LasText& header, std::vector<std::vector<double>> columns, const std::string& shownName);
 /// The index in another unit. Refusal for a length and a time; a blank or unknown unit scales nothing.
 void convertIndex(PlotInput& input, const IndexUnit& wanted);
 /// How many of the unit `wanted` make one of `unit`: 1 where one of them is unknown, nothing for a length and a time.

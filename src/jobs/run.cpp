@@ -5,6 +5,7 @@
 #include "jobs/checker.h"
 #include "jobs/las_check.h"
 #include "jobs/prepare_session.h"
+#include "jobs/preview.h"
 #include "jobs/session_file.h"
 #include "jobs/true_input.h"
 #include "session/step_text.h"
@@ -200,6 +201,20 @@ RunFilesReport runFiles(Workbench& bench, const RunFilesRequest& given) {
         return report;
     }
     return performRun(bench, session, inputs, settled);
+}
+
+PlotInput sampleRun(Workbench& bench, const RunFilesRequest& given) {
+    const SettledRequest settled = settle(bench, given);
+    const RunFilesRequest& request = settled.request;
+    const std::vector<Input> inputs = openInputs(bench, request);
+    Session session;
+    prepare(bench, session, inputs, settled);
+    RunRequest run = jobRun(bench, request.pass);
+    run.wrapSettled = marksOf(settled).wrapSettled;
+    std::vector<std::string> names;
+    for (const std::string& file : request.files) names.push_back(fileNameOf(file));
+    const WorkInHand work(bench.user(), {.bytes = bytesOf(inputs)});
+    return previewOutput(bench, session, run, join(names, " + "));
 }
 
 PlanReport planRun(Workbench& bench, const RunFilesRequest& given) {

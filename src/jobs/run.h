@@ -9,6 +9,7 @@
 #include "engine/driver.h"
 #include "engine/pass.h"
 #include "jobs/pass_request.h"
+#include "jobs/plot_input.h"
 #include "jobs/workbench.h"
 
 /// One file made of one to four.
@@ -40,6 +41,9 @@ struct RunFilesReport : JobReport {
 /// Runs the pass. The output takes its name when it is whole, and stays whatever the checker says of it. Refusal for
 /// inputs that cannot be used, choices that cannot be followed, an output that cannot be written.
 RunFilesReport runFiles(Workbench& bench, const RunFilesRequest& request);
+
+/// The samples that runFiles would write, without writing; see previewOutput. The request names no output.
+PlotInput sampleRun(Workbench& bench, const RunFilesRequest& request);
 
 struct PlanReport : JobReport {
     PassPlan plan;

@@ -15,7 +15,7 @@ namespace {
 
 struct PlotChoices {
     std::vector<std::string> files, curves;
-    std::string tracks, layout;
+    std::string tracks, layout, session;
     PictureChoices picture;
     PassChoices pass;
 };
@@ -38,9 +38,9 @@ PlotWishes wishesOf(const PlotChoices& choices) {
 
 ExitCode performPlot(Console& console, const PlotChoices& choices) {
     const PlotRequest request{console.expandLists(choices.files), pictureRequest(choices.picture), wishesOf(choices),
-                              passRequest(choices.pass)};
+                              passRequest(choices.pass), choices.session};
     const std::size_t count = request.files.size();
-    if (count == 0) throw UsageFault("no input is named");
+    if (count == 0 && request.session.empty()) throw UsageFault("no input is named");
     if (count > slotCount) throw UsageFault(std::to_string(count) + " inputs; a plot shows one to four");
     if (request.picture.output.empty()) throw UsageFault("no picture is named (-o PICTURE.svg)");
     const PlotReport report = plotFiles(console.bench(), request);
@@ -58,8 +58,9 @@ ExitCode performPlot(Console& console, const PlotChoices& choices) {
 
 VerbSyntax declarePlot() {
     const auto choices = std::make_shared<PlotChoices>();
-    VerbOptions options = {
-        {"FILE", &choices->files, "", "One to four LAS files; @LIST or - for a list of paths", {.required = true}}};
+    VerbOptions options = {{"FILE", &choices->files, "", "One to four LAS files; @LIST or - for a list of paths"},
+                           {"--session", &choices->session, "FILE",
+                            "Draw the output of a saved session, of its own inputs where none are named"}};
     addPictureOptions(options, choices->picture);
     addOptions(options, "Picture",
                {{"--tracks", &choices->tracks, "\"GR,CALI;ILD:log,ILM:log;RHOB,NPHI:0.45:-0.15\"",
