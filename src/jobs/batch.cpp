@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "jobs/each_file.h"
+#include "jobs/pass_notes.h"
 #include "jobs/prepare_session.h"
 #include "jobs/run.h"
 #include "shared/files.h"

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "engine/pass.h"
-#include "jobs/run.h"
+#include "jobs/pass_notes.h"
 #include "jobs/true_input.h"
 #include "las/channel_names.h"
 #include "session/filters.h"

@@ -57,7 +57,5 @@ PlanReport planRun(Workbench& bench, const RunFilesRequest& request);
 RunRequest jobRun(const Workbench& bench, const PassRequest& request);
 /// An input as the request's rules want it opened.
 Input openForPass(Workbench& bench, const std::string& file, const PassRequest& request);
-/// What is to be told of a finished pass.
-void noteLeftOut(Workbench& bench, const ItemReport& item);
 
 }  // namespace welvane
