@@ -29,6 +29,14 @@ QMessageBox::StandardButton buttonOf(Answer answer) {
     }
 }
 
+/// "las", or a list "las Files (*.las;*.fil)|*.las;*.fil", as Qt writes it.
+QString filterOf(const QString& extension) {
+    const qsizetype bar = extension.indexOf('|');
+    if (bar < 0) return "*." + extension;
+    QString patterns = extension.mid(bar + 1);
+    return extension.left(extension.indexOf(" (")) + " (" + patterns.replace(';', ' ') + ")";
+}
+
 QMessageBox::Icon iconOf(Icon icon) {
     switch (icon) {
         case Icon::Information:
@@ -70,7 +78,7 @@ std::string BoxInterface::askFile(const FilePrompt& prompt) {
     dialog.setFileMode(prompt.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     if (!prompt.extension.empty()) {
         const QString extension = shown(prompt.extension);
-        dialog.setNameFilters({"*." + extension, "*"});
+        dialog.setNameFilters({filterOf(extension), "*"});
         if (prompt.save) dialog.setDefaultSuffix(extension);
     }
     if (!prompt.defaultName.empty()) dialog.selectFile(shown(prompt.defaultName));

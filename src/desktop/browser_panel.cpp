@@ -20,6 +20,8 @@ QLabel* plainLabel(QWidget* parent) {
     auto* const label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
+    // A path without blanks has no place to break at: it must not make the panel wider.
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     return label;
 }
 
@@ -53,18 +55,20 @@ BrowserPanel::BrowserPanel(Frame& frame, std::function<void()> changed, std::fun
             refresh();
             changed_();
         });
-        layout->addWidget(made);
+        return made;
     };
-    button("So&urce Folder...", &FileBrowser::chooseSource);
+    layout->addWidget(button("So&urce Folder...", &FileBrowser::chooseSource));
     layout->addWidget(source_);
-    button("Des&tination Folder...", &FileBrowser::chooseDestination);
+    layout->addWidget(button("Des&tination Folder...", &FileBrowser::chooseDestination));
     layout->addWidget(destination_);
     folders_->setMaximumHeight(folderListHeight);
     layout->addWidget(folders_);
     layout->addWidget(heading_);
     layout->addWidget(files_, 1);
-    button("E&xtension...", &FileBrowser::chooseExtension);
-    button("&New Folder...", &FileBrowser::makeFolder);
+    auto* const line = new QHBoxLayout;
+    line->addWidget(button("E&xtension...", &FileBrowser::chooseExtension));
+    line->addWidget(button("&New Folder...", &FileBrowser::makeFolder));
+    layout->addLayout(line);
     layout->addWidget(details_);
     connect(folders_, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
         browser_.enterFolder(browser_.folders()[static_cast<std::size_t>(folders_->row(item))]);
@@ -114,6 +118,7 @@ void BrowserPanel::refresh() {
     destination_->setText(shown(browser_.destinationLabel()));
     heading_->setText(shown(browser_.heading()));
     folders_->clear();
+    folders_->setVisible(!browser_.folders().empty());
     for (const std::string& name : browser_.folders()) folders_->addItem(shown(lineOfName(name)));
     files_->clear();
     for (const std::string& name : browser_.files()) files_->addItem(shown(lineOfName(name)));

@@ -25,8 +25,8 @@ QString shownColour(Ink ink, const QWidget& widget) {
 
 }  // namespace
 
-CoverageView::CoverageView(Session& session, std::function<void(const EditOutcome&)> changed, QWidget* parent)
-    : QWidget(parent), session_(session), changed_(std::move(changed)) {
+CoverageView::CoverageView(Frame& frame, std::function<void(const EditOutcome&)> changed, QWidget* parent)
+    : QWidget(parent), frame_(frame), session_(frame.session), changed_(std::move(changed)) {
     auto* const line = new QHBoxLayout(this);
     picture_ = new PictureView(
         [this](double width, double height) { return CoverageTab(session_).drawing(width, height); }, "Coverage", this);
@@ -49,6 +49,14 @@ CoverageView::CoverageView(Session& session, std::function<void(const EditOutcom
     scroll->setWidget(side);
     line->addWidget(scroll);
     refresh();
+}
+
+void CoverageView::asStep(const std::string& text, const std::function<void()>& act) {
+    {
+        const UndoHistory::Step step(frame_.history, frame_.app, session_, text);
+        act();
+    }
+    changed_({});
 }
 
 QLabel* CoverageView::plain(QWidget* parent) const {
@@ -79,18 +87,14 @@ QWidget* CoverageView::addFile(int slot) {
         parts.boxCaptions[static_cast<std::size_t>(end)] = plain(group);
         connect(edit, &QLineEdit::textEdited, this,
                 [this, box](const QString& text) { CoverageTab(session_).type(box, typed(text)); });
-        connect(edit, &QLineEdit::returnPressed, this, [this, box] {
-            CoverageTab(session_).enter(box);
-            changed_({});
-        });
+        connect(edit, &QLineEdit::returnPressed, this,
+                [this, box] { asStep("Enter splice depth", [&] { CoverageTab(session_).enter(box); }); });
         grid->addWidget(parts.boxCaptions[static_cast<std::size_t>(end)], 2 + end, 0);
         grid->addWidget(edit, 2 + end, 1);
     }
     parts.apply = new QPushButton(shown(CoverageTab::applyCaption(slot)), group);
-    connect(parts.apply, &QPushButton::clicked, this, [this, slot] {
-        CoverageTab(session_).apply(slot);
-        changed_({});
-    });
+    connect(parts.apply, &QPushButton::clicked, this,
+            [this, slot] { asStep(CoverageTab::applyCaption(slot), [&] { CoverageTab(session_).apply(slot); }); });
     grid->addWidget(parts.apply, 4, 0, 1, 2);
     return group;
 }
@@ -114,8 +118,8 @@ QWidget* CoverageView::addParameters() {
     apply->setToolTip(shown(CoverageTab::applyParametersCaption));
     apply->setAccessibleName(shown(CoverageTab::applyParametersCaption));
     connect(apply, &QPushButton::clicked, this, [this] {
-        CoverageTab(session_).applyParameters(typed(from_->currentText()), typed(to_->currentText()));
-        changed_({});
+        asStep(std::string(CoverageTab::applyParametersCaption),
+               [&] { CoverageTab(session_).applyParameters(typed(from_->currentText()), typed(to_->currentText())); });
     });
     grid->addWidget(apply, 2, 0, 1, 2);
     return parameters_;

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "models/coverage.h"
+#include "models/frame.h"
 #include "models/table_model.h"
 
 class QComboBox;
@@ -20,7 +21,7 @@ class PictureView;
 class CoverageView : public QWidget {
   public:
     /// `changed` is called behind each change of the session.
-    CoverageView(Session& session, std::function<void(const EditOutcome&)> changed, QWidget* parent);
+    CoverageView(Frame& frame, std::function<void(const EditOutcome&)> changed, QWidget* parent);
     void refresh();
 
   private:
@@ -37,6 +38,9 @@ class CoverageView : public QWidget {
     QLabel* plain(QWidget* parent) const;
     void paintLabel(QLabel& label, const CoverageLabel& shown);
 
+    void asStep(const std::string& text, const std::function<void()>& act);
+
+    Frame& frame_;
     Session& session_;
     std::function<void(const EditOutcome&)> changed_;
     PictureView* picture_;

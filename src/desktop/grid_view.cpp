@@ -72,6 +72,7 @@ GridView::GridView(std::unique_ptr<TableModel> table, const QString& name,
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
     verticalHeader()->setMinimumSectionSize(1);
     horizontalHeader()->setMinimumSectionSize(narrowestColumn);
+    horizontalHeader()->setTextElideMode(Qt::ElideMiddle);
     verticalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     refresh();
 }

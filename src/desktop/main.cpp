@@ -51,9 +51,10 @@ int showWindow() {
     splash.show();
     const std::unique_ptr<Platform> platform = makeSystemPlatform();
     const std::unique_ptr<Platform> jobPlatform = makeSystemPlatform();
+    const std::unique_ptr<Platform> previewPlatform = makeSystemPlatform();
     App app(boxes, *platform);
     if (!loadProcess(app)) return 1;
-    MainWindow window(app, *jobPlatform);
+    MainWindow window(app, *jobPlatform, *previewPlatform);
     boxes.setParent(&window);
     window.showMaximized();
     QTimer::singleShot(splashMs, &splash, &QSplashScreen::close);

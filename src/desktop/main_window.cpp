@@ -3,17 +3,21 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QUrl>
 #include <algorithm>
 
 #include "desktop/browser_panel.h"
 #include "desktop/bytes_window.h"
 #include "desktop/certify_window.h"
+#include "desktop/find_bar.h"
 #include "desktop/grid_view.h"
 #include "desktop/help_windows.h"
 #include "desktop/icons.h"
@@ -21,20 +25,39 @@
 #include "desktop/listing_window.h"
 #include "desktop/preferences_window.h"
 #include "desktop/print.h"
+#include "desktop/problems_view.h"
 #include "desktop/session_view.h"
 #include "desktop/text.h"
+#include "desktop/welcome_page.h"
+#include "models/byte_place.h"
 #include "models/commands.h"
 #include "models/recent_files.h"
+#include "models/welcome.h"
 
 namespace welvane {
 
-MainWindow::MainWindow(App& app, Platform& jobPlatform)
-    : frame_(app), process_(frame_, jobPlatform, {}), jobs_(frame_, jobPlatform, *this) {
+namespace {
+
+constexpr int browserWidth = 230;
+
+}  // namespace
+
+MainWindow::MainWindow(App& app, Platform& jobPlatform, Platform& previewPlatform)
+    : previewPlatform_(previewPlatform),
+      frame_(app),
+      process_(frame_, jobPlatform, {}),
+      jobs_(frame_, jobPlatform, *this) {
     setWindowTitle("Welvane");
     setWindowIcon(programIcon());
     setActions();
     addMenus();
     addBrowser();
+    addProblems();
+    addWelcome();
+    find_ = new FindBar(this);
+    addToolBar(Qt::BottomToolBarArea, find_);
+    find_->hide();
+    setAcceptDrops(true);
     judged_ = new QLabel(this);
     size_ = new QLabel(this);
     judged_->setTextFormat(Qt::PlainText);
@@ -61,10 +84,18 @@ void MainWindow::setActions() {
     frame_.actions.arrange = [this] { restoreState(places_); };
     frame_.actions.print = [this](const std::string& text) { printText(shown(text), this); };
     frame_.actions.chooseFont = [this](const GridFontSetting& font) { return chooseFont(font, this); };
+    frame_.actions.find = [this] { find_->open(currentGrid_); };
+    frame_.actions.findNext = [this] { find_->findNext(); };
     frame_.actions.exit = [this] {
         ended_ = true;
         close();
     };
+}
+
+/// The middle needs the room; the layout gives it away when what stands there changes.
+void MainWindow::keepBrowserNarrow() {
+    QTimer::singleShot(0, this,
+                       [this] { resizeDocks({findChild<QDockWidget*>("Browser")}, {browserWidth}, Qt::Horizontal); });
 }
 
 void MainWindow::addBrowser() {
@@ -74,6 +105,34 @@ void MainWindow::addBrowser() {
         frame_, [this] { refresh(); }, [this] { openCurrent(); }, dock);
     dock->setWidget(browser_);
     addDockWidget(Qt::LeftDockWidgetArea, dock);
+}
+
+void MainWindow::addProblems() {
+    problemsDock_ = new QDockWidget("Problems", this);
+    problemsDock_->setObjectName("Problems Dock");
+    problems_ = new ProblemsView(
+        frame_, [this](const std::string& path, std::size_t line) { showPlace(path, line); }, problemsDock_);
+    problemsDock_->setWidget(problems_);
+    addDockWidget(Qt::BottomDockWidgetArea, problemsDock_);
+    problemsDock_->hide();
+}
+
+void MainWindow::addWelcome() {
+    setCentralWidget(new WelcomePage(
+        frame_, [this](std::string_view id) { give(id); },
+        [this](bool preview) {
+            browser_->refresh();
+            refresh();
+            if (preview && session_ != nullptr) session_->showPreview();
+        },
+        this));
+    keepBrowserNarrow();
+}
+
+void MainWindow::showPlace(const std::string& path, std::size_t line) {
+    openArea(frame_, WorkArea::Tools);
+    if (!showLineOfFile(frame_.bytes, path, line)) statusBar()->showMessage(shown(path) + " could not be read");
+    refresh();
 }
 
 void MainWindow::addMenus() {
@@ -115,8 +174,8 @@ void MainWindow::addRecent(QMenu& menu) {
             connect(
                 entry, &QAction::triggered, this,
                 [this, path] {
-                    frame_.app.run.lasFile = path;
-                    openCurrent();
+                    openFromList(frame_, path);
+                    refresh();
                 },
                 Qt::QueuedConnection);
         }
@@ -166,8 +225,9 @@ void MainWindow::showArea(WorkArea area) {
     if (area == WorkArea::Session) {
         if (session_ == nullptr) {
             session_ = new SessionView(
-                frame_, [this](const EditOutcome& outcome) { edited(outcome); }, this);
+                frame_, jobs_, previewPlatform_, [this](const EditOutcome& outcome) { edited(outcome); }, this);
             setCentralWidget(session_);
+            keepBrowserNarrow();
         }
         activateWindow();
         return session_->setFocus();
@@ -192,6 +252,7 @@ void MainWindow::closeArea(WorkArea area) {
         session_->hide();
         session_->deleteLater();
         session_ = nullptr;
+        if (!ended_) addWelcome();
     }
     AreaWindow* const window = windowOf(area);
     if (window == nullptr) return;
@@ -261,6 +322,10 @@ void MainWindow::endProcess() {
 void MainWindow::refresh() {
     if (ended_) return;
     if (session_ != nullptr) session_->refresh();
+    problems_->refresh();
+    problemsDock_->setWindowTitle(QString("Problems (%1)").arg(frame_.problems.size()));
+    if (frame_.problems.size() > 0 && problemsSeen_ != frame_.problems.size()) problemsDock_->show();
+    problemsSeen_ = frame_.problems.size();
     for (AreaWindow* const window : windows_) window->refresh();
     applyFont();
     refreshCommands();
@@ -287,6 +352,20 @@ void MainWindow::refreshStatus() {
 void MainWindow::applyFont() {
     const QFont font = gridFont(frame_.app.settings.gridFont);
     for (GridView* const grid : findChildren<GridView*>()) grid->useFont(font);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls() && !frame_.running) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    std::vector<std::string> paths;
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile()) paths.push_back(typed(url.toLocalFile()));
+    event->acceptProposedAction();
+    dropOnFrame(frame_, paths);
+    browser_->refresh();
+    refresh();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

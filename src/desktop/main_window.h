@@ -7,6 +7,7 @@
 #include "desktop/job_watch.h"
 #include "models/running_process.h"
 
+class QDockWidget;
 class QLabel;
 class QMenu;
 class QToolBar;
@@ -15,7 +16,9 @@ namespace welvane {
 
 class AreaWindow;
 class BrowserPanel;
+class FindBar;
 class GridView;
+class ProblemsView;
 class SessionView;
 struct Command;
 struct EditOutcome;
@@ -24,16 +27,23 @@ struct EditOutcome;
 class MainWindow : public QMainWindow {
   public:
     /// `jobPlatform` is that of the runs, which have a thread of their own.
-    MainWindow(App& app, Platform& jobPlatform);
+    /// `previewPlatform` that of the previews, which have another one.
+    MainWindow(App& app, Platform& jobPlatform, Platform& previewPlatform);
     ~MainWindow() override;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void setActions();
     void addMenus();
     void addBrowser();
+    void addProblems();
+    void addWelcome();
+    void keepBrowserNarrow();
+    void showPlace(const std::string& path, std::size_t line);
     QAction* addAction(const Command& command);
     void addRecent(QMenu& menu);
     void showArea(WorkArea area);
@@ -60,6 +70,7 @@ class MainWindow : public QMainWindow {
         QAction* action;
     };
 
+    Platform& previewPlatform_;
     Frame frame_;
     RunningProcess process_;
     JobWatch jobs_;
@@ -68,9 +79,13 @@ class MainWindow : public QMainWindow {
     QPointer<GridView> currentGrid_;
     BrowserPanel* browser_ = nullptr;
     SessionView* session_ = nullptr;
+    ProblemsView* problems_ = nullptr;
+    QDockWidget* problemsDock_ = nullptr;
+    FindBar* find_ = nullptr;
     QToolBar* tools_ = nullptr;
     QLabel *judged_ = nullptr, *size_ = nullptr;
     QByteArray places_;  ///< of the parts, as they were at first
+    std::size_t problemsSeen_ = 0;
     bool ended_ = false;
 };
 

@@ -1,46 +1,46 @@
 #pragma once
 
 #include <QTabWidget>
-#include <array>
 #include <functional>
 
-#include "desktop/grid_view.h"
 #include "models/frame.h"
+#include "models/table_model.h"
 
 namespace welvane {
 
+class ChannelsView;
 class CoverageView;
+class GridView;
+class HeaderView;
+class JobWatch;
+class LogView;
+class MakeLasView;
+class SurveyView;
 
-/// The tabs of a session: the channels of its files over those of the output, the coverage, the properties, and the
-/// header's sections.
+/// The tabs of a session: channels, coverage, properties, header, survey, a table to make LAS of, and the preview.
 class SessionView : public QTabWidget {
   public:
-    /// `changed` is called behind each edit.
-    SessionView(Frame& frame, std::function<void(const EditOutcome&)> changed, QWidget* parent);
-
+    /// `changed` is called behind each edit; `previews` is the platform of the preview's jobs.
+    SessionView(Frame& frame, JobWatch& jobs, Platform& previews,
+                const std::function<void(const EditOutcome&)>& changed, QWidget* parent);
     ~SessionView() override;
 
     /// Everything that is shown, anew.
     void refresh();
+    LogView& logs() { return *logs_; }
+    /// The tab behind the six that a session is told of.
+    void showPreview();
 
   private:
-    GridView* addGrid(QWidget* parent, std::unique_ptr<TableModel> table, const QString& name);
-    void addChannels();
-    void addTables();
-    std::vector<GridView*> channelGrids() const;
-    /// A channel of the output stands under those of the inputs that feed it, also when one of the grids is scrolled.
-    void scrollTogether();
-    void alignChannels();
-    void refreshInput(int slot);
-    void markCurrentChannel(const QModelIndex& cell);
-
     Frame& frame_;
-    std::function<void(const EditOutcome&)> changed_;
-    std::vector<GridView*> grids_;
-    std::array<GridView*, slotCount> inputs_{};
-    GridView* output_ = nullptr;
-    CoverageView* coverage_ = nullptr;
-    int fittedFor_ = -1;  ///< channels when widths were fitted last
+    ChannelsView* channels_;
+    CoverageView* coverage_;
+    GridView* properties_;
+    HeaderView* header_;
+    SurveyView* survey_;
+    MakeLasView* makeLas_;
+    LogView* logs_;
+    SessionTab followed_ = SessionTab::Channels;  ///< the frame's tab when it was looked at last
 };
 
 }  // namespace welvane

@@ -61,6 +61,7 @@ void runPass(App& app, Session& session, const ProcessRequest& request, ProcessO
 LasRequest lasRequest(const Session& session, const ProcessRequest& request, const std::string& target) {
     return {.targetPath = target,
             .headerFile = std::string(trim(request.headerFile)),
+            .headerText = request.headerText,
             .nullText = session.tables.prd.rows() > 0 ? session.tables.setting(PrdRow::Null) : std::string(),
             .mode = OutputFile::Mode::Beside};
 }

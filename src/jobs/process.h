@@ -22,6 +22,7 @@ struct ProcessRequest {
     BrowserSelection selection{};  ///< of the browser, when it is open
     std::string pattern{};         ///< of its list
     std::string headerFile{};      ///< hTxt: where a LAS of a table takes its header from; "" for the template
+    std::string headerText{};      ///< that header as a person edited it, lines by LF; "" for the template
     BatchCertification* certification = nullptr;
     GenericTable* grd = nullptr;
     /// Runs the listing of its window; false when it was cancelled. It tells its own boxes.

@@ -16,8 +16,15 @@ namespace {
 /// Where the product is told of.
 constexpr std::string_view webPage = "https://welvane.example/";
 
-constexpr std::array<std::string_view, 7> firstOnToolBar = {"ID_MMM",  "ID_Open",       "ID_SpliceEM",     "ID_Process",
-                                                            "ID_Save", "ID_AddChannel", "ID_DeleteChannel"};
+constexpr std::array<std::string_view, 7> firstOnToolBar = {"ID_MMM",  "ID_Open", "ID_SpliceEM",  "ID_Process",
+                                                            "ID_Undo", "ID_Redo", "ID_AddChannel"};
+
+/// Commands that undo takes back as one step. None of them opens or closes the session.
+bool changesSession(std::string_view id) {
+    constexpr std::array<std::string_view, 6> ids = {"ID_OpenFilter",    "ID_AddChannel", "ID_Channel",
+                                                     "ID_DeleteChannel", "ID_SpliceEM",   "ID_Open"};
+    return std::any_of(ids.begin(), ids.end(), [&](std::string_view known) { return sameText(known, id); });
+}
 
 bool anyLoaded(const Frame& frame) {
     for (int slot = 0; slot < slotCount; ++slot)
@@ -85,8 +92,9 @@ void openFilterFile(Frame& frame) {
     doOpenFilter(frame.app, frame.session, "Select LAS or FIL File for Filter");
 }
 
-void arrangeAll(Frame& frame) {
-    if (frame.actions.arrange) frame.actions.arrange();
+template <auto action>
+void callFrame(Frame& frame) {
+    if (frame.actions.*action) (frame.actions.*action)();
 }
 
 constexpr std::string_view fileMenu = "ID_FileMN", editMenu = "ID_Editmn", viewMenu = "ID_Viewmn",
@@ -119,12 +127,22 @@ std::vector<Command> fileCommands() {
 
 std::vector<Command> editCommands() {
     using enum CommandKind;
-    return {{"ID_Cut", "Cu&t", Action, editMenu, "Ctrl+X", false, "Moves the marked cells to the clipboard.",
+    return {{"ID_Undo", "&Undo", Action, editMenu, "Ctrl+Z", true, "Takes the last change of the session back.",
+             [](const Frame& frame) { return sessionIdle(frame) && frame.history.canUndo(); }, nullptr,
+             [](Frame& frame) { frame.history.undo(frame.app, frame.session); }},
+            {"ID_Redo", "&Redo", Action, editMenu, "Ctrl+Y", true, "Makes a change again that was taken back.",
+             [](const Frame& frame) { return sessionIdle(frame) && frame.history.canRedo(); }, nullptr,
+             [](Frame& frame) { frame.history.redo(frame.app, frame.session); }},
+            {"ID_Cut", "Cu&t", Action, editMenu, "Ctrl+X", false, "Moves the marked cells to the clipboard.",
              has<&AreaActions::cut>, nullptr, callArea<&AreaActions::cut>},
             {"ID_Copy", "&Copy", Action, editMenu, "Ctrl+C", false, "Copies the marked cells to the clipboard.",
              has<&AreaActions::copy>, nullptr, callArea<&AreaActions::copy>},
             {"ID_Paste", "&Paste", Action, editMenu, "Ctrl+V", false, "Puts the clipboard into the cells.",
              has<&AreaActions::paste>, nullptr, callArea<&AreaActions::paste>},
+            {"ID_Find", "&Find...", Action, editMenu, "Ctrl+F", false, "Looks for a text in the grid in front.",
+             nullptr, nullptr, callFrame<&FrameActions::find>},
+            {"ID_FindNext", "Find &Next", Action, editMenu, "Ctrl+G", false, "Goes to the next cell that holds it.",
+             nullptr, nullptr, callFrame<&FrameActions::findNext>},
             {"ID_AddChannel", "&Add Channel", Action, editMenu, "Ctrl+Ins", true,
              "Adds an output channel behind the current one.", channelsIdle, nullptr, addChannel},
             {"ID_Channel", "&Add Channel", Alias, "", "", false, "", channelsIdle, nullptr, addChannel},
@@ -185,7 +203,7 @@ std::vector<Command> helpCommands() {
     using enum CommandKind;
     return {
         {"ID_ArrangeAll", "&Arrange All", Action, windowsMenu, "", false, "All parts back to their places.", nullptr,
-         nullptr, arrangeAll},
+         nullptr, callFrame<&FrameActions::arrange>},
         {"ID_Help", "&Help", Action, helpMenu, "F1", false, "The guide.", nullptr, nullptr, openWindow<WorkArea::Help>},
         {"ID_Welvanewww", "Welvane on the &Web", Action, helpMenu, "", false, "Opens the web page.", nullptr, nullptr,
          [](Frame& frame) { openFileWithShell(frame.app, std::string(webPage)); }},
@@ -285,6 +303,9 @@ CommandOutcome perform(Frame& frame, std::string_view id) {
     if (!commandEnabled(frame, *command)) return CommandOutcome::NotNow;
     CommandOutcome outcome = CommandOutcome::Done;
     try {
+        std::optional<UndoHistory::Step> step;
+        if (changesSession(id) && frame.isOpen(WorkArea::Session))
+            step.emplace(frame.history, frame.app, frame.session, withoutChar(commandText(frame, *command), '&'));
         command->effect(frame);
     } catch (const std::exception& error) {
         frame.app.user.ask({withoutChar(commandText(frame, *command), '&'), error.what(), Buttons::Ok, Icon::Stop});

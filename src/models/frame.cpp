@@ -19,12 +19,15 @@ namespace welvane {
 namespace {
 
 void openTables(Frame& frame) {
+    frame.history.clear();
+    frame.problems.clear();
     openSession(frame.app, frame.session);
     frame.tab = SessionTab::Channels;
     frame.currentChannel = 0;
     frame.currentSlot = -1;
     const std::string current = frame.app.run.lasFile;
     if (endsWith(current, ".las")) openInSession(frame, current);
+    frame.history.clear();
 }
 
 /// What a window that is opened anew works on.
@@ -55,6 +58,7 @@ void emptyArea(Frame& frame, WorkArea area) {
         frame.session = Session();
         frame.session.rules = FigureRules::trueFigures;
         frame.grd = GenericTable();
+        frame.history.clear();
     }
     if (area == WorkArea::Tools) frame.bytes = ByteViewState();
     if (area == WorkArea::Certify) frame.certification = BatchCertification();
@@ -153,8 +157,10 @@ bool openInSession(Frame& frame, const std::string& path) {
         showWarning(frame.app.user, "File Not Loaded", path + ": no such file");
         return false;
     }
+    const UndoHistory::Step step(frame.history, frame.app, frame.session, "Open " + fileNameOf(path));
     frame.session.slots[slot].path = path;
     const SlotLoadResult loaded = Open4Files(frame.app, frame.session, slot);
+    frame.problems.loaded(path, loaded);
     if (loaded.done()) {
         noteRecentFile(frame.app.platform.settings(), path);
         return true;

@@ -11,6 +11,8 @@
 #include "convert/generic_table.h"
 #include "models/browser.h"
 #include "models/listing_window.h"
+#include "models/problems.h"
+#include "models/undo.h"
 #include "session/session.h"
 #include "texttools/byte_view.h"
 
@@ -37,6 +39,8 @@ struct FrameActions {
     std::function<void(WorkArea)> close{};  ///< takes the window away; what it showed is gone already
     std::function<void()> refresh{};        ///< anything shown may have changed
     std::function<void()> startProcess{};   ///< starts the run that the open windows call for
+    std::function<void()> find{};           ///< asks for a text to look for in the grid in front
+    std::function<void()> findNext{};       ///< goes to the next cell that holds it
     std::function<void()> arrange{};        ///< all parts back to their places
     std::function<void()> exit{};           ///< ends the program; all windows are closed by then
     std::function<void(const std::string& text)> print{};
@@ -63,8 +67,12 @@ struct Frame {
     ByteViewState bytes;
     BatchCertification certification;
     std::optional<ListingSession> listing;
+    UndoHistory history;     ///< what was done to the session
+    ProblemList problems;    ///< what is to be known of its files and of the last run
     GenericTable grd;        ///< of the session's tab that makes LAS of a table
     std::string headerFile;  ///< hTxt: where that takes its header from
+    std::string headerText;  ///< the header as it was edited; "" for the template
+    std::string tablePath;   ///< the file that grd was read from; "" for the clipboard
 
     std::vector<WorkArea> open;  ///< in the order of their opening
     std::optional<WorkArea> front;

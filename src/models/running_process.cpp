@@ -26,6 +26,7 @@ ProcessRequest processRequest(const Frame& frame, const std::string& pattern) {
     request.selection = {frame.browser.folder, frame.browser.outDir, frame.browser.selected};
     request.pattern = pattern;
     request.headerFile = frame.headerFile;
+    request.headerText = frame.headerText;
     return request;
 }
 
@@ -66,6 +67,7 @@ ProcessOutcome RunningProcess::finish() {
     frame_.certification = std::move(certification_);
     frame_.listing = std::move(listing_);
     frame_.grd = std::move(grd_);
+    if (outcome_.kind == ProcessKind::Pass || outcome_.kind == ProcessKind::MakeLas) frame_.problems.ran(outcome_);
     if (outcome_.showProperties) frame_.tab = SessionTab::Properties;
     if (frame_.isOpen(WorkArea::Tools) && !frame_.bytes.path.empty()) showPage(frame_.bytes, frame_.bytes.pageStart);
     if (exitWanted_)

@@ -39,7 +39,8 @@ class GenericTableModel : public TableModel {
 
     std::int64_t rows() const override { return grd_.rows(); }
     int columns() const override { return grd_.columns(); }
-    int headRows() const override { return static_cast<int>(grdHeadRows); }
+    // Names, units and checks are edited, so they are cells; the column numbers alone are heads.
+    int headRows() const override { return 1; }
     std::string text(std::int64_t row, int column) const override;
     Check check(std::int64_t row, int column) const override;
     std::uint32_t backColour(std::int64_t row, int column) const override;

@@ -12,26 +12,6 @@
 namespace welvane::test {
 namespace {
 
-/// Clicks into a cell, as in the view.
-void clickCell(GridView& grid, int row, int column) {
-    const QModelIndex cell = grid.model()->index(row, column);
-    grid.scrollTo(cell);
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(cell).center());
-    ASSERT_EQ(grid.currentIndex(), cell);
-}
-
-/// Types over a cell.
-void typeInto(GridView& grid, int row, int column, const QString& text) {
-    clickCell(grid, row, column);
-    QTest::keyClick(&grid, Qt::Key_F2);
-    QWidget* const editor = QApplication::focusWidget();
-    ASSERT_TRUE(editor != nullptr && grid.isAncestorOf(editor));
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-    QApplication::processEvents();
-}
-
 // Each opens by its menu, stands in front, names its parts, and closes by Escape.
 TEST_F(Window, everyAreaOpensAndCloses) {
     openByDoubleClick("kestrel-7-run1.las");

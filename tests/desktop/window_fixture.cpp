@@ -4,6 +4,8 @@
 #include <QListWidget>
 #include <QStatusBar>
 
+#include "desktop/grid_view.h"
+
 namespace welvane::test {
 
 namespace fs = std::filesystem;
@@ -15,7 +17,7 @@ Window::Window() : app(boxes, platform) {
     platform.settings().put("editafter", "0");
     platform.settings().put("certafter", "0");
     EXPECT_TRUE(loadProcess(app));
-    window = std::make_unique<MainWindow>(app, jobPlatform);
+    window = std::make_unique<MainWindow>(app, jobPlatform, previewPlatform);
     boxes.setParent(window.get());
     window->resize(1024, 700);
     window->show();
@@ -56,6 +58,26 @@ void Window::press(QWidget& window, const QString& text) {
             return;
         }
     ADD_FAILURE() << "no button " << text.toStdString();
+}
+
+/// Clicks into a cell, as in the view.
+void clickCell(GridView& grid, int row, int column) {
+    const QModelIndex cell = grid.model()->index(row, column);
+    grid.scrollTo(cell);
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(cell).center());
+    ASSERT_EQ(grid.currentIndex(), cell);
+}
+
+/// Types over a cell.
+void typeInto(GridView& grid, int row, int column, const QString& text) {
+    clickCell(grid, row, column);
+    QTest::keyClick(&grid, Qt::Key_F2);
+    QWidget* const editor = QApplication::focusWidget();
+    ASSERT_TRUE(editor != nullptr && grid.isAncestorOf(editor));
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();
 }
 
 std::string Window::message() {

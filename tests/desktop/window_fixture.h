@@ -15,6 +15,10 @@
 #include "support/memory_platform.h"
 #include "support/run_program.h"
 
+namespace welvane {
+class GridView;
+}
+
 namespace welvane::test {
 
 constexpr int patience = 10000;
@@ -47,6 +51,11 @@ void whenShown(const std::function<void(Dialog&)>& act) {
     });
 }
 
+/// Clicks into a cell, as in the view.
+void clickCell(GridView& grid, int row, int column);
+/// Types over a cell.
+void typeInto(GridView& grid, int row, int column, const QString& text);
+
 /// A main window over the two wells of an example in a folder of its own.
 class Window : public ::testing::Test {
   protected:
@@ -71,7 +80,7 @@ class Window : public ::testing::Test {
     static void keepPicture(QWidget& widget, const std::string& name);
 
     TempFolder folder;
-    StockPlatform platform, jobPlatform;
+    StockPlatform platform, jobPlatform, previewPlatform;
     BoxInterface boxes;
     App app;
     std::unique_ptr<MainWindow> window;

@@ -91,7 +91,7 @@ TEST_F(Window, aClickOnATabShowsItAndEveryGridHasAName) {
     openByDoubleClick("kestrel-7-run1.las");
     openByDoubleClick("kestrel-7-run2.las");
     auto& session = *window->findChild<SessionView*>();
-    ASSERT_EQ(session.count(), 4);
+    ASSERT_EQ(session.count(), 7);
     for (int tab = 0; tab < session.count(); ++tab) {
         QTest::mouseClick(session.tabBar(), Qt::LeftButton, {}, session.tabBar()->tabRect(tab).center());
         EXPECT_EQ(session.currentIndex(), tab);

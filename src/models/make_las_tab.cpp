@@ -1,0 +1,58 @@
+#include "models/make_las_tab.h"
+
+#include <utility>
+
+#include "convert/header_template.h"
+#include "shared/files.h"
+#include "shared/text.h"
+
+namespace welvane {
+
+namespace {
+
+std::string templateText(const Frame& frame) {
+    const StartupSettings& settings = frame.app.settings;
+    return join(headerTemplate(settings.country, settings.units.depthUnit), "\n") + "\n";
+}
+
+}  // namespace
+
+const std::array<DelimiterChoice, 5>& delimiterChoices() {
+    static constexpr std::array<DelimiterChoice, 5> choices = {{{"Delimiter: guess", Delimiter::Guess},
+                                                                {"Blanks", Delimiter::Blanks},
+                                                                {"Tabs", Delimiter::Tab},
+                                                                {"Commas", Delimiter::Comma},
+                                                                {"Semicolons", Delimiter::Semicolon}}};
+    return choices;
+}
+
+std::string askTableFile(Frame& frame) {
+    return frame.app.user.askFile(
+        {"Open Table", "Tables (*.txt;*.csv;*.asc;*.dat)|*.txt;*.csv;*.asc;*.dat", frame.browser.folder, "", false});
+}
+
+std::string askHeaderFile(Frame& frame) {
+    return frame.app.user.askFile({"Select Header File", "las", dirOf(frame.headerFile), "", false});
+}
+
+EditOutcome takeTable(Frame& frame, const std::string& path, GenericTable&& grd, const TableLoadResult& result) {
+    frame.problems.readTable(path, result);
+    if (!result.done) return {false, result.why};
+    frame.grd = std::move(grd);
+    frame.tablePath = path;
+    return {true, counted(frame.grd.dataRows(), "row") + " from line " + std::to_string(result.dataLine) + " on"};
+}
+
+std::size_t lineOfTableRow(const GenericTable& grd, std::int64_t row) {
+    return row < grdHeadRows || row >= grd.rows() ? 0 : grd.lineNumber(row - grdHeadRows);
+}
+
+std::string tableHeaderText(const Frame& frame) {
+    return frame.headerText.empty() ? templateText(frame) : frame.headerText;
+}
+
+void setTableHeaderText(Frame& frame, const std::string& text) {
+    frame.headerText = text == templateText(frame) ? std::string() : text;
+}
+
+}  // namespace welvane
