@@ -124,27 +124,29 @@ void addPassOptions(VerbOptions& rows, PassChoices& c) {
          {"--apply-depths", &c.applyDepths, "SLOT:FROM:TO", "Depths from which an input feeds all its channels", again},
          {"--shift", &c.shifts, "SLOT:CHANNEL:OFFSET", "Move an input channel in depth, positive down", again},
          {"--clip", &c.clips, "SLOT:CHANNEL:TOP:BOTTOM", "Cut an input channel to an interval", again}});
-    addOptions(rows, "Layout",
-               {optionOf(PrdRow::Wrap, &c.wrap),
-                optionOf(PrdRow::Vers, &c.vers),
-                optionOf(PrdRow::Null, &c.null),
-                optionOf(PrdRow::FormatDot, &c.format),
-                optionOf(PrdRow::HeaderFile, &c.request.header),
-                {"--sections", &c.sections, "V,W,C,P,O", "Sections and their order"},
-                optionOf(PrdRow::MergeParameters, &c.mergeParameters),
-                optionOf(PrdRow::RenameDuplicates, &c.renameDuplicates),
-                optionOf(PrdRow::PlainAscii, &c.ascii, PrdColumn::Option),
-                optionOf(PrdRow::PlainAscii, &c.separator, PrdColumn::SecondOption),
-                optionOf(PrdRow::FillEmpty, &c.request.fillEmpty),
-                optionOf(PrdRow::KeepInputDetails, &c.request.keepDetails),
-                optionOf(PrdRow::DovranFilter, &c.request.smooth)});
+    addOptions(
+        rows, "Layout",
+        {optionOf(PrdRow::Wrap, &c.wrap),
+         optionOf(PrdRow::Vers, &c.vers),
+         optionOf(PrdRow::Null, &c.null),
+         optionOf(PrdRow::FormatDot, &c.format),
+         optionOf(PrdRow::HeaderFile, &c.request.header),
+         {"--sections", &c.sections, "V,W,C,P,O", "Sections and their order"},
+         optionOf(PrdRow::MergeParameters, &c.mergeParameters),
+         optionOf(PrdRow::RenameDuplicates, &c.renameDuplicates),
+         optionOf(PrdRow::PlainAscii, &c.ascii, PrdColumn::Option),
+         optionOf(PrdRow::PlainAscii, &c.separator, PrdColumn::SecondOption),
+         {"--csv", &c.request.csv, "", "Comma-separated values that any spreadsheet reads, in place of a LAS file"},
+         optionOf(PrdRow::FillEmpty, &c.request.fillEmpty),
+         optionOf(PrdRow::KeepInputDetails, &c.request.keepDetails),
+         optionOf(PrdRow::DovranFilter, &c.request.smooth)});
     addOptions(rows, "Reading",
                {optionOf(PrdRow::ParsingOptions, &c.columnWidth, PrdColumn::Option),
                 {"--loose", &c.request.loose, "", "Read data of no regular shape line by line"},
                 {"--index-unit", &c.request.indexUnit, "UNIT", "Unit of the inputs' index, whatever their headers say"},
                 {"--decimal-comma", &c.request.decimalComma, "", "A comma inside a number is its point"},
-                {"--rules", &c.rules, "true-figures|as-laid-down",
-                 "Figures as they were or told, or bit for bit as the headless line makes them (true-figures)"}});
+                {"--rules", &c.rules, "true|as-laid-down",
+                 "Figures as they were or told, or bit for bit as the headless line makes them (true)"}});
 }
 
 PassRequest passRequest(const PassChoices& choices) {
@@ -174,8 +176,9 @@ PassRequest passRequest(const PassChoices& choices) {
     request.renameDuplicates = optionalYesOrNo("--rename-duplicates", choices.renameDuplicates);
     request.plain = optionalChoice<TitleStyle>(PrdRow::PlainAscii, choices.ascii, PrdColumn::Option);
     request.separator = optionalChoice<Separator>(PrdRow::PlainAscii, choices.separator, PrdColumn::SecondOption);
+    if (request.csv && request.plain) throw UsageFault("--csv and --ascii are two forms of one output");
     if (request.separator && !request.plain) throw UsageFault("--separator goes with --ascii");
-    constexpr PropertyWord rules[] = {{"true-figures", "true"}, {"as-laid-down", "laid"}};
+    constexpr PropertyWord rules[] = {{"true", "true"}, {"as-laid-down", "laid"}};
     if (!choices.rules.empty() && needWord("--rules", choices.rules, rules) == "laid")
         request.rules = FigureRules::asLaidDown;
     if (request.rules == FigureRules::asLaidDown && (request.decimalComma || !request.indexUnit.empty()))

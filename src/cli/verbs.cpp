@@ -86,13 +86,14 @@ ExitCode perform(const VerbRun& run, const CommonOptions& common, const Verb& ve
 
 const std::vector<Verb>& verbTable() {
     static const std::vector<Verb> table = {
-        {"run", "Make one LAS file of one to four inputs", declareRun},
+        {"run", "Make one LAS file of one to four inputs", declareRun, true},
         {"batch", "The same once per file, into a folder", declareBatch, true},
         {"functions", "The channel functions that filters and --curve know", declareFunctions, true},
         {"tvd", "Compute a survey and map depths through it", declareTvd, true},
         {"info", "Tell what stands in a LAS file: depths, data, sections, channels", declareInfo, true},
         {"check", "Judge what files are, by their ends alone", declareCheck, true},
-        {"repair", "Repair line ends, a curve title or a whole header", declareRepair},
+        {"read", "The channels as they stand, as CSV or JSON lines", declareRead},
+        {"repair", "Repair line ends, a curve title or a whole header", declareRepair, true},
         {"wrap", "Wrap the data of a LAS file, or unwrap them", declareWrap},
         {"tops", "List the [TOPS] block", declareTops, true},
         {"stats", "Statistics and covered intervals of each channel", declareStats, true},

@@ -40,6 +40,7 @@ VerbSyntax declareFunctions();
 VerbSyntax declareTvd();
 VerbSyntax declareInfo();
 VerbSyntax declareCheck();
+VerbSyntax declareRead();
 VerbSyntax declareRepair();
 VerbSyntax declareWrap();
 VerbSyntax declareTops();

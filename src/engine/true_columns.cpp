@@ -13,8 +13,8 @@ namespace welvane {
 
 namespace {
 
-/// The most decimals that a column is written with: a double has no more figures of a value near 1.
-constexpr int mostDecimals = 17;
+/// The most decimals that a column is written with where nobody says how many: room for 1E-30 with ten figures.
+constexpr int mostDecimals = 40;
 
 /// The least and the largest sample that is no null, as written.
 struct Range {
@@ -51,7 +51,7 @@ int inputDecimals(const PassContext& context, int column) {
         if (!input.data || channel == 0 || channel >= input.data->channels.facts.channels.size()) continue;
         decimals = std::max(decimals, static_cast<int>(input.data->channels.facts.channels[channel].decimals));
     }
-    return std::min(decimals, mostDecimals);
+    return decimals;
 }
 
 /// Values that are neither 0 nor null and become 0, or the null, with so many decimals.
@@ -108,9 +108,8 @@ void settleTrueColumns(PassContext& context) {
         const int needed = inputDecimals(context, column.column);
         column.decimals = format.dataDecimals;
         if (!context.session.decimalsAsked)
-            column.decimals = std::max<int>(column.decimals, needed);
-        else if (needed > column.decimals)
-            noteRounding(context, column, needed);
+            column.decimals = std::max<int>(column.decimals, std::min(needed, mostDecimals));
+        if (needed > column.decimals) noteRounding(context, column, needed);
         const Range range = rangeOf(column, context.grid.sampleCount, null);
         int length = std::max({lengthOf(range.least, column.decimals), lengthOf(range.most, column.decimals),
                                static_cast<int>(nullText(context, column.decimals).size())});

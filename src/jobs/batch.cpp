@@ -74,6 +74,7 @@ void Batch::startAfresh() {
 void Batch::settleOutput(BatchItem& item) {
     std::string name = fileNameOf(item.path);
     if (request_.pass.plain) name = changeExtension(name, "txt");
+    if (request_.pass.csv) name = changeExtension(name, "csv");
     item.output = withBackslash(request_.folder) + name;
     if (inputs_.contains(onlyPath(item.output)))
         throw Refusal(item.path, "its output " + item.output + " is one of the inputs");
@@ -88,12 +89,11 @@ void Batch::passOver(const Input& input, BatchItem& item) {
     prepareSession(bench_, session, {input}, request_.pass);
     bench_.needOwnFile(item.output, {input});
     choicesMakeSense_ = true;
-    bench_.app().run.targetFile = item.output;
     RunOutcome outcome;
     {
         // The boxes that tell of a run that broke off say less than its refusal.
         const HeldBoxes held(bench_.user());
-        outcome = processMMM(bench_.app(), session, jobRun(bench_, request_.pass));
+        outcome = passOnto(bench_, session, jobRun(bench_, request_.pass), request_.pass.csv, item.output);
     }
     for (const ItemReport& report : outcome.items) {
         if (outcome.completed) noteLeftOut(bench_, report);

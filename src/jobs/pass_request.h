@@ -92,6 +92,7 @@ struct PassRequest {
     std::optional<bool> mergeParameters{}, renameDuplicates{};
     std::optional<TitleStyle> plain{};     ///< a plain table with these heads, no LAS file
     std::optional<Separator> separator{};  ///< between its fields
+    bool csv = false;                      ///< the channels as comma-separated values (RFC 4180), no LAS file
     bool fillEmpty = false, keepDetails = false, smooth = false;
 
     std::optional<GivenNumber> columnWidth{};  ///< data columns of this width, in place of blanks between them

@@ -96,6 +96,7 @@ PlotReport plotFiles(Workbench& bench, const PlotRequest& request) {
     if ((request.files.empty() && !ofSession) || request.files.size() > slotCount)
         throw senselessChoice("files", "a plot shows one to four files");
     if (request.pass.plain) throw senselessChoice("ascii", "a plot is drawn of a LAS file");
+    if (request.pass.csv) throw senselessChoice("csv", "a plot is drawn of a LAS file");
     std::vector<Input> named;
     for (const std::string& file : request.files) named.push_back({file, file});
     if (!request.session.empty()) named.push_back({request.session, request.session});

@@ -1,10 +1,10 @@
 #include "jobs/preview.h"
 
-#include <filesystem>
 #include <utility>
 
 #include "engine/pass.h"
 #include "jobs/pass_notes.h"
+#include "jobs/passing_folder.h"
 #include "jobs/true_input.h"
 #include "las/channel_names.h"
 #include "session/filters.h"
@@ -15,26 +15,8 @@ namespace welvane {
 
 namespace {
 
-/// A folder for a file that nobody keeps.
-class PassingFolder {
-  public:
-    explicit PassingFolder(Workbench& bench) : path_(bench.app().platform.scratchFolder() + "preview/") {
-        std::filesystem::create_directory(path_);
-    }
-    ~PassingFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    PassingFolder(const PassingFolder&) = delete;
-    PassingFolder& operator=(const PassingFolder&) = delete;
-    const std::string& path() const { return path_; }
-
-  private:
-    std::string path_;
-};
-
 PlotInput throughFile(Workbench& bench, Session& session, RunRequest run, const std::string& name) {
-    const PassingFolder folder(bench);
+    const PassingFolder folder(bench, "preview");
     RunState& state = bench.app().run;
     const std::string before = std::exchange(state.targetFile, folder.path() + "output.las");
     run.outputMode = OutputFile::Mode::Beside;

@@ -5,8 +5,10 @@
 #include "jobs/checker.h"
 #include "jobs/las_check.h"
 #include "jobs/pass_notes.h"
+#include "jobs/passing_folder.h"
 #include "jobs/prepare_session.h"
 #include "jobs/preview.h"
+#include "jobs/read.h"
 #include "jobs/session_file.h"
 #include "jobs/true_input.h"
 #include "session/step_text.h"
@@ -127,6 +129,21 @@ RunRequest jobRun(const Workbench& bench, const PassRequest& request) {
     return run;
 }
 
+RunOutcome passOnto(Workbench& bench, Session& session, const RunRequest& run, bool csv, const std::string& output) {
+    App& app = bench.app();
+    app.run.targetFile = output;
+    if (!csv) return processMMM(app, session, run);
+    // By way of a LAS file, which is then read as any is: the same figures, null and names.
+    const PassingFolder folder(bench, "csv");
+    app.run.targetFile = folder.path() + "output.las";
+    RunOutcome outcome = processMMM(app, session, run);
+    if (!outcome.completed) return outcome;
+    writeRecords(bench, *openTrue(app.run.targetFile), {.file = app.run.targetFile, .output = output});
+    app.run.targetFile = output;
+    for (ItemReport& item : outcome.items) item.target = output;
+    return outcome;
+}
+
 Input openForPass(Workbench& bench, const std::string& file, const PassRequest& request) {
     if (request.rules == FigureRules::asLaidDown) return openLaidDown(bench, file, request.loose);
     Input input{file, resolvePath(file), openTrue(file)};
@@ -140,7 +157,6 @@ RunFilesReport performRun(Workbench& bench, Session& session, const std::vector<
                           const SettledRequest& settled) {
     const RunFilesRequest& request = settled.request;
     App& app = bench.app();
-    app.run.targetFile = request.output;
     RunFilesReport report;
     RunRequest run = jobRun(bench, request.pass);
     run.wrapSettled = marksOf(settled).wrapSettled;
@@ -150,7 +166,7 @@ RunFilesReport performRun(Workbench& bench, Session& session, const std::vector<
         // What the boxes of a run tell stands in its outcome too, and there without the detours; questions are asked
         // all the same.
         const HeldBoxes held(bench.user());
-        outcome = processMMM(app, session, run);
+        outcome = passOnto(bench, session, run, request.pass.csv, request.output);
         if (outcome.completed && request.certify) checkAfter(app, request.output, report);
     }
     if (!outcome.completed) {

@@ -55,6 +55,9 @@ PlanReport planRun(Workbench& bench, const RunFilesRequest& request);
 /// One pass as every job runs it: the output beside its name until it is whole, the filter applied before, inputs read
 /// to their end unless `loose`.
 RunRequest jobRun(const Workbench& bench, const PassRequest& request);
+/// The pass of a prepared session onto an output, as LAS or as CSV. Refusal where CSV was asked for and cannot be
+/// written.
+RunOutcome passOnto(Workbench& bench, Session& session, const RunRequest& run, bool csv, const std::string& output);
 /// An input as the request's rules want it opened.
 Input openForPass(Workbench& bench, const std::string& file, const PassRequest& request);
 

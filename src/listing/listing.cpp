@@ -4,6 +4,7 @@
 #include <new>
 
 #include "listing/listing_text.h"
+#include "shared/csv.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
@@ -34,15 +35,9 @@ void appendCsvLine(std::string& text, std::string_view row) {
     for (const std::string& field : split(row, '\t')) {
         if (!first) text += ',';
         first = false;
-        if (field.find_first_of(",\"\r\n") == std::string::npos) {
-            text += field;
-            continue;
-        }
-        text += '"';
-        for (const char c : field) text.append(c == '"' ? 2 : 1, c);
-        text += '"';
+        appendCsvField(text, field);
     }
-    text += "\r\n";
+    text += csvRowEnd;
 }
 
 /// Text without what would break a row of tab-separated text.

@@ -11,7 +11,7 @@ namespace {
 
 struct RepairChoices {
     RepairRequest request;
-    bool inPlace = false, json = false;
+    bool inPlace = false;
 };
 
 Json repairedAsJson(const RepairReport& report) {
@@ -24,8 +24,8 @@ Json repairedAsJson(const RepairReport& report) {
 ExitCode performRepair(Console& console, const RepairChoices& choices) {
     if (choices.request.inPlace() == !choices.inPlace) throw UsageFault("either -o OUT or --in-place is needed");
     const RepairReport report = workAndShow(
-        console, choices.json, {choices.request.file}, [&] { return repairFile(console.bench(), choices.request); },
-        repairedAsJson);
+        console, console.options().json, {choices.request.file},
+        [&] { return repairFile(console.bench(), choices.request); }, repairedAsJson);
     if (report.written)
         console.user().note(report.target + ": written" +
                             (report.kept.empty() ? "" : "; the file as it was is kept as " + report.kept));
@@ -43,7 +43,6 @@ VerbSyntax declareRepair() {
               "",
               "Repair the file itself; a copy of it is kept beside it",
               {.excludes = "--output"}},
-             {"--json", &choices->json, "", "Print what was written and what there is to note as one JSON document"},
              {"--line-ends", &choices->request.lineEnds, "", "Turn each LF without CR before it into CR LF"},
              {"--curve-title", &choices->request.curveTitle, "",
               "Give a ~Curve title that stands on a ~Well line a line of its own"},

@@ -17,7 +17,7 @@ namespace {
 
 struct RunChoices {
     RunFilesRequest request;
-    bool dryRun = false, json = false;
+    bool dryRun = false;
     PassChoices pass;
 };
 
@@ -91,6 +91,7 @@ Json outputAsJson(const RunFilesReport& report) {
 ExitCode performRun(Console& console, const RunChoices& choices) {
     const RunFilesRequest request = requestOf(console, choices);
     if (choices.dryRun) {
+        if (console.options().json) throw UsageFault("--dry-run tells a plan, and --json what was written");
         const PlanReport report = planRun(console.bench(), request);
         console.print(planText(report.plan, report.depthUnit));
         return ExitCode::Done;
@@ -101,7 +102,7 @@ ExitCode performRun(Console& console, const RunChoices& choices) {
         inputs = report.inputs;
         return report;
     };
-    const RunFilesReport report = workAndShow(console, choices.json, inputs, work, outputAsJson);
+    const RunFilesReport report = workAndShow(console, console.options().json, inputs, work, outputAsJson);
     if (!request.saveSession.empty()) console.user().note(request.saveSession + ": the session");
     for (const ItemReport& item : report.items) {
         console.user().note(item.target + ": " + counted(item.pass.records, "sample") + " of " +
@@ -119,11 +120,6 @@ VerbSyntax declareRun() {
         {"FILE", &choices->request.files, "", "One to four LAS files; @LIST or - for a list of paths"},
         {"-o,--output", &choices->request.output, "OUT", "The file to write"},
         {"--dry-run", &choices->dryRun, "", "Print what the run would do, write nothing"},
-        {"--json",
-         &choices->json,
-         "",
-         "Print what was written and what there is to note as one JSON document",
-         {.excludes = "--dry-run"}},
         {"--session", &choices->request.session, "FILE",
          "Begin with a saved session, on its own inputs where none are named; options go on top"},
         {"--save-session", &choices->request.saveSession, "FILE", "Save the session for --session"},
