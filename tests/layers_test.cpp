@@ -24,9 +24,9 @@ namespace fs = std::filesystem;
 
 /// Height of each room; a room includes itself and lower ones. Rooms of equal height stand side by side.
 const std::map<std::string, int, std::less<>> heights = {
-    {"shared", 0}, {"platform", 1}, {"las", 2},     {"reference", 3}, {"functions", 4}, {"session", 5},
-    {"engine", 6}, {"certify", 7},  {"listing", 7}, {"convert", 7},   {"texttools", 7}, {"picture", 7},
-    {"app", 8},    {"jobs", 9},     {"models", 10}, {"cli", 11},      {"desktop", 11}};
+    {"shared", 0},  {"platform", 1}, {"las", 2},     {"reference", 3}, {"functions", 4}, {"session", 5},
+    {"engine", 6},  {"certify", 7},  {"listing", 7}, {"convert", 7},   {"texttools", 7}, {"picture", 7},
+    {"conform", 7}, {"app", 8},      {"jobs", 9},    {"models", 10},   {"cli", 11},      {"desktop", 11}};
 
 bool isSystemHeader(std::string_view name) {
     static constexpr std::array<std::string_view, 19> names = {

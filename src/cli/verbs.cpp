@@ -93,6 +93,7 @@ const std::vector<Verb>& verbTable() {
         {"info", "Tell what stands in a LAS file: depths, data, sections, channels", declareInfo, true},
         {"check", "Judge what files are, by their ends alone", declareCheck, true},
         {"read", "The channels as they stand, as CSV or JSON lines", declareRead},
+        {"conform", "Hold files against the LAS standard, rule by rule", declareConform, true},
         {"repair", "Repair line ends, a curve title or a whole header", declareRepair, true},
         {"wrap", "Wrap the data of a LAS file, or unwrap them", declareWrap},
         {"tops", "List the [TOPS] block", declareTops, true},

@@ -51,6 +51,7 @@ VerbSyntax declareList();
 VerbSyntax declarePrice();
 VerbSyntax declareFromAscii();
 VerbSyntax declareCertify();
+VerbSyntax declareConform();
 VerbSyntax declareBytes();
 VerbSyntax declareReplace();
 VerbSyntax declareLibrary();

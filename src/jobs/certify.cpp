@@ -3,7 +3,9 @@
 #include <filesystem>
 #include <unordered_set>
 
+#include "jobs/conform.h"
 #include "jobs/each_file.h"
+#include "platform/output_file.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
 
@@ -63,6 +65,21 @@ std::vector<Reason> reasonsAgainst(const Workbench& bench, const CertifyRequest&
     return reasons;
 }
 
+std::string ownLog(const ConformReport& report) {
+    std::string log = "Held against LAS " + std::string(versionText(report.findings.version())) + " by welvane\r\n";
+    for (const Finding& found : report.findings.sorted()) {
+        const std::string_view weight = found.severity == Severity::Error ? "Error: " : severityText(found.severity);
+        log.append(weight).append(found.severity == Severity::Error ? "" : " ");
+        log +=
+            "line " + std::to_string(found.place.line) + ": " + std::string(ruleOf(found.rule).id) + ", " + found.what;
+        log += (found.count > 1 ? " (" + std::to_string(found.count) + ")" : "") + "\r\n";
+    }
+    for (const ConformRule& rule : conformRules())
+        if (const std::size_t more = report.findings.notKept(rule.rule); more != 0)
+            log += std::to_string(more) + " more of " + std::string(rule.id) + "\r\n";
+    return log + (report.has(Severity::Error) ? "" : "Passed\r\n");
+}
+
 /// One run of the checker. Refusal when it cannot be started at all.
 Certification checkOne(Workbench& bench, const CertifyRequest& request, const std::string& file, std::size_t item) {
     App& app = bench.app();
@@ -87,12 +104,28 @@ Certification checkOne(Workbench& bench, const CertifyRequest& request, const st
     return made;
 }
 
+/// The own check, told as a log in the words by which logs are judged.
+Certification checkByRules(Workbench& bench, const CertifyRequest& request, const std::string& file) {
+    const ConformReport report = conformFile(bench, {.file = file});
+    Certification made{.file = file, .ownCheck = true};
+    made.log = ownLog(report);
+    made.verdict = report.has(Severity::Error) ? Verdict::Failed : Verdict::Passed;
+    if (!request.saveLogs) return made;
+    OutputFile log(certifyLogPath(file), bench.outputMode());
+    log.write(made.log);
+    log.commit();
+    return made;
+}
+
 /// The same; a failure on the way is told of this file alone.
 Certification checkOrTell(Workbench& bench, const CertifyRequest& request, const std::string& file, std::size_t item) {
     try {
+        if (noCheckerSet(bench.app().settings.certProgram)) return checkByRules(bench, request, file);
         return checkOne(bench, request, file, item);
-    } catch (const Refusal&) {
-        throw;
+    } catch (const Refusal& refused) {
+        // A file that cannot be read is told of that file alone; a checker that does not start, of all.
+        if (bench.stopWanted() || !noCheckerSet(bench.app().settings.certProgram)) throw;
+        return {.ownCheck = true, .why = refused.fault.reason};
     } catch (const std::exception& failed) {
         return {.why = {failed.what()}};
     }
@@ -104,7 +137,9 @@ void useChecker(Workbench& bench, const CertifyRequest& request) {
     StartupSettings& settings = bench.app().settings;
     if (!request.checker.empty()) settings.certProgram = request.checker;
     if (!request.region.empty()) settings.country = request.region;
-    needChecker(settings.certProgram);
+    if (!noCheckerSet(settings.certProgram)) return needChecker(settings.certProgram);
+    if (request.repair) throw Refusal("", "no checker is set that could repair files", Remedy::Checker);
+    bench.note(NoteKind::File, "", "no checker is set; files are held against the LAS standard by welvane itself");
 }
 
 bool certifyFiles(Workbench& bench, const CertifyRequest& request,
@@ -124,7 +159,7 @@ bool certifyFiles(Workbench& bench, const CertifyRequest& request,
             Certification made =
                 against[item].none() ? checkOrTell(own, request, file, item) : Certification{.why = against[item]};
             made.file = file;
-            made.verdict = verdictOf(made.log);
+            if (!made.ownCheck) made.verdict = verdictOf(made.log);
             return made;
         },
         [&](const FileResult<Certification>& result) {

@@ -13,7 +13,7 @@ namespace welvane {
 
 struct CertifyRequest {
     std::vector<std::string> files{};
-    std::string checker{};  ///< its program and arguments; "" for the setting
+    std::string checker{};  ///< its program and arguments; "" for the setting, or the own check where it names none
     std::string region{};   ///< whose rules hold; "" for the setting country
     CheckKind kind = CheckKind::Basic;
     bool repair = false;               ///< the checker may change the files
@@ -26,10 +26,12 @@ struct CertifyRequest {
 struct Certification {
     std::string file{}, log{};
     Verdict verdict = Verdict::CheckIncomplete;
-    Reason why{};  ///< what there is to say of a check that did not come to its end, or was not begun
+    bool ownCheck = false;  ///< no checker is set: held against the LAS standard by the program itself
+    Reason why{};           ///< what there is to say of a check that did not come to its end, or was not begun
 };
 
-/// Puts the request's checker and region into use. Refusal when there is no such checker.
+/// Puts the request's checker and region into use. Refusal when there is no such checker. Where none is named and none
+/// is set, files are held against the LAS standard by the program itself, which a note tells; a repair is refused then.
 void useChecker(Workbench& bench, const CertifyRequest& request);
 
 /// Runs the checker in use over the files and hands out what came of each in their order; one that is named twice is

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "app/setting_keys.h"
 #include "certify/certify_file.h"
 #include "jobs/refusal.h"
 #include "shared/files.h"
@@ -35,6 +36,12 @@ std::string whyNotOnPath(const std::string& name) {
 }
 
 }  // namespace
+
+bool noCheckerSet(const std::string& setting) {
+    if (trim(setting).empty()) return true;
+    const SettingKey* const key = findSettingKey("cert_prog");
+    return key != nullptr && setting == key->defaultText && !fileExists(setting);
+}
 
 void needChecker(const std::string& setting) {
     const std::vector<std::string> arguments = checkerArguments(setting);

@@ -10,6 +10,9 @@ namespace welvane {
 /// Seconds that a checker gets for one file where nothing else is said: it must not hold anybody for ever.
 inline constexpr double checkerPatience = 600;
 
+/// True where the setting names no checker: it is empty, or is what it was at first and no such program is there. The
+/// program then judges files by itself.
+bool noCheckerSet(const std::string& setting);
 /// Refusal for a checker's command line whose program is not there or cannot be executed, so that this is told once and
 /// not for each file.
 void needChecker(const std::string& setting);

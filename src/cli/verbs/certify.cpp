@@ -24,8 +24,10 @@ struct CertifyChoices {
 };
 
 Json asJson(const Certification& made) {
-    return Json::object(
+    Json entry = Json::object(
         {{"path", utf8Text(made.file)}, {"verdict", verdictText(made.verdict)}, {"log", utf8Text(made.log)}});
+    if (made.ownCheck) entry.add("checker", "welvane");
+    return entry;
 }
 
 std::string asText(const Certification& made) {
