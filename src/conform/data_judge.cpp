@@ -44,11 +44,12 @@ bool commasPart(const std::vector<std::string_view>& lines, std::size_t columns)
 
 RowLayout layoutOf(const std::vector<std::string_view>& lines, std::size_t columns, bool commas) {
     if (columns < 2) return RowLayout::Unknown;
-    std::size_t have = 0, steps = 0, plain = 0;
+    std::size_t have = 0, steps = 0, plain = 0, looked = 0;
     bool exact = true;
     for (const std::string_view line : lines) {
         if (!holdsNumber(line, commas)) continue;
         const std::size_t count = countTokens(line, commas);
+        ++looked;
         plain += count == columns ? 1U : 0U;
         have += count;
         exact = exact && have <= columns;
@@ -56,8 +57,8 @@ RowLayout layoutOf(const std::vector<std::string_view>& lines, std::size_t colum
         ++steps;
         have = 0;
     }
-    if (plain * 2 > lines.size()) return RowLayout::Plain;
-    return exact && steps > 0 ? RowLayout::Wrapped : RowLayout::Unknown;
+    if (plain * 2 > looked) return RowLayout::Plain;
+    return exact && steps > 0 && plain == 0 ? RowLayout::Wrapped : RowLayout::Unknown;
 }
 
 }  // namespace

@@ -4,13 +4,11 @@
 #include <string_view>
 
 #include "conform/judgement.h"
+#include "conform/text_sink.h"
 
 /// A file written anew with all mended that needs no choice of a person. What is told by the judgement decides: the
 /// same text, judged again, breaks those rules no more.
 namespace welvane {
-
-/// Takes the next bytes of the new text.
-using TextSink = std::function<void(std::string_view)>;
 
 /// True where there is anything to mend.
 bool canMend(const Judgement& judged);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "conform/mend_header.h"
 #include "shared/text.h"
 
 namespace welvane {

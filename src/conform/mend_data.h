@@ -5,7 +5,8 @@
 #include <vector>
 
 #include "conform/data_tokens.h"
-#include "conform/mend.h"
+#include "conform/judgement.h"
+#include "conform/text_sink.h"
 
 namespace welvane {
 
