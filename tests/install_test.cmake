@@ -32,6 +32,12 @@ foreach(name units.ini para.ini curves.ini crnphi.ini)
   endif()
 endforeach()
 
+file(READ ${stage}/prefix/${DATADIR}/man/man1/welvane.1 page)
+file(READ ${stage}/prefix/${DATADIR}/bash-completion/completions/welvane completion)
+if(NOT page MATCHES "\n.SS run\n" OR NOT completion MATCHES "-F _welvane")
+  message(FATAL_ERROR "the manual page or the completion is not whole")
+endif()
+
 # GR and GRC are one channel only by the stock curve groups.
 set(examples ${stage}/prefix/${DOCDIR}/examples)
 run(plan ${program} run ${examples}/kestrel-7-run1.las ${examples}/kestrel-7-run2.las --splice --dry-run)

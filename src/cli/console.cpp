@@ -1,5 +1,6 @@
 #include "cli/console.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <iostream>
 
@@ -73,12 +74,19 @@ Console::Console(const CommonOptions& options) : options_(options), platform_(ma
 }
 
 std::vector<std::string> Console::expandLists(const std::vector<std::string>& named) {
-    return welvane::expandLists(*bench_, named, std::cin);
+    return welvane::expandLists(*bench_, named, std::cin, options_.recursive);
 }
 
 void Console::print(std::string_view text) {
     user_.bar().clear();
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::string shown;
+    if (!shownAs_.empty()) text = shown = withNames(std::string(text), shownAs_);
+    if (std::fwrite(text.data(), 1, text.size(), stdout) < text.size() && errno == EPIPE) throw ClosedPipe();
+}
+
+void Console::showAs(const std::string& path, const std::string& name) {
+    shownAs_.emplace_back(path, name);
+    user_.showAs(shownAs_);
 }
 
 void Console::say(const Fault& fault) {

@@ -19,7 +19,7 @@ namespace {
 constexpr std::string_view desktopProgram = "welvane-desktop";
 
 bool namesVerbs(std::string_view argument) {
-    for (const std::string_view known : {"help", "--help", "-h", "--version"}) {
+    for (const std::string_view known : {"help", "--help", "-h", "--version", "-V"}) {
         if (argument == known) return true;
     }
     return findVerb(argument) != nullptr;
@@ -65,7 +65,7 @@ ExitCode openDesktop() {
 }
 
 ExitCode start(const std::vector<std::string>& arguments) {
-    if (!arguments.empty() && namesVerbs(arguments.front())) return runVerb(arguments);
+    if (!arguments.empty() && (namesVerbs(arguments.front()) || isMistypedVerb(arguments))) return runVerb(arguments);
     try {
         const std::string text = commandText(arguments);
         if (text.empty()) return openDesktop();

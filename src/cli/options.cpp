@@ -65,7 +65,7 @@ void addOptions(VerbOptions& rows, std::string_view group, VerbOptions added) {
 
 ReadArguments readArguments(const CommandSyntax& syntax, const std::vector<std::string>& arguments) {
     CLI::App command(std::string(syntax.summary) + ".", "welvane " + std::string(syntax.name));
-    command.footer(std::string(syntax.footer));
+    command.footer(syntax.footer);
     command.get_formatter()->column_width(helpColumn);
     std::vector<std::pair<CLI::Option*, bool*>> watched;
     const auto add = [&](const VerbOptions& rows) {

@@ -52,7 +52,8 @@ void addOptions(VerbOptions& rows, std::string_view group, VerbOptions added);
 
 /// The command line of one verb.
 struct CommandSyntax {
-    std::string_view name, summary, footer;
+    std::string_view name, summary;
+    std::string footer;
     VerbOptions options;
     VerbOptions common;  ///< those of every verb, behind its own in the help
 };

@@ -96,6 +96,13 @@ void ProgressBar::clear() {
     onScreen_ = false;
 }
 
+std::string withNames(std::string text, const std::vector<std::pair<std::string, std::string>>& names) {
+    for (const auto& [path, name] : names)
+        for (std::size_t place = text.find(path); place != npos; place = text.find(path, place + name.size()))
+            text.replace(place, path.size(), name);
+    return text;
+}
+
 void TerminalInterface::configure(Ask ask, ShowProgress progress, bool quiet) {
     ask_ = ask;
     quiet_ = quiet;
@@ -104,7 +111,7 @@ void TerminalInterface::configure(Ask ask, ShowProgress progress, bool quiet) {
 
 void TerminalInterface::say(std::string_view line) {
     bar_.clear();
-    writeError("welvane: " + shownText(line) + "\n");
+    writeError("welvane: " + shownText(withNames(std::string(line), names_)) + "\n");
 }
 
 void TerminalInterface::note(std::string_view line) {

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "shared/progress.h"
 #include "shared/prompts.h"
@@ -42,6 +44,9 @@ class ProgressBar {
     bool onScreen_ = false;
 };
 
+/// The text with each path replaced by the name beside it.
+std::string withNames(std::string text, const std::vector<std::pair<std::string, std::string>>& names);
+
 /// Asks at a terminal. Without one the safe answer is taken and said.
 class TerminalInterface : public UserInterface {
   public:
@@ -49,6 +54,8 @@ class TerminalInterface : public UserInterface {
     /// Progress is read from here at each turn.
     void watch(const RunState& run) { run_ = &run; }
 
+    /// Paths and the names by which they are shown.
+    void showAs(std::vector<std::pair<std::string, std::string>> names) { names_ = std::move(names); }
     /// One line on stderr behind "welvane: ".
     void say(std::string_view line);
     /// The same, but not when quiet.
@@ -82,6 +89,7 @@ class TerminalInterface : public UserInterface {
     ProgressBar bar_{ShowProgress::Auto};
     unsigned turns_ = 0;
     std::string spanLabel_, subject_;
+    std::vector<std::pair<std::string, std::string>> names_;
     double spanBegin_ = 0, spanEnd_ = 1, spanReached_ = 0;
 };
 

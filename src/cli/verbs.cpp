@@ -1,11 +1,16 @@
 #include "cli/verbs.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <numeric>
+#include <utility>
 
 #include "app/command_line.h"
 #include "cli/shown_text.h"
+#include "cli/standard_streams.h"
 #include "platform/terminal.h"
+#include "shared/files.h"
 #include "shared/text.h"
 
 namespace welvane {
@@ -17,7 +22,17 @@ constexpr std::string_view usageLines =
     "       welvane FILE /Switch=value ...        the headless line: silent, exit status 0\n"
     "       welvane                               opens the desktop\n";
 
-VerbOptions commonOptions(const Verb& verb, CommonOptions& common) {
+constexpr std::string_view exitStatuses =
+    "Exit status: 0 done; 1 refused, failed, or a negative verdict; 2 wrong usage; 130 stopped.";
+
+/// Whether a verb takes many files, so that a folder can stand for its own.
+bool takesList(const VerbOptions& options) {
+    return std::ranges::any_of(options, [](const VerbOption& row) {
+        return row.names == "FILE" && std::holds_alternative<std::vector<std::string>*>(row.place);
+    });
+}
+
+VerbOptions commonOptions(const Verb& verb, const VerbOptions& options, CommonOptions& common) {
     VerbOptions rows;
     addOptions(rows, commonGroup,
                {{"-q,--quiet", &common.quiet, "", "Say nothing but errors"},
@@ -30,8 +45,36 @@ VerbOptions commonOptions(const Verb& verb, CommonOptions& common) {
                 {"-n,--no", &common.no, "", "Answer every question with No or Cancel", {.excludes = "--yes"}},
                 {"-f,--force", &common.force, "", "Replace an output that exists"},
                 {"--strict", &common.strict, "", "Refuse an input of which there is something to note"}});
+    if (takesList(options))
+        addOptions(rows, commonGroup,
+                   {{"-r,--recursive", &common.recursive, "", "Of a folder also the files in the folders below it"}});
     if (verb.json) addOptions(rows, commonGroup, {{"--json", &common.json, "", "Print one JSON document on stdout"}});
     return rows;
+}
+
+/// Letters to be changed, added or dropped to make one word of another (V. I. Levenshtein's distance).
+std::size_t distance(std::string_view one, std::string_view other) {
+    std::vector<std::size_t> row(other.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < one.size(); ++i) {
+        std::size_t corner = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < other.size(); ++j) {
+            const std::size_t changed = corner + (one[i] == other[j] ? 0 : 1);
+            corner = row[j + 1];
+            row[j + 1] = std::min({changed, corner + 1, row[j] + 1});
+        }
+    }
+    return row.back();
+}
+
+/// What was meant by a word that is no verb; "" where nothing is near.
+std::string suggestion(std::string_view name) {
+    const auto nearer = [&](const Verb& one, const Verb& other) {
+        return distance(name, one.name) < distance(name, other.name);
+    };
+    const Verb& nearest = *std::ranges::min_element(verbTable(), nearer);
+    const std::size_t most = name.size() > 4 ? 2 : 1;
+    return distance(name, nearest.name) > most ? "" : "; did you mean '" + std::string(nearest.name) + "'?";
 }
 
 ExitCode usageFault(const std::string& message, const Verb* verb) {
@@ -43,17 +86,21 @@ ExitCode usageFault(const std::string& message, const Verb* verb) {
 
 /// Results are worth nothing when they did not get out.
 ExitCode flushOutput(ExitCode code) {
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
+    errno = 0;
+    if (code == ExitCode::ClosedPipe || (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)) return code;
+    if (errno == EPIPE) return ExitCode::ClosedPipe;
     std::fputs("welvane: the results could not be written to standard output\n", stderr);
     return code == ExitCode::Done ? ExitCode::Negative : code;
 }
 
-ExitCode perform(const VerbRun& run, const CommonOptions& common, const Verb& verb) {
+ExitCode perform(const VerbSyntax& syntax, const CommonOptions& common, const Verb& verb) {
     ExitCode code = ExitCode::Done;
     try {
         Console console(common);
         try {
-            code = run(console);
+            StandardStreams streams(console, syntax.options);
+            code = syntax.run(console);
+            streams.pour();
         } catch (const UsageFault& fault) {
             code = usageFault(fault.what(), &verb);
         } catch (const Refusal& refused) {
@@ -62,6 +109,8 @@ ExitCode perform(const VerbRun& run, const CommonOptions& common, const Verb& ve
             else if (!wasInterrupted())
                 console.say(refused.fault);
             if (!refused.fault.senseless) code = ExitCode::Negative;
+        } catch (const ClosedPipe&) {
+            code = ExitCode::ClosedPipe;
         } catch (const std::bad_alloc&) {
             console.user().say("out of memory");
             code = ExitCode::Negative;
@@ -86,28 +135,75 @@ ExitCode perform(const VerbRun& run, const CommonOptions& common, const Verb& ve
 
 const std::vector<Verb>& verbTable() {
     static const std::vector<Verb> table = {
-        {"run", "Make one LAS file of one to four inputs", declareRun, true},
-        {"batch", "The same once per file, into a folder", declareBatch, true},
-        {"functions", "The channel functions that filters and --curve know", declareFunctions, true},
-        {"tvd", "Compute a survey and map depths through it", declareTvd, true},
-        {"info", "Tell what stands in a LAS file: depths, data, sections, channels", declareInfo, true},
-        {"check", "Judge what files are, by their ends alone", declareCheck, true},
-        {"read", "The channels as they stand, as CSV or JSON lines", declareRead},
-        {"conform", "Hold files against the LAS standard, rule by rule", declareConform, true},
-        {"repair", "Repair line ends, a curve title or a whole header", declareRepair, true},
-        {"wrap", "Wrap the data of a LAS file, or unwrap them", declareWrap},
-        {"tops", "List the [TOPS] block", declareTops, true},
-        {"stats", "Statistics and covered intervals of each channel", declareStats, true},
-        {"list", "List files: curves, footage, statistics, a summary, a price", declareList, true},
-        {"coverage", "How the depths of up to four files lie against each other, as a picture", declareCoverage, true},
-        {"plot", "Draw logs in tracks over depth, of files or of what a run would make of them", declarePlot},
-        {"price", "Estimate the price of a length of curve", declarePrice, true},
-        {"from-ascii", "Make a LAS file of a table of columns", declareFromAscii},
-        {"certify", "Run the external checker, a verdict per file", declareCertify, true},
-        {"bytes", "Show a file byte by byte, or find its bad line ends", declareBytes},
-        {"replace", "Search and replace over a whole file", declareReplace},
-        {"library", "List and edit the groups of curves and units", declareLibrary, true},
-        {"settings", "List, get and set the preferences", declareSettings, true},
+        {"run", "Make one LAS file of one to four inputs", declareRun,
+         "  welvane run run1.las run2.las --splice -o joined.las\n"
+         "  welvane run well.las --step 0.5 --from 1000 --to 1200 -o cut.las\n"
+         "  welvane run well.las --csv -o - | head\n",
+         true},
+        {"batch", "The same once per file, into a folder", declareBatch,
+         "  welvane batch wells/*.las --filter house.fil --out-dir house\n"
+         "  welvane batch wells --unit M --out-dir metric\n",
+         true},
+        {"functions", "The channel functions that filters and --curve know", declareFunctions, "  welvane functions\n",
+         true},
+        {"tvd", "Compute a survey and map depths through it", declareTvd,
+         "  welvane tvd survey.txt --map 1800 1850\n"
+         "  welvane run well.las --tvd survey.txt -o tvd.las\n",
+         true},
+        {"info", "Tell what stands in a LAS file: depths, data, sections, channels", declareInfo,
+         "  welvane info well.las\n"
+         "  welvane info wells --recursive --json\n",
+         true},
+        {"check", "Judge what files are, by their ends alone", declareCheck,
+         "  welvane check wells --recursive\n"
+         "  find . -name \"*.LAS\" -print0 | welvane check @-\n",
+         true},
+        {"read", "The channels as they stand, as CSV or JSON lines", declareRead,
+         "  welvane read well.las --csv -o well.csv\n"
+         "  welvane read well.las --json-lines | head -3\n"},
+        {"conform", "Hold files against the LAS standard, rule by rule", declareConform,
+         "  welvane conform wells --recursive\n"
+         "  welvane conform well.las --fix -o mended.las\n",
+         true},
+        {"repair", "Repair line ends, a curve title or a whole header", declareRepair,
+         "  welvane repair broken.las -o mended.las\n"
+         "  welvane repair broken.las --rebuild -o clean.las\n",
+         true},
+        {"wrap", "Wrap the data of a LAS file, or unwrap them", declareWrap,
+         "  welvane wrap well.las -o wrapped.las\n"},
+        {"tops", "List the [TOPS] block", declareTops, "  welvane tops well.las --json\n", true},
+        {"stats", "Statistics and covered intervals of each channel", declareStats,
+         "  welvane stats well.las\n"
+         "  welvane stats well.las --top \"Upper Sand\"\n",
+         true},
+        {"list", "List files: curves, footage, statistics, a summary, a price", declareList,
+         "  welvane list wells/*.las -o summary.txt\n", true},
+        {"coverage", "How the depths of up to four files lie against each other, as a picture", declareCoverage,
+         "  welvane coverage run1.las run2.las -o coverage.svg\n", true},
+        {"plot", "Draw logs in tracks over depth, of files or of what a run would make of them", declarePlot,
+         "  welvane plot well.las --tracks \"GR,CALI;ILD:log,ILM:log;RHOB,NPHI\" -o log.svg\n"
+         "  welvane plot run1.las run2.las --splice -o joined.svg\n"},
+        {"price", "Estimate the price of a length of curve", declarePrice, "  welvane price --feet 12000\n", true},
+        {"from-ascii", "Make a LAS file of a table of columns", declareFromAscii,
+         "  welvane from-ascii table.csv -o well.las --units M\n"},
+        {"certify", "Run the external checker, a verdict per file", declareCertify,
+         "  welvane certify wells/*.las --checker \"lascheck\"\n", true},
+        {"bytes", "Show a file byte by byte, or find its bad line ends", declareBytes,
+         "  welvane bytes well.las --find-bad-ends\n"},
+        {"replace", "Search and replace over a whole file", declareReplace,
+         "  welvane replace well.las -o new.las --search OLD --replace NEW\n"},
+        {"library", "List and edit the groups of curves and units", declareLibrary,
+         "  welvane library curves list\n"
+         "  welvane library units add LENGTH CHAIN 20.1168\n",
+         true},
+        {"completions", "Completion of verbs and options for a shell", declareCompletions,
+         "  welvane completions bash > ~/.local/share/bash-completion/completions/welvane\n"
+         "  welvane completions fish > ~/.config/fish/completions/welvane.fish\n"},
+        {"man", "The manual page, as man reads it", declareMan, "  welvane man | man -l -\n"},
+        {"settings", "List, get and set the preferences", declareSettings,
+         "  welvane settings list\n"
+         "  welvane settings set country Canada\n",
+         true},
     };
     return table;
 }
@@ -116,6 +212,30 @@ const Verb* findVerb(std::string_view name) {
     const auto found =
         std::find_if(verbTable().begin(), verbTable().end(), [&](const Verb& verb) { return verb.name == name; });
     return found == verbTable().end() ? nullptr : &*found;
+}
+
+namespace {
+
+/// What stands behind the options in a verb's help: what it says itself, its examples, the exit statuses.
+std::string helpFooter(const Verb& verb, const VerbSyntax& syntax) {
+    std::string text(syntax.footer);
+    if (!text.empty()) text += "\n\n";
+    return text + "Examples:\n" + std::string(verb.examples) + "\n" + std::string(exitStatuses);
+}
+
+}  // namespace
+
+CommandSyntax commandOf(const Verb& verb, const VerbSyntax& syntax, CommonOptions& common) {
+    return {verb.name, verb.summary, helpFooter(verb, syntax), syntax.options,
+            commonOptions(verb, syntax.options, common)};
+}
+
+bool isMistypedVerb(const std::vector<std::string>& arguments) {
+    const std::string& first = arguments.front();
+    if (first.empty() || first.find_first_of("./\\:= ") != std::string::npos || fileExists(first)) return false;
+    return std::ranges::none_of(arguments, [](const std::string& argument) {
+        return argument.starts_with('/') && argument.find('=') != std::string::npos;
+    });
 }
 
 std::string overviewText() {
@@ -133,14 +253,14 @@ std::string overviewText() {
         "  welvane info well.las\n"
         "  welvane run run1.las run2.las --splice -o joined.las\n"
         "  welvane /File1=run1.las /File2=run2.las /Dowhat=splice /Output=joined.las\n"
-        "\nExit status of the verbs: 0 done; 1 refused, failed, or a negative verdict; 2 wrong usage; 130 stopped.\n";
-    return text;
+        "\n";
+    return text + std::string(exitStatuses) + "\n";
 }
 
 ExitCode runVerb(const std::vector<std::string>& arguments) {
     const std::string& first = arguments.front();
     const bool wantsHelp = first == "help" || first == "--help" || first == "-h";
-    if (first == "--version") {
+    if (first == "--version" || first == "-V") {
         std::fputs("welvane " WELVANE_VERSION "\n", stdout);
         return flushOutput(ExitCode::Done);
     }
@@ -150,20 +270,19 @@ ExitCode runVerb(const std::vector<std::string>& arguments) {
     }
     const std::string& name = wantsHelp ? arguments[1] : first;
     const Verb* const verb = findVerb(name);
-    if (verb == nullptr) return usageFault("there is no verb '" + name + "'", nullptr);
+    if (verb == nullptr) return usageFault("there is no verb '" + name + "'" + suggestion(name), nullptr);
 
     CommonOptions common;
     const VerbSyntax syntax = verb->declare();
     std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
     if (wantsHelp) rest = {"--help"};
-    const ReadArguments read =
-        readArguments({verb->name, verb->summary, syntax.footer, syntax.options, commonOptions(*verb, common)}, rest);
+    const ReadArguments read = readArguments(commandOf(*verb, syntax, common), rest);
     if (read.outcome == ReadArguments::Outcome::Fault) return usageFault(read.text, verb);
     if (read.outcome == ReadArguments::Outcome::Help) {
         std::fputs(read.text.c_str(), stdout);
         return flushOutput(ExitCode::Done);
     }
-    return perform(syntax.run, common, *verb);
+    return perform(syntax, common, *verb);
 }
 
 }  // namespace welvane

@@ -27,12 +27,20 @@ struct VerbSyntax {
 struct Verb {
     std::string_view name, summary;
     VerbSyntax (*declare)();
-    bool json = false;  ///< knows --json
+    std::string_view examples{};  ///< for its help, one a line
+    bool json = false;            ///< knows --json
 };
 /// In the order of the help.
 const std::vector<Verb>& verbTable();
 /// nullptr when the table does not hold it.
 const Verb* findVerb(std::string_view name);
+
+/// All that is known of a verb's command line; the common options go to `common`.
+CommandSyntax commandOf(const Verb& verb, const VerbSyntax& syntax, CommonOptions& common);
+
+/// True where a line of arguments can be nothing but a verb that is not spelled right: one word in front that is no
+/// path, and no switch of the headless line.
+bool isMistypedVerb(const std::vector<std::string>& arguments);
 
 VerbSyntax declareRun();
 VerbSyntax declareBatch();
@@ -56,6 +64,8 @@ VerbSyntax declareBytes();
 VerbSyntax declareReplace();
 VerbSyntax declareLibrary();
 VerbSyntax declareSettings();
+VerbSyntax declareCompletions();
+VerbSyntax declareMan();
 
 /// The arguments behind the program's name, the first of them a verb, "help" or one of the options that stand alone.
 ExitCode runVerb(const std::vector<std::string>& arguments);

@@ -1,5 +1,6 @@
 #include "jobs/workbench.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iterator>
 #include <optional>
@@ -16,13 +17,53 @@ namespace welvane {
 
 namespace {
 
-/// A list is written by people and programs of any system: any line end ends a line.
+/// A list is written by people and programs of any system: any line end ends a line. NUL bytes part names that may hold
+/// those.
 void appendLines(std::string_view text, std::vector<std::string>& paths) {
+    if (text.find('\0') != npos) {
+        for (std::string& path : split(text, '\0'))
+            if (!path.empty()) paths.push_back(std::move(path));
+        return;
+    }
     for (const std::string& line : split(text, '\n')) {
         for (const std::string& piece : split(line, '\r')) {
             if (const std::string_view path = trimBreaks(piece); !path.empty()) paths.emplace_back(path);
         }
     }
+}
+
+/// What a list holds; "-" is the standard input.
+std::string listText(Workbench& bench, const std::string& list, std::istream& standardInput) {
+    if (list == "-") return {std::istreambuf_iterator<char>(standardInput), {}};
+    std::string why;
+    const std::optional<MappedFile> file = MappedFile::open(list, &why);
+    if (!file) throw Refusal(list, why);
+    bench.willRead(list);
+    return std::string(file->bytes());
+}
+
+/// The LAS files of a folder in the order of their names; links to folders are not followed, so no loop is.
+template <class Walk>
+void appendFiles(const std::string& folder, std::vector<std::string>& paths) {
+    std::error_code failed;
+    Walk walk(folder, failed);
+    for (; !failed && walk != Walk(); walk.increment(failed)) {
+        std::error_code unknown;
+        const std::string path = walk->path().string();
+        if (endsWith(path, ".las") && walk->is_regular_file(unknown)) paths.push_back(path);
+    }
+    if (failed) throw Refusal(folder, failed.message());
+}
+
+void appendFolder(Workbench& bench, const std::string& folder, bool recursive, std::vector<std::string>& paths) {
+    std::vector<std::string> found;
+    if (recursive)
+        appendFiles<std::filesystem::recursive_directory_iterator>(folder, found);
+    else
+        appendFiles<std::filesystem::directory_iterator>(folder, found);
+    if (found.empty()) bench.note(NoteKind::Dropped, folder, "holds no *.las file");
+    std::sort(found.begin(), found.end());
+    std::move(found.begin(), found.end(), std::back_inserter(paths));
 }
 
 /// The file of an input, opened under a path.
@@ -114,20 +155,19 @@ void Workbench::checkOutput(const std::string& output, const std::vector<Input>&
 }
 
 std::vector<std::string> expandLists(Workbench& bench, const std::vector<std::string>& named,
-                                     std::istream& standardInput) {
+                                     std::istream& standardInput, bool recursive) {
     std::vector<std::string> paths;
     for (const std::string& name : named) {
-        if (name == "-") {
-            appendLines(std::string(std::istreambuf_iterator<char>(standardInput), {}), paths);
-        } else if (name.size() > 1 && name.front() == '@' && !fileExists(name)) {
-            std::string why;
-            const std::optional<MappedFile> list = MappedFile::open(name.substr(1), &why);
-            if (!list) throw Refusal(name.substr(1), why);
-            appendLines(list->bytes(), paths);
-            bench.willRead(name.substr(1));
-        } else {
-            paths.push_back(name);
+        std::vector<std::string> listed{name};
+        if (name.size() > 1 && name.front() == '@' && !fileExists(name)) {
+            listed.clear();
+            appendLines(listText(bench, name.substr(1), standardInput), listed);
         }
+        for (std::string& path : listed)
+            if (folderExists(path))
+                appendFolder(bench, path, recursive, paths);
+            else
+                paths.push_back(std::move(path));
     }
     return paths;
 }

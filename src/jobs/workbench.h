@@ -90,10 +90,11 @@ class Workbench {
     std::map<std::string, Input> copyOf_;  ///< inputs that have one, by the name given
 };
 
-/// Files as named, with @LIST and "-" (`standardInput`) replaced by the paths that they hold, one a line. Refusal for a
-/// list that cannot be read.
+/// Files as named, with @LIST (names one a line, or parted by NUL bytes; "@-" is `standardInput`) replaced by what the
+/// list holds, and a folder by its *.las files, `recursive` for those below too. Refusal for a list or folder that
+/// cannot be read.
 std::vector<std::string> expandLists(Workbench& bench, const std::vector<std::string>& named,
-                                     std::istream& standardInput);
+                                     std::istream& standardInput, bool recursive);
 
 /// Holds boxes back as long as it lives.
 class HeldBoxes {

@@ -120,13 +120,16 @@ ExitCode performBatch(Console& console, const BatchChoices& choices) {
 
 VerbSyntax declareBatch() {
     const auto choices = std::make_shared<BatchChoices>();
-    VerbOptions options = {
-        {"FILE", &choices->request.files, "", "LAS files; @LIST or - for a list of paths", {.required = true}},
-        {"--out-dir",
-         &choices->request.folder,
-         "DIR",
-         "Folder of the outputs, each under its input's name; made when missing",
-         {.required = true}}};
+    VerbOptions options = {{"FILE",
+                            &choices->request.files,
+                            "",
+                            "LAS files; folders, @LIST for a list of paths, - for standard input",
+                            {.required = true}},
+                           {"--out-dir",
+                            &choices->request.folder,
+                            "DIR",
+                            "Folder of the outputs, each under its input's name; made when missing",
+                            {.required = true}}};
     addPassOptions(options, choices->pass);
     return {options, [choices](Console& console) { return performBatch(console, *choices); }};
 }

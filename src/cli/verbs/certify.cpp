@@ -103,26 +103,29 @@ ExitCode performCertify(Console& console, const CertifyChoices& choices) {
 
 VerbSyntax declareCertify() {
     const auto choices = std::make_shared<CertifyChoices>();
-    return {
-        {{"FILE", &choices->request.files, "", "Files to check; @LIST or - for a list of paths", {.required = true}},
-         {"--checker", &choices->request.checker, "PROG",
-          "The checker's program and arguments in place of the setting cert_prog"},
-         {"--jobs", &choices->jobs, "N", "Checkers that run at once (1)", {.least = 1, .most = mostJobs}},
-         {"--timeout",
-          &choices->request.timeout,
-          "S",
-          "Seconds that the checker gets for a file (600); 0 waits for ever",
-          {.most = 1e7}},
-         {"--region",
-          &choices->request.region,
-          "NAME",
-          "Check by the rules of this region, canada or other, in place of the setting country",
-          {.words = {"canada", "other"}, .anyCase = true}},
-         {"--wrap-checks", &choices->wrapChecks, "", "Let the checker look at the wrapping too"},
-         {"--repair", &choices->request.repair, "", "Let the checker repair what it can; needs --in-place"},
-         {"--in-place", &choices->inPlace, "", "The files may be changed"},
-         {"--save-logs", &choices->request.saveLogs, "", "Keep each log beside its file, with the extension log"}},
-        [choices](Console& console) { return performCertify(console, *choices); }};
+    return {{{"FILE",
+              &choices->request.files,
+              "",
+              "Files to check; folders, @LIST for a list of paths, - for standard input",
+              {.required = true}},
+             {"--checker", &choices->request.checker, "PROG",
+              "The checker's program and arguments in place of the setting cert_prog"},
+             {"--jobs", &choices->jobs, "N", "Checkers that run at once (1)", {.least = 1, .most = mostJobs}},
+             {"--timeout",
+              &choices->request.timeout,
+              "S",
+              "Seconds that the checker gets for a file (600); 0 waits for ever",
+              {.most = 1e7}},
+             {"--region",
+              &choices->request.region,
+              "NAME",
+              "Check by the rules of this region, canada or other, in place of the setting country",
+              {.words = {"canada", "other"}, .anyCase = true}},
+             {"--wrap-checks", &choices->wrapChecks, "", "Let the checker look at the wrapping too"},
+             {"--repair", &choices->request.repair, "", "Let the checker repair what it can; needs --in-place"},
+             {"--in-place", &choices->inPlace, "", "The files may be changed"},
+             {"--save-logs", &choices->request.saveLogs, "", "Keep each log beside its file, with the extension log"}},
+            [choices](Console& console) { return performCertify(console, *choices); }};
 }
 
 }  // namespace welvane

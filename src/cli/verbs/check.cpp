@@ -107,8 +107,11 @@ ExitCode performCheck(Console& console, const CheckChoices& choices) {
 
 VerbSyntax declareCheck() {
     const auto choices = std::make_shared<CheckChoices>();
-    VerbOptions options = {
-        {"FILE", &choices->files, "", "Files of any kind; @LIST or - for a list of paths", {.required = true}}};
+    VerbOptions options = {{"FILE",
+                            &choices->files,
+                            "",
+                            "Files of any kind; folders, @LIST for a list of paths, - for standard input",
+                            {.required = true}}};
     addReadingOptions(options, choices->reading);
     addJobsOption(options, choices->jobs);
     return {options, [choices](Console& console) { return performCheck(console, *choices); }};

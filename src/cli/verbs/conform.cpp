@@ -100,7 +100,7 @@ VerbSyntax declareConform() {
     constexpr double mostFindings = 1'000'000;
     const auto choices = std::make_shared<ConformChoices>();
     VerbOptions options = {
-        {"FILE", &choices->files, "", "LAS files; @LIST or - for a list of paths"},
+        {"FILE", &choices->files, "", "LAS files; folders, @LIST for a list of paths, - for standard input"},
         {"--fail-on",
          &choices->failOn,
          "WEIGHT",

@@ -88,9 +88,12 @@ ExitCode performCoverage(Console& console, const CoverageChoices& choices) {
 
 VerbSyntax declareCoverage() {
     const auto choices = std::make_shared<CoverageChoices>();
-    VerbOptions options = {
-        {"FILE", &choices->files, "", "One to four LAS files; @LIST or - for a list of paths", {.required = true}},
-        {"--loose", &choices->loose, "", "Accept data of no regular shape"}};
+    VerbOptions options = {{"FILE",
+                            &choices->files,
+                            "",
+                            "One to four LAS files; folders, @LIST for a list of paths, - for standard input",
+                            {.required = true}},
+                           {"--loose", &choices->loose, "", "Accept data of no regular shape"}};
     addPictureOptions(options, choices->picture);
     return {options, [choices](Console& console) { return performCoverage(console, *choices); }};
 }

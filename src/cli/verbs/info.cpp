@@ -136,8 +136,11 @@ ExitCode performInfo(Console& console, const InfoChoices& choices) {
 
 VerbSyntax declareInfo() {
     const auto choices = std::make_shared<InfoChoices>();
-    VerbOptions options = {
-        {"FILE", &choices->files, "", "LAS files; @LIST or - for a list of paths", {.required = true}}};
+    VerbOptions options = {{"FILE",
+                            &choices->files,
+                            "",
+                            "LAS files; folders, @LIST for a list of paths, - for standard input",
+                            {.required = true}}};
     addReadingOptions(options, choices->reading);
     addJobsOption(options, choices->jobs);
     return {options, [choices](Console& console) { return performInfo(console, *choices); }};

@@ -177,7 +177,11 @@ ExitCode performList(Console& console, const ListChoices& choices) {
 VerbSyntax declareList() {
     const auto choices = std::make_shared<ListChoices>();
     VerbOptions options = {
-        {"FILE", &choices->request.files, "", "LAS files; @LIST or - for a list of paths", {.required = true}},
+        {"FILE",
+         &choices->request.files,
+         "",
+         "LAS files; folders, @LIST for a list of paths, - for standard input",
+         {.required = true}},
         {"-o,--output", &choices->request.summary, "REPORT", "Write the summary to this file, not behind the listing"},
         {"--curves,!--no-curves", &choices->request.curves, "", "List the curves (on)"},
         {"--footage,!--no-footage", &choices->request.footage, "", "With the length that each covers (on)"},

@@ -58,7 +58,8 @@ ExitCode performPlot(Console& console, const PlotChoices& choices) {
 
 VerbSyntax declarePlot() {
     const auto choices = std::make_shared<PlotChoices>();
-    VerbOptions options = {{"FILE", &choices->files, "", "One to four LAS files; @LIST or - for a list of paths"},
+    VerbOptions options = {{"FILE", &choices->files, "",
+                            "One to four LAS files; folders, @LIST for a list of paths, - for standard input"},
                            {"--session", &choices->session, "FILE",
                             "Draw the output of a saved session, of its own inputs where none are named"}};
     addPictureOptions(options, choices->picture);

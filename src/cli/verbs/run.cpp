@@ -117,7 +117,8 @@ ExitCode performRun(Console& console, const RunChoices& choices) {
 VerbSyntax declareRun() {
     const auto choices = std::make_shared<RunChoices>();
     VerbOptions options = {
-        {"FILE", &choices->request.files, "", "One to four LAS files; @LIST or - for a list of paths"},
+        {"FILE", &choices->request.files, "",
+         "One to four LAS files; folders, @LIST for a list of paths, - for standard input"},
         {"-o,--output", &choices->request.output, "OUT", "The file to write"},
         {"--dry-run", &choices->dryRun, "", "Print what the run would do, write nothing"},
         {"--session", &choices->request.session, "FILE",

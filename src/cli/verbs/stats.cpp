@@ -110,7 +110,11 @@ ExitCode performStats(Console& console, const StatsChoices& choices) {
 VerbSyntax declareStats() {
     const auto choices = std::make_shared<StatsChoices>();
     VerbOptions options = {
-        {"FILE", &choices->files, "", "LAS files; @LIST or - for a list of paths", {.required = true}},
+        {"FILE",
+         &choices->files,
+         "",
+         "LAS files; folders, @LIST for a list of paths, - for standard input",
+         {.required = true}},
         {"--top", &choices->request.top, "NAME", "Only the formation of this name in the [TOPS] block"}};
     addReadingOptions(options, choices->request.choices);
     addJobsOption(options, choices->jobs);
