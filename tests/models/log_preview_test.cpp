@@ -1,7 +1,10 @@
 #include "models/log_preview.h"
 
+#include <cmath>
 #include <filesystem>
 
+#include "engine/driver.h"
+#include "las/read_channels.h"
 #include "models/byte_place.h"
 #include "models/other_text.h"
 #include "session/loading.h"
@@ -71,6 +74,38 @@ TEST_F(LogPreviews, showsTheOutputAndLeavesNoFile) {
     ASSERT_EQ(logs->sources.size(), 1U);
     EXPECT_EQ(logs->sources[0].depths.size(), 2625U);
     EXPECT_FALSE(std::filesystem::exists(app.platform.scratchFolder() + "preview.las"));
+}
+
+TEST_F(LogPreviews, theOutputIsWhatARunWrites) {
+    session.slots[0].path = std::string(WELVANE_SOURCE_DIR "/examples/kestrel-7-run1.las");
+    session.slots[1].path = std::string(WELVANE_SOURCE_DIR "/examples/kestrel-7-run2.las");
+    for (const int slot : {0, 1}) ASSERT_TRUE(Open4Files(app, session, slot).done());
+    spliceGuess(app, session);
+    setChannelShift(session, 1, 1, 0.5);
+    session.tables.setting(PrdRow::SampleRate) = "0.0762";
+    session.tables.setting(PrdRow::NullFill) = "Linear";
+    Session own = session;
+    const SharedLogs logs = readOutputLogs(app, own);
+    ASSERT_EQ(logs->sources.size(), 1U) << logs->why;
+    app.run.targetFile = folder.path("out.las");
+    RunRequest run;
+    run.outputMode = OutputFile::Mode::Beside;
+    run.rules = session.rules;
+    ASSERT_TRUE(processMMM(app, session, run).completed);
+    const LasFile file(app.run.targetFile, FigureRules::trueFigures);
+    RunTurn turn(app.run, user, 1);
+    const ChannelData written = *readChannels(file, {}, turn);
+    const PlotInput& shown = logs->inputs.front();
+    ASSERT_EQ(shown.columns.size(), written.columns.size());
+    for (std::size_t column = 0; column < written.columns.size(); ++column) {
+        SCOPED_TRACE(written.names.channels[column].mnem);
+        ASSERT_EQ(shown.columns[column].size(), written.columns[column].size());
+        for (std::size_t sample = 0; sample < written.columns[column].size(); ++sample) {
+            const double here = shown.columns[column][sample], there = written.columns[column][sample];
+            ASSERT_TRUE(here == there || (std::isnan(here) && std::isnan(there))) << sample;
+        }
+    }
+    EXPECT_EQ(shown.source.channels.front().mnem, written.names.channels[1].mnem);
 }
 
 TEST(OtherText, keepsItsBytesWhenNothingWasTyped) {
