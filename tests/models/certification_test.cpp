@@ -52,6 +52,7 @@ TEST(Certification, printsAllFilesOrTheCurrentOne) {
     const BatchCertification batch = checkedBatch();
     user.willAnswer(Answer::No);
     EXPECT_EQ(printCertify(app, batch, 2), "error.las: Failed\r\nsome error: x\r\n");
+    EXPECT_EQ(user.asked().back().title, "Print Certify Results");
     EXPECT_EQ(user.asked().back().text,
               "Do you want to print the certify results of all 3 files (Yes), or the currently selected file (No) ?");
     user.willAnswer(Answer::Yes);

@@ -7,10 +7,12 @@
 #include <vector>
 
 #include "shared/prompts.h"
+#include "support/known_prompts.h"
 
 namespace welvane::test {
 
-/// Answers from a list and remembers what it was asked; an unexpected prompt fails the test.
+/// Answers from a list and remembers what it was asked; an unexpected prompt fails the test, and so does one whose
+/// words, buttons or sign are not those that stand in knownPrompts.
 class ScriptedInterface : public UserInterface {
   public:
     void willAnswer(Answer answer) { answers_.push_back(answer); }
@@ -22,6 +24,7 @@ class ScriptedInterface : public UserInterface {
 
     Answer ask(const Prompt& prompt) override {
         asked_.push_back(prompt);
+        EXPECT_EQ(whyUnknown(prompt), "");
         if (answers_.empty()) {
             ADD_FAILURE() << "unexpected prompt \"" << prompt.title << "\": " << prompt.text;
             return prompt.safe();
