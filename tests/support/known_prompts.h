@@ -78,7 +78,7 @@ inline constexpr KnownPrompt knownPrompts[] = {
      "OK to make this change and continue.",
      Buttons::OkCancel, Icon::Stop},
     {"Header Line Too Short to edit",
-     "*\n\nis too short for reliable editing. Increase the Format positions for the Dot, Value and Colon on the "
+     "*\r\n\r\nis too short for reliable editing. Increase the Format positions for the Dot, Value and Colon on the "
      "properties tab (try 6, 15 and 50) and try again. ",
      Buttons::Ok, Icon::Stop},
     {"INVALID ASCII CODES", "All ASCII code numbers must be between 1-255", Buttons::Ok, Icon::Warning},
@@ -159,7 +159,8 @@ inline constexpr KnownPrompt knownPrompts[] = {
      "Incomplete data found at row *. You must have a Measured depth and Deviation for every row you want to use.",
      Buttons::Ok, Icon::Stop},
     {"Tavir TVD Data File Detected!",
-     "\nFile was detected as a TAVIR inclinometry data file. Compute TVD depths now?\n(If you select No, review the "
+     "\r\nFile was detected as a TAVIR inclinometry data file. Compute TVD depths now?\r\n(If you select No, review "
+     "the "
      "data, then click 'Compute TVD' button before leaving the window)",
      Buttons::YesNo, Icon::Question},
     {"Termination Okay", "No Isolated Line Feeds (ASCII 10) found.", Buttons::Ok, Icon::Information},
@@ -172,7 +173,7 @@ inline constexpr KnownPrompt knownPrompts[] = {
      Buttons::Ok, Icon::None},
     {"Un-expected Error",
      "An unknown error has occured while converting the file. The file conversion is likely incomplete. The system "
-     "error message was: \nLines * and * differ in their number of values.",
+     "error message was: \r\nLines * and * differ in their number of values.",
      Buttons::Ok, Icon::Stop},
     {"Unable to Create Folder", "Illegal folder name or unable to create the folder \"*\". Try again. Error was :*",
      Buttons::Ok, Icon::Warning},
