@@ -73,6 +73,7 @@ RunMarks marksOf(const SettledRequest& settled) {
     const PassRequest& pass = settled.request.pass;
     RunMarks marks = settled.saved ? settled.saved->marks : RunMarks();
     marks.wrapSettled = marks.wrapSettled || pass.wrap.has_value();
+    marks.csv = pass.csv;
     return marks;
 }
 

@@ -73,7 +73,7 @@ std::string readingPart(const Session& session, const RunMarks& marks) {
     text += session.rules == FigureRules::trueFigures ? "true-figures\n" : "as-laid-down\n";
     text += std::string("loose ") + yesNo(session.loose) + "decimal-comma " + yesNo(session.decimalComma);
     text += "index-unit " + quotedText(session.indexUnit) + "\n";
-    return text + "wrap-settled " + yesNo(marks.wrapSettled);
+    return text + "wrap-settled " + yesNo(marks.wrapSettled) + "csv " + yesNo(marks.csv);
 }
 
 std::uint64_t hexNumber(const SessionLine& line, std::size_t place) {
@@ -98,6 +98,8 @@ void takeReadingLine(SavedSession& saved, const SessionLine& line) {
         saved.indexUnit = line.text(1);
     } else if (what == "wrap-settled") {
         saved.marks.wrapSettled = line.yes(1);
+    } else if (what == "csv") {
+        saved.marks.csv = line.yes(1);
     } else {
         line.refuse("'" + what + "' is nothing of a run");
     }
@@ -245,6 +247,8 @@ void takeReading(const SavedSession& saved, PassRequest& request) {
     take("loose", request.loose, usual.loose, saved.loose);
     take("decimal-comma", request.decimalComma, usual.decimalComma, saved.decimalComma);
     take("index-unit", request.indexUnit, usual.indexUnit, saved.indexUnit);
+    request.csv = request.csv || saved.marks.csv;
+    if (request.csv && request.plain) throw senselessChoice("ascii", "the session gives comma-separated values");
 }
 
 void restoreSession(Workbench& bench, Session& session, const std::vector<Input>& inputs, const SavedSession& saved,

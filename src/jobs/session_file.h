@@ -15,6 +15,7 @@ namespace welvane {
 /// What a run is told beside the tables.
 struct RunMarks {
     bool wrapSettled = false;  ///< WRAP was asked for by name
+    bool csv = false;          ///< comma-separated values are written in place of a LAS file
 };
 
 struct SavedInput {
