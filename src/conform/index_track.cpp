@@ -42,8 +42,10 @@ IndexTrack::Kind IndexTrack::take(const Decimal& index) {
         hasPrevious_ = true;
         return Kind::First;
     }
-    const Kind kind = judge(*value, index.decimals);
-    before_ = index.decimals;
+    // The zeros of a whole number were left out where its neighbours have decimals.
+    const int decimals = index.decimals == 0 ? before_ : index.decimals;
+    const Kind kind = judge(*value, decimals);
+    before_ = decimals;
     return kind;
 }
 
@@ -70,7 +72,7 @@ bool IndexTrack::expects(const Decimal& index) const {
     return std::abs(*value - previous_ - first_) * 2 < std::abs(first_);
 }
 
-/// Half a unit of the last digit of a value with so many decimals; a whole number is one whose zeros were left out.
+/// Half a unit of the last digit of a value with so many decimals. A first one without any has as many as others.
 double IndexTrack::half(int decimals) const {
     double unit = 0.5;
     for (int more = decimals == 0 ? printed_ : decimals; more < scale_; ++more) unit *= 10;

@@ -113,6 +113,14 @@ std::string_view withoutEndMark(std::string_view bytes, Findings& findings) {
     return text;
 }
 
+/// UTF-16 of plain letters has a NUL in each pair of bytes.
+bool looksWide(std::string_view bytes) {
+    constexpr std::size_t looked = 128;
+    const std::string_view head = bytes.substr(0, looked);
+    const auto nuls = static_cast<std::size_t>(std::count(head.begin(), head.end(), '\0'));
+    return head.size() >= 4 && nuls * 3 > head.size();
+}
+
 }  // namespace
 
 Judgement judgeText(std::string_view bytes, const JudgeOptions& options) {
@@ -121,6 +129,12 @@ Judgement judgeText(std::string_view bytes, const JudgeOptions& options) {
     if (bytes.starts_with(wideLittle) || bytes.starts_with(wideBig)) {
         judged.findings.add(Rule::F003, {1, 1}, bytes.substr(0, 2), "the byte order mark of UTF-16");
         judged.remark = "it is UTF-16, nothing else was judged";
+        return judged;
+    }
+    if (looksWide(bytes)) {
+        judged.findings.add(Rule::F004, {1, bytes.find('\0') + 1}, {},
+                            "it is UTF-16 without a byte order mark, or no text");
+        judged.remark = "nothing else was judged";
         return judged;
     }
     std::string_view text = bytes.starts_with(utf8Mark) ? bytes.substr(utf8Mark.size()) : bytes;

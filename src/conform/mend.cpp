@@ -170,6 +170,8 @@ bool mendBytes(std::string_view text, const TextSink& sink, const std::function<
 }  // namespace
 
 bool canMend(const Judgement& judged) {
+    // What has no section is no log, whatever it is.
+    if (judged.header.sections.empty()) return false;
     const std::vector<Finding> found = judged.findings.sorted();
     return std::any_of(found.begin(), found.end(), [](const Finding& one) { return one.mendable; });
 }

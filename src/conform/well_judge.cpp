@@ -196,6 +196,15 @@ void judgeUnits(Judgement& judged) {
                                              : Severity::None);
 }
 
+/// True where the index shows the number of the header with fewer digits: taking it over would lose these.
+bool isRoundingOf(const Decimal& index, const Decimal& told) {
+    const auto shown = unitsAt(index, told.decimals);
+    if (!shown || index.decimals >= told.decimals) return false;
+    std::int64_t unit = 1;
+    for (int decimals = index.decimals; decimals < told.decimals; ++decimals) unit *= 10;
+    return std::abs(told.units - *shown) * 2 <= unit;
+}
+
 /// STRT and STOP against the first and the last index.
 void judgeEnds(Judgement& judged) {
     const RowFacts& data = judged.data;
@@ -207,7 +216,8 @@ void judgeEnds(Judgement& judged) {
     if (first && start && !sameValue(*first, *start)) {
         const std::string_view text = numberIn(header.strt, unit);
         judged.findings.add(Rule::W007, header.strt.at(text), header.strt.line,
-                            "STRT is " + std::string(text) + ", the first index " + std::string(data.firstIndex), true);
+                            "STRT is " + std::string(text) + ", the first index " + std::string(data.firstIndex),
+                            !isRoundingOf(*first, *start));
     }
     if (!last || !stop || sameValue(*last, *stop)) return;
     const int decimals = std::max({last->decimals, stop->decimals, step ? step->decimals : 0});
@@ -219,7 +229,7 @@ void judgeEnds(Judgement& judged) {
     const std::string_view text = numberIn(header.stop, unit);
     judged.findings.add(Rule::W008, header.stop.at(text), header.stop.line,
                         "STOP is " + std::string(text) + ", the last index " + std::string(data.lastIndex),
-                        !beyond || within);
+                        (!beyond || within) && !isRoundingOf(*last, *stop));
 }
 
 void judgeMultiples(Judgement& judged, const Decimal& step) {

@@ -104,23 +104,10 @@ Certification checkOne(Workbench& bench, const CertifyRequest& request, const st
     return made;
 }
 
-/// The own check, told as a log in the words by which logs are judged.
-Certification checkByRules(Workbench& bench, const CertifyRequest& request, const std::string& file) {
-    const ConformReport report = conformFile(bench, {.file = file});
-    Certification made{.file = file, .ownCheck = true};
-    made.log = ownLog(report);
-    made.verdict = report.has(Severity::Error) ? Verdict::Failed : Verdict::Passed;
-    if (!request.saveLogs) return made;
-    OutputFile log(certifyLogPath(file), bench.outputMode());
-    log.write(made.log);
-    log.commit();
-    return made;
-}
-
 /// The same; a failure on the way is told of this file alone.
 Certification checkOrTell(Workbench& bench, const CertifyRequest& request, const std::string& file, std::size_t item) {
     try {
-        if (noCheckerSet(bench.app().settings.certProgram)) return checkByRules(bench, request, file);
+        if (noCheckerSet(bench.app().settings.certProgram)) return certifyByRules(bench, file, request.saveLogs);
         return checkOne(bench, request, file, item);
     } catch (const Refusal& refused) {
         // A file that cannot be read is told of that file alone; a checker that does not start, of all.
@@ -133,13 +120,29 @@ Certification checkOrTell(Workbench& bench, const CertifyRequest& request, const
 
 }  // namespace
 
+void tellOwnCheck(Workbench& bench) {
+    bench.note(NoteKind::File, "", "no checker is set; files are held against the LAS standard by welvane itself");
+}
+
 void useChecker(Workbench& bench, const CertifyRequest& request) {
     StartupSettings& settings = bench.app().settings;
     if (!request.checker.empty()) settings.certProgram = request.checker;
     if (!request.region.empty()) settings.country = request.region;
     if (!noCheckerSet(settings.certProgram)) return needChecker(settings.certProgram);
     if (request.repair) throw Refusal("", "no checker is set that could repair files", Remedy::Checker);
-    bench.note(NoteKind::File, "", "no checker is set; files are held against the LAS standard by welvane itself");
+    tellOwnCheck(bench);
+}
+
+Certification certifyByRules(Workbench& bench, const std::string& file, bool keepLog) {
+    const ConformReport report = conformFile(bench, {.file = file});
+    Certification made{.file = file, .ownCheck = true};
+    made.log = ownLog(report);
+    made.verdict = report.has(Severity::Error) ? Verdict::Failed : Verdict::Passed;
+    if (!keepLog) return made;
+    OutputFile log(certifyLogPath(file), bench.outputMode());
+    log.write(made.log);
+    log.commit();
+    return made;
 }
 
 bool certifyFiles(Workbench& bench, const CertifyRequest& request,

@@ -30,9 +30,15 @@ struct Certification {
     Reason why{};           ///< what there is to say of a check that did not come to its end, or was not begun
 };
 
+/// Notes that there is no checker, and who judges in its place.
+void tellOwnCheck(Workbench& bench);
 /// Puts the request's checker and region into use. Refusal when there is no such checker. Where none is named and none
 /// is set, files are held against the LAS standard by the program itself, which a note tells; a repair is refused then.
 void useChecker(Workbench& bench, const CertifyRequest& request);
+
+/// The own check of one file, told as a log in the words by which logs are judged; with `keepLog` that stays beside the
+/// file. Refusal for a file that cannot be read.
+Certification certifyByRules(Workbench& bench, const std::string& file, bool keepLog);
 
 /// Runs the checker in use over the files and hands out what came of each in their order; one that is named twice is
 /// checked once, with a note: two checkers at one file would write one log and repair one text. False when a stop came

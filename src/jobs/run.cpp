@@ -2,6 +2,7 @@
 
 #include "certify/certify_after.h"
 #include "certify/certify_file.h"
+#include "jobs/certify.h"
 #include "jobs/checker.h"
 #include "jobs/las_check.h"
 #include "jobs/pass_notes.h"
@@ -29,7 +30,10 @@ namespace {
 void needCertifiable(Workbench& bench, const RunFilesRequest& request, const std::vector<Input>& inputs) {
     if (!endsWith(request.output, ".las"))
         throw senselessChoice("certify", "only an output whose name ends in .las is checked");
-    needChecker(bench.app().settings.certProgram);
+    if (noCheckerSet(bench.app().settings.certProgram))
+        tellOwnCheck(bench);
+    else
+        needChecker(bench.app().settings.certProgram);
     bench.checkOutput(certifyLogPath(request.output), inputs);
 }
 
@@ -112,7 +116,13 @@ std::uint64_t bytesOf(const std::vector<Input>& inputs) {
     return bytes;
 }
 
-void checkAfter(App& app, const std::string& path, RunFilesReport& report) {
+void checkAfter(Workbench& bench, const std::string& path, RunFilesReport& report) {
+    App& app = bench.app();
+    if (noCheckerSet(app.settings.certProgram)) {
+        const Certification made = certifyByRules(bench, path, true);
+        report.check = {made.verdict, made.log};
+        return;
+    }
     const CertifyAfterResult checked = certifyAfter(app, path, checkerPatience);
     report.check = {verdictOf(checked.log), checked.log};
 }
@@ -168,7 +178,7 @@ RunFilesReport performRun(Workbench& bench, Session& session, const std::vector<
         // all the same.
         const HeldBoxes held(bench.user());
         outcome = passOnto(bench, session, run, request.pass.csv, request.output);
-        if (outcome.completed && request.certify) checkAfter(app, request.output, report);
+        if (outcome.completed && request.certify) checkAfter(bench, request.output, report);
     }
     if (!outcome.completed) {
         const bool inputBroke = !outcome.items.empty() && outcome.refusal == outcome.items.back().pass.brokenInput;

@@ -93,6 +93,19 @@ TEST(Mend, ChangesTheLineAndNothingElse) {
     }
 }
 
+TEST(Mend, LeavesAloneWhatWouldLoseByIt) {
+    std::string wide;
+    for (const char c : edited(plain20, {})) wide.append({c, '\0'});
+    EXPECT_FALSE(canMend(judged(wide)));
+    EXPECT_EQ(brokenRules(judged(wide)), "F004");
+    EXPECT_FALSE(canMend(judged("no log\n")));
+    // The index shows fewer digits than the header: taking them over would lose some.
+    const std::string rounded =
+        edited(plain20, {{"STOP.M 101.5", "STOP.M 101.504"}, {"STRT.M 100.0", "STRT.M 99.996"}});
+    EXPECT_EQ(brokenRules(judged(rounded)), "W007 W008 W012");
+    EXPECT_FALSE(canMend(judged(rounded)));
+}
+
 TEST(Mend, NumbersWrittenOut) {
     struct Case {
         const char *number, *digits;
