@@ -2,7 +2,7 @@
 PREFIX ?= /usr/local
 DESTDIR ?=
 
-.PHONY: build desktop demo test sanitize fuzz bench lint format install clean
+.PHONY: build desktop desktop-demo demo test sanitize fuzz bench lint format install clean
 
 build:
 	scripts/setup
@@ -14,6 +14,10 @@ desktop:
 	scripts/setup desktop
 	cmake --preset release -DWELVANE_DESKTOP=ON
 	cmake --build --preset release
+
+# The same, opened on the two runs of an example well.
+desktop-demo: desktop
+	build/release/welvane-desktop examples/kestrel-7-run1.las examples/kestrel-7-run2.las
 
 demo:
 	scripts/demo

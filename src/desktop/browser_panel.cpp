@@ -59,7 +59,7 @@ BrowserPanel::BrowserPanel(Frame& frame, std::function<void()> changed, std::fun
     };
     layout->addWidget(button("So&urce Folder...", &FileBrowser::chooseSource));
     layout->addWidget(source_);
-    layout->addWidget(button("Des&tination Folder...", &FileBrowser::chooseDestination));
+    layout->addWidget(button("Destin&ation Folder...", &FileBrowser::chooseDestination));
     layout->addWidget(destination_);
     folders_->setMaximumHeight(folderListHeight);
     layout->addWidget(folders_);
@@ -67,7 +67,7 @@ BrowserPanel::BrowserPanel(Frame& frame, std::function<void()> changed, std::fun
     layout->addWidget(files_, 1);
     auto* const line = new QHBoxLayout;
     line->addWidget(button("E&xtension...", &FileBrowser::chooseExtension));
-    line->addWidget(button("&New Folder...", &FileBrowser::makeFolder));
+    line->addWidget(button("New Fo&lder...", &FileBrowser::makeFolder));
     layout->addLayout(line);
     layout->addWidget(details_);
     connect(folders_, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
@@ -78,7 +78,11 @@ BrowserPanel::BrowserPanel(Frame& frame, std::function<void()> changed, std::fun
     connect(files_, &QListWidget::itemSelectionChanged, this, [this] {
         if (!filling_) takeSelection();
     });
-    connect(files_, &QListWidget::itemActivated, this, [this] { activated_(); });
+    connect(files_, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
+        // The keyboard can stand on a file that was never selected.
+        if (!item->isSelected()) files_->setCurrentItem(item, QItemSelectionModel::ClearAndSelect);
+        activated_();
+    });
     files_->installEventFilter(this);
     refresh();
 }

@@ -105,12 +105,13 @@ void BytesWindow::refresh() {
 
 void BytesWindow::findBadEnd() {
     auto view = std::make_shared<ByteViewState>(frame().bytes);
-    links().jobs.run([view](App& app, Session&) { findBadTermination(app, *view); },
-                     [this, view](const std::string& failure) {
-                         frame().bytes = *view;
-                         tell(shown(failure));
-                         refresh();
-                     });
+    links().jobs.run(
+        *this, [view](App& app, Session&) { findBadTermination(app, *view); },
+        [this, view](const std::string& failure) {
+            frame().bytes = *view;
+            tell(shown(failure));
+            refresh();
+        });
 }
 
 void BytesWindow::replace() {
@@ -118,13 +119,14 @@ void BytesWindow::replace() {
     ReplaceDialog dialog(frame().bytes.path, this);
     if (dialog.exec() != QDialog::Accepted) return;
     auto result = std::make_shared<SearchReplaceResult>();
-    links().jobs.run([result, request = dialog.request()](App& app, Session&) { *result = goSearRep(app, request); },
-                     [this, result](const std::string& failure) {
-                         if (!failure.empty() || !result->why.empty())
-                             tell(shown(failure.empty() ? result->why : failure));
-                         else if (result->done)
-                             tell(QString("Replaced: %1").arg(result->replacements));
-                     });
+    links().jobs.run(
+        *this, [result, request = dialog.request()](App& app, Session&) { *result = goSearRep(app, request); },
+        [this, result](const std::string& failure) {
+            if (!failure.empty() || !result->why.empty())
+                tell(shown(failure.empty() ? result->why : failure));
+            else if (result->done)
+                tell(QString("Replaced: %1").arg(result->replacements));
+        });
 }
 
 }  // namespace welvane

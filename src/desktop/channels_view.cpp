@@ -192,16 +192,25 @@ void ChannelsView::hideFreeRows() {
     }
 }
 
+/// Which channels stand in the columns, by their numbers in the heads.
+QString ChannelsView::columnNumbers() const {
+    QString numbers;
+    for (const GridView* const grid : grids())
+        for (int column = 0; column < grid->model()->columnCount(); ++column)
+            numbers += grid->model()->headerData(column, Qt::Horizontal).toString() + " ";
+    return numbers;
+}
+
 void ChannelsView::refresh() {
     for (GridView* const grid : grids()) grid->refresh();
     hideFreeRows();
     for (int slot = 0; slot < slotCount; ++slot) refreshInput(slot);
-    const int channels = output_->grid().columnCount();
-    if (channels != fittedFor_) {
+    const QString columns = columnNumbers();
+    if (columns != fittedFor_) {
         for (GridView* const grid : grids()) grid->fitColumns();
         alignColumns();
     }
-    fittedFor_ = channels;
+    fittedFor_ = columns;
 }
 
 }  // namespace welvane

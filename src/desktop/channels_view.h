@@ -31,6 +31,7 @@ class ChannelsView : public QSplitter {
     /// A channel of the output stands under those of the inputs that feed it, also when one of the grids is scrolled.
     void scrollTogether();
     void alignColumns();
+    QString columnNumbers() const;
     void refreshInput(int slot);
     void hideFreeRows();
     void fillMenu(int row, int column, QMenu& menu);
@@ -47,7 +48,7 @@ class ChannelsView : public QSplitter {
     std::array<GridView*, slotCount> inputs_{};
     GridView* output_ = nullptr;
     std::array<std::string, slotCount> shownPaths_;
-    int fittedFor_ = -1;  ///< channels when widths were fitted last
+    QString fittedFor_;  ///< columns when widths were fitted last
     bool moving_ = false;
 };
 

@@ -105,6 +105,7 @@ QWidget* CoverageView::addParameters() {
     const auto list = [&](const QString& name, int row) {
         auto* const box = new QComboBox(parameters_);
         box->setEditable(true);
+        box->setCompleter(nullptr);
         box->setAccessibleName(name);
         auto* const label = new QLabel(name, parameters_);
         label->setBuddy(box);
@@ -114,7 +115,7 @@ QWidget* CoverageView::addParameters() {
     };
     from_ = list("From Parameter", 0);
     to_ = list("To Parameter", 1);
-    auto* const apply = new QPushButton("Apply to all &files", parameters_);
+    auto* const apply = new QPushButton("Apply to all file&s", parameters_);
     apply->setToolTip(shown(CoverageTab::applyParametersCaption));
     apply->setAccessibleName(shown(CoverageTab::applyParametersCaption));
     connect(apply, &QPushButton::clicked, this, [this] {

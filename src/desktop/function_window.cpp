@@ -30,6 +30,7 @@ QComboBox* addList(QFormLayout& form, const QString& name, bool editable = false
     list->setAccessibleName(name);
     list->setObjectName(name);
     list->setEditable(editable);
+    if (editable) list->setCompleter(nullptr);  // what is typed stays as it is
     list->setInsertPolicy(QComboBox::NoInsert);
     form.addRow("&" + name, list);
     return list;

@@ -29,6 +29,7 @@ class PickDelegate : public QStyledItemDelegate {
         if (list.empty()) return QStyledItemDelegate::createEditor(parent, option, cell);
         auto* const box = new QComboBox(parent);
         box->setEditable(true);
+        box->setCompleter(nullptr);  // "-9999" is not to become the "-99999" of the list
         box->addItems(shown(list).split('|'));
         return box;
     }

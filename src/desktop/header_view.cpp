@@ -31,7 +31,7 @@ HeaderView::HeaderView(Frame& frame, std::function<void(const EditOutcome&)> cha
     layout()->setContentsMargins(0, 0, 0, 0);
     addSections();
     layout()->addWidget(parts_);
-    parts_->addTab(addLines(frame_.session.tables.wrd, SessionGrid::Well, "Well"), "&Well");
+    parts_->addTab(addLines(frame_.session.tables.wrd, SessionGrid::Well, "Well"), "Well");
     for (std::size_t slot = 0; slot < slotCount; ++slot) {
         const QString name = QString("Parameters %1").arg(slot + 1);
         parameters_[slot] = addLines(frame_.session.tables.parg[slot], SessionGrid::Parameters, name);
@@ -112,7 +112,7 @@ void HeaderView::addOther() {
             return EditOutcome{};
         });
     });
-    parts_->addTab(other_, "&Other");
+    parts_->addTab(other_, "Other");
 }
 
 void HeaderView::addFilter() {
@@ -129,9 +129,9 @@ void HeaderView::addFilter() {
     grid->setBrowse([open](int, int) { open(); });
     column->addWidget(grid, 1);
     auto* const line = new QHBoxLayout;
-    auto* const button = new QPushButton("O&pen Filter...", page);
+    auto* const button = new QPushButton("Open Filter...", page);
     connect(button, &QPushButton::clicked, this, open);
-    filterOn_ = new QCheckBox("Apply F&ilter", page);
+    filterOn_ = new QCheckBox("Apply Filter", page);
     connect(filterOn_, &QCheckBox::clicked, this, [this](bool on) {
         asStep(on ? "Apply filter" : "Remove filter", [&] {
             filBut(frame_.app, frame_.session, on);
@@ -142,7 +142,7 @@ void HeaderView::addFilter() {
     line->addWidget(filterOn_);
     line->addStretch(1);
     column->addLayout(line);
-    parts_->addTab(page, "&Filter");
+    parts_->addTab(page, "Filter");
 }
 
 void HeaderView::refresh() {

@@ -1,6 +1,7 @@
 #include "desktop/job_watch.h"
 
 #include <QGuiApplication>
+#include <QPointer>
 #include <QProgressDialog>
 #include <memory>
 #include <utility>
@@ -40,16 +41,16 @@ void JobWatch::watch(BackgroundJob& job, std::function<void()> done) {
     timer_.start(followEveryMs);
 }
 
-bool JobWatch::run(BackgroundJob::Step step, std::function<void(const std::string&)> done) {
+bool JobWatch::run(const QObject& owner, BackgroundJob::Step step, std::function<void(const std::string&)> done) {
     if (busy() || frame_.running) return false;
     frame_.running = true;
     own_.emplace(frame_.app, frame_.session, platform_);
     own_->start(std::move(step));
-    watch(*own_, [this, told = std::move(done)] {
+    watch(*own_, [this, told = std::move(done), alive = QPointer<const QObject>(&owner)] {
         const std::string failure = own_->failure();
         own_.reset();
         frame_.running = false;
-        told(failure);
+        if (alive != nullptr) told(failure);
         if (frame_.actions.refresh) frame_.actions.refresh();
     });
     return true;

@@ -25,8 +25,9 @@ class JobWatch : public QObject {
     /// A job that someone else owns and has started; `done` takes its results back.
     void watch(BackgroundJob& job, std::function<void()> done);
     /// A step on copies of the frame's process and session, of which nothing goes back; its results go through what
-    /// `step` holds. `done` is told why the step failed, "" when it did not. False while another job is at work.
-    bool run(BackgroundJob::Step step, std::function<void(const std::string& failure)> done);
+    /// `step` holds. `done` is told why the step failed, "" when it did not; nobody is told once `owner` is gone. False
+    /// while another job is at work.
+    bool run(const QObject& owner, BackgroundJob::Step step, std::function<void(const std::string& failure)> done);
     /// The window wants to close: asks to cancel.
     void askCancel();
     /// How long the job has been at work, and how long it will be by what is done of it.

@@ -154,8 +154,8 @@ void LogView::addTools() {
     };
     button("+", "Zoom in", change([](LogPreview& logs) { logs.zoom(zoomStep, -1); }));
     button("-", "Zoom out", change([](LogPreview& logs) { logs.zoom(1 / zoomStep, -1); }));
-    button("&All", "The whole log", change([](LogPreview& logs) { logs.whole(); }));
-    button("Sa&ve Picture...", "Save the picture as SVG or PNG", [this] { exportPicture(); });
+    button("All", "The whole log", change([](LogPreview& logs) { logs.whole(); }));
+    button("Save Picture...", "Save the picture as SVG or PNG", [this] { exportPicture(); });
     qobject_cast<QVBoxLayout*>(layout())->addLayout(line);
 }
 

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <exception>
 #include <string_view>
+#include <vector>
 
 #include "app/startup.h"
 #include "desktop/box_interface.h"
@@ -17,8 +18,9 @@ namespace welvane {
 namespace {
 
 constexpr const char* help =
-    "usage: welvane-desktop\n\n"
+    "usage: welvane-desktop [FILE...]\n\n"
     "The windows of Welvane: joins, corrects and writes well logs in LAS files.\n"
+    "Files that are named go into a session.\n"
     "  --help     this text\n"
     "  --version  the number of the version\n";
 
@@ -45,7 +47,7 @@ QPixmap splashPicture() {
     return picture;
 }
 
-int showWindow() {
+int showWindow(const std::vector<std::string>& files) {
     BoxInterface boxes;
     QSplashScreen splash(splashPicture());
     splash.show();
@@ -57,6 +59,7 @@ int showWindow() {
     MainWindow window(app, *jobPlatform, *previewPlatform);
     boxes.setParent(&window);
     window.showMaximized();
+    window.openFiles(files);
     QTimer::singleShot(splashMs, &splash, &QSplashScreen::close);
     return QApplication::exec();
 }
@@ -73,7 +76,7 @@ int start(int count, char** values) {
     }
     const QApplication application(count, values);
     try {
-        return showWindow();
+        return showWindow({values + 1, values + count});
     } catch (const std::exception& error) {
         BoxInterface().ask({"Welvane", error.what(), Buttons::Ok, Icon::Stop, Answer::Ok});
         return 1;

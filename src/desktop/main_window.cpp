@@ -1,5 +1,6 @@
 #include "desktop/main_window.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
@@ -9,10 +10,12 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
 #include <algorithm>
+#include <memory>
 
 #include "desktop/browser_panel.h"
 #include "desktop/bytes_window.h"
@@ -32,6 +35,7 @@
 #include "models/byte_place.h"
 #include "models/commands.h"
 #include "models/recent_files.h"
+#include "models/session_store.h"
 #include "models/welcome.h"
 
 namespace welvane {
@@ -64,6 +68,8 @@ MainWindow::MainWindow(App& app, Platform& jobPlatform, Platform& previewPlatfor
     statusBar()->addWidget(judged_, 1);
     statusBar()->addPermanentWidget(size_);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { focusMoved(now); });
+    auto* const next = new QShortcut(QKeySequence(Qt::Key_F6), this);
+    connect(next, &QShortcut::activated, this, [this] { nextPart(); });
     places_ = saveState();
     refresh();
 }
@@ -84,6 +90,8 @@ void MainWindow::setActions() {
     frame_.actions.arrange = [this] { restoreState(places_); };
     frame_.actions.print = [this](const std::string& text) { printText(shown(text), this); };
     frame_.actions.chooseFont = [this](const GridFontSetting& font) { return chooseFont(font, this); };
+    frame_.actions.saveSession = [this] { saveSession(); };
+    frame_.actions.openSession = [this] { openSession(); };
     frame_.actions.find = [this] { find_->open(currentGrid_); };
     frame_.actions.findNext = [this] { find_->findNext(); };
     frame_.actions.exit = [this] {
@@ -299,6 +307,49 @@ void MainWindow::takeGrid(WorkArea area, GridView* grid) {
     actions.paste = of(&GridView::paste);
 }
 
+void MainWindow::saveSession() {
+    const std::string path = askSessionToSave(frame_);
+    if (path.empty()) return;
+    jobs_.run(
+        *this, [path](App& app, Session& session) { keepSession(app, session, path); },
+        [this, path](const std::string& failure) {
+            edited({failure.empty(), failure.empty() ? "Written: " + path : failure});
+        });
+}
+
+void MainWindow::openSession() {
+    const std::string path = askSessionToOpen(frame_);
+    if (path.empty()) return;
+    auto restored = std::make_shared<RestoredSession>();
+    jobs_.run(
+        *this, [restored, path](App& app, Session&) { *restored = restoreKeptSession(app, path); },
+        [this, restored, path](const std::string& failure) {
+            if (failure.empty()) takeSession(frame_, std::move(*restored), path);
+            edited({failure.empty(), failure});
+        });
+}
+
+void MainWindow::openFiles(const std::vector<std::string>& paths) {
+    if (paths.empty()) return;
+    dropOnFrame(frame_, paths);
+    refresh();
+}
+
+/// F6: the keyboard goes to the next of browser, middle and problems.
+void MainWindow::nextPart() {
+    std::vector<QWidget*> parts = {browser_, centralWidget()};
+    if (problemsDock_->isVisible()) parts.push_back(problemsDock_);
+    QWidget* const focus = QApplication::focusWidget();
+    std::size_t now = parts.size() - 1;
+    for (std::size_t part = 0; part < parts.size(); ++part)
+        if (focus != nullptr && parts[part]->isAncestorOf(focus)) now = part;
+    for (QWidget* const inside : parts[(now + 1) % parts.size()]->findChildren<QWidget*>()) {
+        if (!inside->isVisible() || !inside->isEnabled() || dynamic_cast<QAbstractItemView*>(inside) == nullptr)
+            continue;
+        return inside->setFocus(Qt::TabFocusReason);
+    }
+}
+
 void MainWindow::startProcess() {
     if (jobs_.busy() || !process_.start(browser_->browser().pattern())) return;
     jobs_.watch(process_.job(), [this] { endProcess(); });
@@ -369,7 +420,10 @@ void MainWindow::dropEvent(QDropEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    if (!ended_) process_.wishToExit();
+    if (!ended_ && jobs_.busy() && !process_.running())
+        jobs_.askCancel();
+    else if (!ended_)
+        process_.wishToExit();
     event->setAccepted(ended_);
 }
 

@@ -31,6 +31,9 @@ class MainWindow : public QMainWindow {
     MainWindow(App& app, Platform& jobPlatform, Platform& previewPlatform);
     ~MainWindow() override;
 
+    /// Files that were named at the start: into the session.
+    void openFiles(const std::vector<std::string>& paths);
+
   protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -57,6 +60,9 @@ class MainWindow : public QMainWindow {
     /// The keyboard went to another part: commands follow it.
     void focusMoved(QWidget* now);
     void takeGrid(WorkArea area, GridView* grid);
+    void saveSession();
+    void openSession();
+    void nextPart();
     void startProcess();
     void endProcess();
     void refresh();

@@ -46,7 +46,7 @@ MakeLasView::MakeLasView(Frame& frame, JobWatch& jobs, std::function<void(const 
     header_->setTabChangesFocus(true);
     header_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     header_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    auto* const label = new QLabel("Hea&der of the new file, where no file is named for it:", box);
+    auto* const label = new QLabel("Header of the new file, where no file is named for it:", box);
     label->setBuddy(header_);
     box->layout()->addWidget(label);
     box->layout()->addWidget(header_);
@@ -65,7 +65,7 @@ void MakeLasView::addChoices() {
         connect(made, &QPushButton::clicked, this, act);
         line->addWidget(made);
     };
-    button("&Open Table...", [this] {
+    button("Open Ta&ble...", [this] {
         const std::string path = askTableFile(frame_);
         if (!path.empty()) load(path);
     });
@@ -75,7 +75,7 @@ void MakeLasView::addChoices() {
     delimiter_->setToolTip("What divides the columns of the table");
     for (const DelimiterChoice& choice : delimiterChoices()) delimiter_->addItem(shown(choice.text));
     line->addWidget(delimiter_);
-    auto* const label = new QLabel("Data starts at &line", this);
+    auto* const label = new QLabel("Data starts at line", this);
     dataLine_ = new QSpinBox(this);
     dataLine_->setAccessibleName("Data starts at line");
     dataLine_->setRange(0, 2000000000);
@@ -93,7 +93,7 @@ void MakeLasView::addChoices() {
 
 void MakeLasView::addHeader() {
     auto* const line = new QHBoxLayout;
-    auto* const label = new QLabel("Header &from file", this);
+    auto* const label = new QLabel("Header from file", this);
     headerFile_ = new QLineEdit(shown(frame_.headerFile), this);
     headerFile_->setAccessibleName("Header from file");
     label->setBuddy(headerFile_);
@@ -124,12 +124,15 @@ void MakeLasView::load(const std::string& path) {
         TableLoadResult result;
     };
     auto loaded = std::make_shared<Loaded>();
-    jobs_.run([loaded, path, how = options()](App& app,
-                                              Session&) { loaded->result = loadTable(app, path, how, loaded->grd); },
-              [this, loaded, path](const std::string& failure) {
-                  if (!failure.empty()) return changed_({false, failure});
-                  taken(path, loaded->grd, loaded->result);
-              });
+    jobs_.run(
+        *this,
+        [loaded, path, how = options()](App& app, Session&) {
+            loaded->result = loadTable(app, path, how, loaded->grd);
+        },
+        [this, loaded, path](const std::string& failure) {
+            if (!failure.empty()) return changed_({false, failure});
+            taken(path, loaded->grd, loaded->result);
+        });
 }
 
 void MakeLasView::loadClipboard() {

@@ -30,13 +30,13 @@ SessionView::SessionView(Frame& frame, JobWatch& jobs, Platform& previews,
         browseFilter(frame_.app, frame_.session);
         changed({});
     });
-    addTab(channels_, "&Channels");
+    addTab(channels_, "Cha&nnels");
     addTab(coverage_, "&Visualization");
     addTab(properties_, "&Properties");
-    addTab(header_, "H&eader");
+    addTab(header_, "Hea&der");
     addTab(survey_, "Surve&y");
     addTab(makeLas_, "&Make LAS");
-    addTab(logs_, "Previe&w");
+    addTab(logs_, "P&review");
     properties_->fitColumns();
     connect(this, &QTabWidget::currentChanged, this, [this](int tab) {
         if (tab < indexOf(logs_)) followed_ = frame_.tab = static_cast<SessionTab>(tab);

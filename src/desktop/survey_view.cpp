@@ -51,7 +51,7 @@ SurveyView::SurveyView(Frame& frame, std::function<void(const EditOutcome&)> cha
 void SurveyView::addUnits() {
     auto* const line = new QHBoxLayout;
     for (const SurveyUnit unit : {SurveyUnit::Feet, SurveyUnit::Metres}) {
-        auto* const button = new QRadioButton(unit == SurveyUnit::Feet ? "&Feet" : "&Metres", this);
+        auto* const button = new QRadioButton(unit == SurveyUnit::Feet ? "Feet" : "Metres", this);
         connect(button, &QRadioButton::clicked, this, [this, unit] {
             asStep("Unit of the survey", [&] { setSurveyUnit(frame_.session.tables.trd, unit); });
         });
@@ -74,9 +74,9 @@ void SurveyView::addButtons() {
         });
         line->addWidget(made);
     };
-    button("Compute &TVD Column", [this] { buildTVDTable(frame_.session, frame_.app.user); });
-    button("&Open TVD File", [this] { openTVDFile(frame_.app, frame_.session); });
-    button("&Save Inclinometry Data", [this] { saveInclinometryData(frame_.app, frame_.session); });
+    button("Compute TVD Column", [this] { buildTVDTable(frame_.session, frame_.app.user); });
+    button("Open TVD File", [this] { openTVDFile(frame_.app, frame_.session); });
+    button("Save Inclinometry Data", [this] { saveInclinometryData(frame_.app, frame_.session); });
     line->addStretch(1);
     qobject_cast<QVBoxLayout*>(layout())->addLayout(line);
 }

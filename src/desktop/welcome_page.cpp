@@ -47,12 +47,12 @@ WelcomePage::WelcomePage(Frame& frame, const std::function<void(std::string_view
         connect(made, &QCommandLinkButton::clicked, this, act, Qt::QueuedConnection);
         column->addWidget(made);
     };
-    button("Open the e&xample wells", "Two runs of one well, spliced, up to the preview of the new file.", [this] {
+    button("Open the example well&s", "Two runs of one well, spliced, up to the preview of the new file.", [this] {
         const bool opened = openExamples(frame_);
         done_(opened);
     });
-    button("Open an e&mpty session", "Then drop up to four LAS files on it.", [give] { give("ID_MMM"); });
-    button("&Learn how", "The guide, and the list of keys.", [give] { give("ID_Help"); });
+    button("Open an empt&y session", "Then drop up to four LAS files on it.", [give] { give("ID_MMM"); });
+    button("Lea&rn how", "The guide, and the list of keys.", [give] { give("ID_Help"); });
     addRecent(*column);
     column->addStretch(2);
 }

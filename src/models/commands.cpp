@@ -103,7 +103,7 @@ constexpr std::string_view fileMenu = "ID_FileMN", editMenu = "ID_Editmn", viewM
 
 std::vector<Command> menus() {
     return {{fileMenu, "&File", CommandKind::Menu},   {editMenu, "&Edit", CommandKind::Menu},
-            {viewMenu, "&View", CommandKind::Menu},   {computeMenu, "&Compute", CommandKind::Menu},
+            {viewMenu, "V&iew", CommandKind::Menu},   {computeMenu, "C&ompute", CommandKind::Menu},
             {toolsMenu, "&Tools", CommandKind::Menu}, {windowsMenu, "&Windows", CommandKind::Menu},
             {helpMenu, "&Help", CommandKind::Menu}};
 }
@@ -118,6 +118,11 @@ std::vector<Command> fileCommands() {
              sessionIdle, nullptr, openFilterFile},
             {"ID_Save", "&Save", Action, fileMenu, "Ctrl+S", true,
              "Saves what is in front; in a session, makes the new file.", canSave, nullptr, saveActive},
+            {"ID_OpenSession", "Open Sess&ion...", Action, fileMenu, "", false,
+             "Goes on with a session kept in a file.", idle, nullptr, callFrame<&FrameActions::openSession>},
+            {"ID_SaveSession", "Save Session &As...", Action, fileMenu, "Ctrl+Shift+S", false,
+             "Keeps the session in a file: its inputs and all that was done.", channelsIdle, nullptr,
+             callFrame<&FrameActions::saveSession>},
             {"ID_Print", "&Print...", Action, fileMenu, "Ctrl+P", false, "Prints what is in front.",
              has<&AreaActions::printText>, nullptr, printActive},
             {"ID_Preferences", "P&references...", Action, fileMenu, "", false, "Country, formats, densities, programs.",

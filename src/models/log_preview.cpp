@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "jobs/process.h"
+#include "jobs/preview.h"
 #include "shared/failure.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
@@ -65,16 +65,12 @@ SharedLogs readInputLogs(App& app, const Session& session) {
 SharedLogs readOutputLogs(App& app, Session& session) {
     return readLogs(app, [&](LogSources& logs) {
         if (!anyLoaded(session)) return;
-        app.settings.editAfter = app.settings.certifyAfter = app.settings.viewAfter = false;
-        session.tables.setChecked(PrdRow::PlainAscii, false);
-        const std::string path = app.platform.scratchFolder() + "preview.las";
-        app.run.targetFile = path;
-        const ProcessOutcome made = process(app, session, {.sessionOpen = true});
-        if (!made.completed || made.written.empty())
-            throw RunTimeFailure(made.refusal.empty() ? "there is nothing to show" : made.refusal);
+        session.tables.setChecked(PrdRow::PlainAscii, false);  // a picture shows channels, however they are written
         Workbench bench(app, {});
-        logs.inputs.push_back(readPlotInput(bench, path, "New file", {}));
-        removeFile(path);
+        RunRequest run;
+        run.wholeInputs = !session.loose;
+        run.rules = session.rules;
+        logs.inputs.push_back(previewOutput(bench, session, run, "New file"));
     });
 }
 

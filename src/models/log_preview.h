@@ -24,8 +24,7 @@ using SharedLogs = std::shared_ptr<const LogSources>;
 
 /// The files of the slots, panel by panel. For a job: it reads them. A failure stands in `why`.
 SharedLogs readInputLogs(App& app, const Session& session);
-/// What a run of the session would write, by a run into the scratch folder that nobody is asked about. For a job: app
-/// and session are its copies.
+/// What a run of the session would write. For a job: app and session are its copies.
 SharedLogs readOutputLogs(App& app, Session& session);
 
 /// A picture of logs with its zoom and what stands under the pointer.

@@ -11,9 +11,14 @@ namespace welvane::test {
 namespace fs = std::filesystem;
 
 Window::Window() : app(boxes, platform) {
+    // A picture shows the name of the folder, which is to be one that says something.
+    const bool pictures = !qEnvironmentVariableIsEmpty("WELVANE_PICTURES");
+    const std::string wells = pictures ? fs::temp_directory_path().string() + "/wells/" : folder.path();
+    fs::create_directories(wells);
     for (const char* name : {"kestrel-7-run1.las", "kestrel-7-run2.las"})
-        fs::copy_file(fs::path(WELVANE_SOURCE_DIR "/examples") / name, folder.path(name));
-    for (const char* key : {"inDir", "outDir"}) platform.settings().put(key, folder.path());
+        fs::copy_file(fs::path(WELVANE_SOURCE_DIR "/examples") / name, wells + name,
+                      fs::copy_options::overwrite_existing);
+    for (const char* key : {"inDir", "outDir"}) platform.settings().put(key, wells);
     platform.settings().put("editafter", "0");
     platform.settings().put("certafter", "0");
     EXPECT_TRUE(loadProcess(app));
@@ -23,6 +28,21 @@ Window::Window() : app(boxes, platform) {
     window->show();
     window->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+}
+
+QPalette darkPalette() {
+    const QColor window(45, 47, 51), base(32, 33, 36), text(225, 226, 228);
+    QPalette colours(window, base);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        colours.setColor(role, text);
+    colours.setColor(QPalette::Base, base);
+    colours.setColor(QPalette::Window, window);
+    colours.setColor(QPalette::Button, window.lighter(115));
+    colours.setColor(QPalette::Highlight, QColor(48, 110, 170));
+    colours.setColor(QPalette::HighlightedText, Qt::white);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colours.setColor(QPalette::Disabled, role, text.darker(180));
+    return colours;
 }
 
 void Window::choose(const char* id) {

@@ -51,6 +51,9 @@ void whenShown(const std::function<void(Dialog&)>& act) {
     });
 }
 
+/// The colours of a dark screen.
+QPalette darkPalette();
+
 /// Clicks into a cell, as in the view.
 void clickCell(GridView& grid, int row, int column);
 /// Types over a cell.

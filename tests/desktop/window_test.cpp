@@ -113,6 +113,8 @@ int main(int count, char** values) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const QApplication application(count, values);
+    QApplication::setStyle("Fusion");
+    if (qEnvironmentVariable("WELVANE_PICTURE_THEME") == "dark") QApplication::setPalette(welvane::test::darkPalette());
     ::testing::InitGoogleTest(&count, values);
     return RUN_ALL_TESTS();
 }
