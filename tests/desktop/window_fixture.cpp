@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QListWidget>
 #include <QStatusBar>
+#include <set>
 
 #include "desktop/grid_view.h"
 
@@ -105,10 +106,14 @@ std::string Window::message() {
 }
 
 void Window::keepPicture(QWidget& widget, const std::string& name) {
-    const std::string pictures = qgetenv("WELVANE_PICTURES").toStdString();
-    if (pictures.empty()) return;
     QApplication::processEvents();
-    widget.grab().save(QString::fromStdString(pictures + "/" + name + ".png"));
+    const QImage picture = widget.grab().toImage();
+    std::set<QRgb> colours;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) colours.insert(picture.pixel(x, y));
+    EXPECT_GT(colours.size(), 8U) << name << " is empty";
+    const std::string pictures = qgetenv("WELVANE_PICTURES").toStdString();
+    EXPECT_TRUE(pictures.empty() || picture.save(QString::fromStdString(pictures + "/" + name + ".png")));
 }
 
 }  // namespace welvane::test

@@ -79,7 +79,7 @@ class Window : public ::testing::Test {
     static void press(QWidget& window, const QString& text);
     /// What the window says at its lower edge.
     std::string message();
-    /// Takes a picture when a folder for pictures is named.
+    /// Paints `widget`, which is to show something, and keeps the picture when a folder for pictures is named.
     static void keepPicture(QWidget& widget, const std::string& name);
 
     TempFolder folder;
