@@ -1,7 +1,11 @@
 #include "engine/composition.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
+#include <utility>
+#include <vector>
 
 #include "engine/grid.h"
 #include "shared/numbers.h"
@@ -38,11 +42,24 @@ void noteCovered(PassContext& context, int slot, const std::string& mnem, std::s
                                     .text = "nulls stand over figures of an earlier input (--link names its depths)"});
 }
 
-void copyLink(PassContext& context, int channel, int slot) {
-    const Table& outputs = context.tables().outputs();
+/// What of an input's column goes into an output's.
+struct LinkedSamples {
+    int inputColumn = 0;
+    std::int32_t first = 1, last = 0;  ///< samples, from 1; none where last lies before first
+
+    bool any() const { return last >= first; }
+    bool whole(const PassContext& context) const { return first == 1 && last == context.grid.sampleCount; }
+    template <class Sample>
+    std::span<Sample> of(std::span<Sample> column) const {
+        return column.subspan(first - 1, last - first + 1);
+    }
+};
+
+LinkedSamples readLink(const PassContext& context, int channel, int slot) {
+    const Table& outputs = context.session.tables.outputs();
     const int column = channel + 1;
     const std::string& mnem = outputs.text(linkRow(slot, Link::Mnem), column);
-    if (mnem.empty() || sameText(mnem, noneText)) return;
+    if (mnem.empty() || sameText(mnem, noneText)) return {};
     const double place = context.session.columnBase(slot) + val(outputs.text(linkRow(slot, Link::Curve), column)) - 1;
     const std::int32_t inputColumn = roundToEven(std::trunc(place));
     const std::string &from = outputs.text(linkRow(slot, Link::From), column),
@@ -50,13 +67,35 @@ void copyLink(PassContext& context, int channel, int slot) {
     std::int32_t first = linkSample(context, from), last = linkSample(context, to);
     if (first > last) std::swap(first, last);
     // As laid down a single sample gives nothing, as a range wholly outside on one side does.
-    if (first == last && (context.options.rules == FigureRules::asLaidDown || !reachesGrid(context, from, to))) return;
-    const std::span<const double> source = std::as_const(context.inputMatrix).column(inputColumn);
+    if (first == last && (context.options.rules == FigureRules::asLaidDown || !reachesGrid(context, from, to)))
+        return {};
+    context.inputMatrix.column(inputColumn);  // throws where the inputs have no such column
+    return {inputColumn, first, last};
+}
+
+using ChannelLinks = std::array<LinkedSamples, slotCount>;
+
+std::vector<ChannelLinks> readLinks(PassContext& context, int count) {
+    std::vector<ChannelLinks> links(static_cast<std::size_t>(count));
+    for (int channel = 0; channel < count; ++channel)
+        for (int slot = 0; slot < slotCount; ++slot)
+            attempt(context.report.failures, "composing a channel",
+                    [&] { links[channel][slot] = readLink(context, channel, slot); });
+    return links;
+}
+
+void copyLinks(PassContext& context, int channel, const ChannelLinks& links) {
     const std::span<double> target = context.outputMatrix.column(channel);
-    if (context.options.rules == FigureRules::trueFigures)
-        noteCovered(context, slot, mnem, source.subspan(first - 1, last - first + 1),
-                    target.subspan(first - 1, last - first + 1));
-    std::copy(source.begin() + (first - 1), source.begin() + last, target.begin() + (first - 1));
+    std::ranges::fill(target, context.nullValue);
+    for (int slot = 0; slot < slotCount; ++slot) {
+        const LinkedSamples& link = links[slot];
+        if (!link.any()) continue;
+        const std::span<const double> source = link.of(std::as_const(context.inputMatrix).column(link.inputColumn));
+        if (context.options.rules == FigureRules::trueFigures)
+            noteCovered(context, slot, context.tables().outputs().text(linkRow(slot, Link::Mnem), channel + 1), source,
+                        link.of(target));
+        std::ranges::copy(source, link.of(target).begin());
+    }
 }
 
 }  // namespace
@@ -64,10 +103,20 @@ void copyLink(PassContext& context, int channel, int slot) {
 void composeChannels(PassContext& context) {
     const int count = countOutputChannels(context.tables());
     context.outputMatrix = Matrix(count, context.grid.sampleCount);
+    const std::vector<ChannelLinks> all = readLinks(context, count);
+    std::vector<int> uses(static_cast<std::size_t>(context.inputMatrix.columns()));
+    for (const ChannelLinks& links : all)
+        for (const LinkedSamples& link : links) uses[link.inputColumn] += link.any() ? 1 : 0;
     for (int channel = 0; channel < count; ++channel) {
-        std::ranges::fill(context.outputMatrix.column(channel), context.nullValue);
-        for (int slot = 0; slot < slotCount; ++slot)
-            attempt(context.report.failures, "composing a channel", [&] { copyLink(context, channel, slot); });
+        const ChannelLinks& links = all[channel];
+        const auto one = std::ranges::find_if(links, &LinkedSamples::any);
+        const bool single = std::ranges::count_if(links, &LinkedSamples::any) == 1;
+        // The one column that a channel takes whole, and nobody else has, needs no copy: nobody reads the inputs
+        // after this.
+        if (single && one->whole(context) && uses[one->inputColumn] == 1)
+            context.outputMatrix.takeOver(channel, context.inputMatrix.column(one->inputColumn));
+        else
+            copyLinks(context, channel, links);
     }
 }
 

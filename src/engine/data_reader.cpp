@@ -1,7 +1,8 @@
 #include "engine/data_reader.h"
 
+#include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "las/las_file.h"
 #include "shared/files.h"
 #include "shared/line_reader.h"
+#include "shared/number_fields.h"
 #include "shared/numbers.h"
 #include "shared/numbers_fast.h"
 #include "shared/text.h"
@@ -36,6 +38,7 @@ class Reading {
         : context_(context),
           slot_(slot),
           lines_(slot.file->text().lines(slot.dataStart > 0 ? static_cast<std::size_t>(slot.dataStart) - 1 : npos)),
+          fields_(lines_.bytes()),
           start_(context.grid.start),
           step_(context.grid.step),
           samples_(context.inputMatrix.samples()),
@@ -51,6 +54,7 @@ class Reading {
     PassContext& context_;
     const InputSlot& slot_;
     LineReader lines_;
+    LineFields fields_;
     double start_, step_;
     std::int32_t samples_;
     std::size_t fixedWidth_;
@@ -88,25 +92,28 @@ class Reading {
         return indexOf(number.value);
     }
 
-    /// Stores the values of a text that begins at field_ of the record. Bytes up to `limit` may be looked at: what
-    /// stands behind the text begins with a line end, which continues no number. False when the record falls outside
-    /// the grid.
-    bool storeFields(const char* at, const char* end, const char* limit) {
-        while (true) {
-            while (at != end && isBlank(*at)) ++at;
-            if (at == end) return true;
-            if (field_ == 0) {
-                const char* const begin = at;
-                while (at != end && !isBlank(*at)) ++at;
-                index_ = indexOfField({begin, static_cast<std::size_t>(at - begin)});
-                if (index_ == 0) return false;
-            } else {
-                if (field_ > columns_.size()) return true;
-                at = parseNumberFast(at, limit, columns_[field_ - 1][index_ - 1]);
-                while (at != end && !isBlank(*at)) ++at;
-            }
-            ++field_;
+    /// Stores the values of a text that begins at field_ of the record. A word that is no plain number is read on up to
+    /// `limit`: what stands behind the text begins with a line end, which continues no number. False when the record
+    /// falls outside the grid.
+    bool storeFields(std::string_view text, const char* limit) {
+        std::span<const NumberField> fields = fields_.cut(text);
+        if (fields.empty()) return true;
+        if (field_ == 0) {
+            const NumberField& depth = fields.front();
+            index_ = depth.plain ? indexOf(depth.value) : indexOfField(text.substr(depth.from, depth.length));
+            if (index_ == 0) return false;
+            fields = fields.subspan(1);
+            field_ = 1;
         }
+        fields = fields.first(std::min(fields.size(), columns_.size() + 1 - std::min(field_, columns_.size() + 1)));
+        for (const NumberField& field : fields) {
+            double& cell = columns_[field_++ - 1][index_ - 1];
+            if (field.plain)
+                cell = field.value;
+            else
+                parseNumberFast(text.data() + field.from, limit, cell);
+        }
+        return true;
     }
 
     void fillMissingFields() {
@@ -133,7 +140,7 @@ class Reading {
         field_ = 0;
         index_ = 0;
         const char* const limit = lines_.bytes().data() + lines_.bytes().size();
-        if (storeFields(record.data(), record.data() + record.size(), limit)) fillMissingFields();
+        if (storeFields(record, limit)) fillMissingFields();
     }
 
     ReadResult readLines() {
@@ -180,9 +187,8 @@ class Reading {
                 } else if (inside) {
                     // A part that lost its end must not be read on behind it.
                     const char* const end = part.data() + part.size();
-                    inside =
-                        storeFields(part.data(), end,
-                                    part.size() == line.size() ? lines_.bytes().data() + lines_.bytes().size() : end);
+                    inside = storeFields(
+                        part, part.size() == line.size() ? lines_.bytes().data() + lines_.bytes().size() : end);
                 }
                 ++count;
             }

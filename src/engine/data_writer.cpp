@@ -22,6 +22,11 @@ namespace {
 /// The longest record that stands on one line in a file without wrapping.
 constexpr int longestRecord = 254;
 
+/// Columns up to this width are blanked at once.
+constexpr std::size_t shortWidth = 16;
+/// Bytes behind a column that printing its value may write over: it is followed by the next column, or by a line end.
+constexpr std::size_t spill = shortWidth + 8;
+
 float unitScale(const PassContext& context, std::string_view wanted, std::string_view input) {
     return toSingle(unitFactor(context.app.reference, wanted) / unitFactor(context.app.reference, input));
 }
@@ -173,40 +178,58 @@ class RecordPrinter {
         std::memcpy(column + width - kept, text + (length - kept), kept);
     }
 
-    /// A value right-aligned in its column; one that would leave no blank becomes the overflow text.
+    /// A value right-aligned in its column; one that would leave no blank becomes the overflow text. Up to `spill`
+    /// bytes behind the column are written over.
     void putValue(char* place, std::size_t number, std::int32_t index) {
         const OutputColumn& column = columns_[number];
-        const double value = column.samples[index - 1];
-        if (value == null_) {
-            putText(place, widths_[number], nullTexts_[number].data(), nullTexts_[number].size());
+        const std::size_t width = widths_[number];
+        const double sample = column.samples[index - 1];
+        if (sample == null_) {
+            putText(place, width, nullTexts_[number].data(), nullTexts_[number].size());
             return;
         }
-        const std::size_t length =
-            formatMaskFast(scratch_.data(), column.scale == 1.0 ? value : column.scale * value, column.decimals);
-        putText(place, widths_[number], scratch_.data(), length);
+        const double value = column.scale == 1.0 ? sample : column.scale * sample;
+        detail::FixedText text;
+        if (!detail::splitFixed(value, column.decimals, text)) {
+            putText(place, width, scratch_.data(), detail::formatMaskGeneral(scratch_.data(), value, column.decimals));
+            return;
+        }
+        const auto length = static_cast<std::size_t>(text.length(column.decimals));
+        if (length >= width) {
+            putOverflow(place, width);
+            return;
+        }
+        // So many blanks of one size take no call.
+        std::memset(place, ' ', shortWidth);
+        if (width > shortWidth) std::memset(place, ' ', width - length);
+        detail::writeFixed(place + width - length, text, column.decimals);
     }
 
     void putText(char* column, std::size_t width, const char* text, std::size_t length) {
-        if (length >= width) {
-            std::memcpy(column, overflow_.data(), std::min(width, overflow_.size()));
-            ++context_.report.overflowCount;
-            return;
-        }
-        putRight(column, width, text, length);
+        if (length >= width)
+            putOverflow(column, width);
+        else
+            putRight(column, width, text, length);
+    }
+
+    void putOverflow(char* column, std::size_t width) {
+        std::memcpy(column, overflow_.data(), std::min(width, overflow_.size()));
+        ++context_.report.overflowCount;
     }
 
     void printFixed(std::int32_t index) {
         const std::size_t length = length_;
         const bool wrapped = context_.wrapPerLine > 0;
-        if (wrapped) record_.resize(length);
-        char* const record = wrapped ? record_.data() : file_.reserve(length + 2);
+        if (wrapped) record_.resize(length + spill);
+        char* const record = wrapped ? record_.data() : file_.reserve(length + spill);
         const std::size_t depthLength = depths_.print(scratch_.data(), index);
         putRight(record, depthWidth_, scratch_.data(), depthLength);
         char* place = record + depthWidth_;
         for (std::size_t number = 0; number < columns_.size(); place += widths_[number++])
             putValue(place, number, index);
         if (wrapped) {
-            eachWrappedLine(record_, depthWidth_, static_cast<std::size_t>(context_.wrapPerLine), context_.wrapLines,
+            eachWrappedLine(std::string_view(record_).substr(0, length), depthWidth_,
+                            static_cast<std::size_t>(context_.wrapPerLine), context_.wrapLines,
                             [this](std::string_view line) { file_.writeLine(line); });
             return;
         }

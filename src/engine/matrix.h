@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "shared/failure.h"
 
@@ -18,7 +19,11 @@ class Matrix {
         : columns_(columns),
           samples_(samples),
           values_(std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(columns) *
-                                                           static_cast<std::size_t>(samples))) {}
+                                                           static_cast<std::size_t>(samples))),
+          places_(static_cast<std::size_t>(columns)) {
+        for (std::size_t column = 0; column < places_.size(); ++column)
+            places_[column] = values_.get() + column * static_cast<std::size_t>(samples);
+    }
 
     int columns() const { return columns_; }
     std::int32_t samples() const { return samples_; }
@@ -26,15 +31,19 @@ class Matrix {
     /// All samples of a column, sample i at index i - 1. RunTimeFailure outside the matrix.
     std::span<double> column(int column) {
         if (column < 0 || column >= columns_) throw RunTimeFailure("subscript out of range");
-        return {values_.get() + static_cast<std::size_t>(column) * static_cast<std::size_t>(samples_),
-                static_cast<std::size_t>(samples_)};
+        return {places_[static_cast<std::size_t>(column)], static_cast<std::size_t>(samples_)};
     }
     std::span<const double> column(int column) const { return const_cast<Matrix*>(this)->column(column); }
+
+    /// The samples of a column are from now on those of another matrix, as many as this one has, which has to outlive
+    /// it and no longer looks at them itself.
+    void takeOver(int column, std::span<double> samples) { places_[static_cast<std::size_t>(column)] = samples.data(); }
 
   private:
     int columns_ = 0;
     std::int32_t samples_ = 0;
     std::unique_ptr<double[]> values_;
+    std::vector<double*> places_;  ///< of each column
 };
 
 }  // namespace welvane

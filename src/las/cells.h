@@ -6,9 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "las/data_words.h"
-#include "shared/numbers_fast.h"
-
 /// What stands in one cell of ~A by FigureRules::trueFigures: a number, or something that is told and counts as null.
 namespace welvane {
 
@@ -31,36 +28,6 @@ struct Cell {
 
 /// Judges a word without blanks; "" is Missing. With `decimalComma` a comma in a number is its point.
 Cell judgeCell(std::string_view word, bool decimalComma);
-
-/// Takes the cell that begins at `at` (no blank, before `end`) off a line of words parted by blanks and tabs, and
-/// returns the place behind it. Regular numbers take no call.
-inline const char* takeCell(const char* at, const char* end, bool decimalComma, Cell& cell) {
-    const char* place = at;
-    const bool negative = *place == '-';
-    if (negative || *place == '+') ++place;
-    std::uint64_t mantissa = 0;
-    const char* const whole = place;
-    for (; place != end && detail::digitOf(*place) <= 9; ++place) mantissa = mantissa * 10 + detail::digitOf(*place);
-    std::ptrdiff_t digits = place - whole;
-    std::ptrdiff_t decimals = 0;
-    if (place != end && *place == '.') {
-        const char* const fraction = ++place;
-        for (; place != end && detail::digitOf(*place) <= 9; ++place)
-            mantissa = mantissa * 10 + detail::digitOf(*place);
-        decimals = place - fraction;
-        digits += decimals;
-    }
-    if ((place == end || isDataBlank(*place)) && digits > 0 && digits <= 15) {
-        // Both numbers are exact, so the one division is the correctly rounded value (Clinger's fast case).
-        const double magnitude =
-            static_cast<double>(static_cast<std::int64_t>(mantissa)) / detail::powersOfTen[decimals];
-        cell = {negative ? -magnitude : magnitude, CellKind::Number, static_cast<std::uint8_t>(decimals)};
-        return place;
-    }
-    while (place != end && !isDataBlank(*place)) ++place;
-    cell = judgeCell({at, static_cast<std::size_t>(place - at)}, decimalComma);
-    return place;
-}
 
 /// What a channel's cells were that are no numbers, by kind.
 struct CellFaults {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "las/data_words.h"
 #include "shared/failure.h"
 #include "shared/text.h"
 
@@ -39,6 +40,7 @@ ChannelReader::ChannelReader(const LasFile& file, const ChannelReading& how)
       names_(nameColumns(file.text(), shape_.columns)),
       null_(readFileNull(file.text())),
       lines_(file.text().lines()),
+      fields_(file.bytes()),
       row_(shape_.columns) {
     if (shape_.columns == 0) throw RunTimeFailure(whyNoData(file.text()));
     facts_.channels.resize(shape_.columns);
@@ -149,23 +151,27 @@ void ChannelReader::addWrappedLine(std::string_view line, std::size_t words, Rec
     if (filled_ >= shape_.columns) finishRecord(block);
 }
 
-inline void ChannelReader::put(const Cell& cell, std::string_view word) {
+inline void ChannelReader::putNumber(double value, std::uint8_t decimals) {
     const std::size_t column = filled_++;
     if (column >= row_.size()) return;
-    row_[column] = cell.value;
-    if (cell.kind != CellKind::Number) {
-        filled_ = column;
-        putFault(cell, word);
-        filled_ = column + 1;
-        return;
-    }
+    row_[column] = value;
     ChannelFacts& channel = facts_.channels[column];
-    if (column > 0 && null_.holds(cell.value)) {
+    if (column > 0 && null_.holds(value)) {
         row_[column] = noValue;
         return;
     }
-    if (cell.value <= -999 && column > 0 && isUsualNull(cell.value)) channel.usualNulls.add(line_);
-    if (cell.decimals > channel.decimals) channel.decimals = cell.decimals;
+    if (value <= -999 && column > 0 && isUsualNull(value)) channel.usualNulls.add(line_);
+    if (decimals > channel.decimals) channel.decimals = decimals;
+}
+
+void ChannelReader::put(const Cell& cell, std::string_view word) {
+    if (cell.kind == CellKind::Number || filled_ >= row_.size()) {
+        putNumber(cell.value, cell.decimals);
+        return;
+    }
+    row_[filled_] = cell.value;
+    putFault(cell, word);
+    ++filled_;
 }
 
 void ChannelReader::takeCells(std::string_view line) {
@@ -173,15 +179,13 @@ void ChannelReader::takeCells(std::string_view line) {
         takeDelimitedCells(line);
         return;
     }
-    const char* at = line.data();
-    const char* const end = at + line.size();
-    while (true) {
-        while (at != end && isDataBlank(*at)) ++at;
-        if (at == end) return;
-        Cell cell;
-        const char* const word = at;
-        at = takeCell(at, end, how_.decimalComma, cell);
-        put(cell, {word, static_cast<std::size_t>(at - word)});
+    for (const NumberField& field : fields_.cut(line)) {
+        if (field.plain) {
+            putNumber(field.value, field.decimals);
+        } else {
+            const std::string_view word = line.substr(field.from, field.length);
+            put(judgeCell(word, how_.decimalComma), word);
+        }
     }
 }
 

@@ -14,6 +14,7 @@
 #include "las/las_file.h"
 #include "las/run_turn.h"
 #include "shared/notes.h"
+#include "shared/number_fields.h"
 
 /// The channels of a LAS file as they stand, by FigureRules::trueFigures: no grid, nothing computed, every cell a
 /// number or counted. Records are put together by their number of values, wrapped ones too.
@@ -115,6 +116,7 @@ class ChannelReader {
     void takeDelimitedCells(std::string_view line);
     bool takeCellsByPlace(std::string_view line);
     void put(const Cell& cell, std::string_view word);
+    void putNumber(double value, std::uint8_t decimals);
     void putFault(const Cell& cell, std::string_view word);
     void otherLength(std::size_t line, std::size_t values);
     bool isLastLine() const;
@@ -129,6 +131,7 @@ class ChannelReader {
     ColumnNames names_;
     FileNull null_;
     LineReader lines_;
+    LineFields fields_;
     DataFacts facts_;
     std::vector<double> row_;
     std::size_t line_ = 0;  ///< number of the line in hand

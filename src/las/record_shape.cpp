@@ -3,6 +3,7 @@
 #include <limits>
 #include <numeric>
 
+#include "las/data_words.h"
 #include "las/limits.h"
 #include "las/read_channels.h"
 #include "shared/numbers.h"

@@ -45,6 +45,43 @@ inline unsigned digitOf(char c) {
     return static_cast<unsigned char>(c - '0');
 }
 
+/// A sign or none, and digits with at most one dot among them.
+struct PlainNumber {
+    std::uint64_t mantissa = 0;
+    std::ptrdiff_t digits = 0, decimals = 0;
+    bool negative = false;
+
+    /// Beyond 15 digits the mantissa may be no exact double, or have run over.
+    bool exact() const { return digits > 0 && digits <= 15; }
+    /// Of an exact one: both numbers are exact, so the one division is the correctly rounded value (Clinger's fast
+    /// case).
+    double value() const {
+        const double magnitude = static_cast<double>(static_cast<std::int64_t>(mantissa)) / powersOfTen[decimals];
+        return negative ? -magnitude : magnitude;
+    }
+};
+
+/// Takes what of such a number stands at `at`; returns the place behind it.
+inline const char* gatherPlain(const char* at, const char* end, PlainNumber& number) {
+    // Digit by digit: the columns of a log keep their lengths, so the ends of the loops are well predicted and one
+    // number overlaps the next. Finding the end by looks at eight bytes has each number wait for the one before.
+    const char* place = at;
+    number.negative = place != end && *place == '-';
+    if (number.negative || (place != end && *place == '+')) ++place;
+    std::uint64_t mantissa = 0;
+    const char* const whole = place;
+    for (; place != end && digitOf(*place) <= 9; ++place) mantissa = mantissa * 10 + digitOf(*place);
+    number.digits = place - whole;
+    if (place != end && *place == '.') {
+        const char* const fraction = ++place;
+        for (; place != end && digitOf(*place) <= 9; ++place) mantissa = mantissa * 10 + digitOf(*place);
+        number.decimals = place - fraction;
+        number.digits += number.decimals;
+    }
+    number.mantissa = mantissa;
+    return place;
+}
+
 /// The general road of parseNumberFast: any length and form.
 const char* parseNumberGeneral(const char* at, const char* end, double& value);
 
@@ -80,29 +117,11 @@ std::size_t formatMaskSlowTo(char* target, double value, int decimals);
 /// parseNumber for a place known to be no blank: reads the number that begins at `at`, never looks at or behind `end`.
 /// Returns the place behind the number, or `at` (and value 0) when there is none.
 inline const char* parseNumberFast(const char* at, const char* end, double& value) {
-    // Digit by digit: the columns of a log keep their lengths, so the ends of the loops are well predicted and one
-    // number overlaps the next. Finding the end by looks at eight bytes has each number wait for the one before.
-    const char* place = at;
-    const bool negative = place != end && *place == '-';
-    if (negative || (place != end && *place == '+')) ++place;
-    std::uint64_t mantissa = 0;
-    const char* const whole = place;
-    for (; place != end && detail::digitOf(*place) <= 9; ++place) mantissa = mantissa * 10 + detail::digitOf(*place);
-    std::ptrdiff_t digits = place - whole;
-    std::ptrdiff_t decimals = 0;
-    if (place != end && *place == '.') {
-        const char* const fraction = ++place;
-        for (; place != end && detail::digitOf(*place) <= 9; ++place)
-            mantissa = mantissa * 10 + detail::digitOf(*place);
-        decimals = place - fraction;
-        digits += decimals;
-    }
+    detail::PlainNumber number;
+    const char* const place = detail::gatherPlain(at, end, number);
     const char next = place == end ? ' ' : static_cast<char>(*place | 0x20);
-    // Beyond 15 digits the mantissa may be no exact double, or have run over.
-    if (digits == 0 || digits > 15 || next == 'e' || next == 'd') return detail::parseNumberGeneral(at, end, value);
-    // Both numbers are exact, so the one division is the correctly rounded value (Clinger's fast case).
-    const double magnitude = static_cast<double>(static_cast<std::int64_t>(mantissa)) / detail::powersOfTen[decimals];
-    value = negative ? -magnitude : magnitude;
+    if (!number.exact() || next == 'e' || next == 'd') return detail::parseNumberGeneral(at, end, value);
+    value = number.value();
     return place;
 }
 

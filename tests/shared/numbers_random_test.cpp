@@ -13,13 +13,18 @@
 #include <string_view>
 #include <vector>
 
+#include "shared/number_fields.h"
 #include "shared/numbers.h"
 #include "shared/numbers_fast.h"
 
 namespace welvane {
 namespace {
 
-constexpr int rounds = 2'000'000;
+/// Values of one test: as many as WELVANE_RANDOM_VALUES says, else so many that a build does not wait for them.
+const int rounds = [] {
+    const char* const wanted = std::getenv("WELVANE_RANDOM_VALUES");
+    return wanted == nullptr ? 2'000'000 : std::atoi(wanted);
+}();
 
 /// A source whose seed is printed when the test fails.
 class Random {
@@ -106,6 +111,69 @@ TEST(NumbersRandom, readingAgreesWithTheLibrary) {
             const char* const end = read(given.data(), given.data() + given.size(), value);
             ASSERT_EQ(end - given.data(), std::ssize(text)) << given;
             ASSERT_EQ(std::bit_cast<std::uint64_t>(value), expected) << given;
+        }
+    }
+}
+
+/// A word as data lines have them, one in sixteen no number or two.
+std::string anyWord(Random& random) {
+    std::string word = lasForm(random);
+    if (random.below(16) > 0) return word;
+    constexpr std::string_view odd = "-+.,:/eEx#\r\x01\xFF";
+    word.insert(static_cast<std::size_t>(random.below(static_cast<int>(word.size()) + 1)), 1,
+                odd[static_cast<std::size_t>(random.below(static_cast<int>(odd.size())))]);
+    return word;
+}
+
+/// A line of `words`, blanks and tabs between them as they come.
+std::string lineOf(Random& random, const std::vector<std::string>& words) {
+    std::string line;
+    for (const std::string& word : words) {
+        line.append(static_cast<std::size_t>(random.below(8) + (line.empty() ? 0 : 1)),
+                    random.below(16) == 0 ? '\t' : ' ');
+        line += word;
+    }
+    if (random.below(4) == 0) line.append(static_cast<std::size_t>(random.below(100)), ' ');
+    return line;
+}
+
+void expectSameFields(const NumberField& one, const NumberField& other, const std::string& line) {
+    ASSERT_EQ(one.from, other.from) << line;
+    ASSERT_EQ(one.length, other.length) << line;
+    ASSERT_EQ(one.plain, other.plain) << line << ": " << line.substr(one.from, one.length);
+    ASSERT_EQ(one.decimals, other.decimals) << line << ": " << line.substr(one.from, one.length);
+    ASSERT_EQ(std::bit_cast<std::uint64_t>(one.value), std::bit_cast<std::uint64_t>(other.value)) << line;
+}
+
+TEST(NumbersRandom, linesAreCutAlikeByBytesAndByVectors) {
+    Random random;
+    SCOPED_TRACE(random.seedText());
+    const detail::FieldRoad vectors = detail::fieldsByVectors();
+    if (vectors == nullptr) GTEST_SKIP() << "this processor has no such instructions";
+    std::vector<NumberField> slow, fast;
+    for (int values = 0; values < rounds;) {
+        std::vector<std::string> words(static_cast<std::size_t>(random.below(30)));
+        for (std::string& word : words) word = anyWord(random);
+        values += static_cast<int>(words.size()) + 1;
+        const std::string line = lineOf(random, words);
+        // By turns with room around the line, and at the very ends of all text.
+        const auto before = static_cast<std::size_t>(random.below(2) * 16);
+        const std::string text =
+            std::string(before, '7') + line + std::string(static_cast<std::size_t>(random.below(2) * 64), '8');
+        slow.resize((line.size() + 1) / 2);
+        fast.resize(slow.size());
+        const std::string_view inText = std::string_view(text).substr(before, line.size());
+        const std::size_t count = detail::fieldsByBytes(inText, text, slow.data());
+        ASSERT_EQ(count, words.size()) << line;
+        ASSERT_EQ(vectors(inText, text, fast.data()), count) << line;
+        for (std::size_t index = 0; index < count; ++index) {
+            expectSameFields(slow[index], fast[index], std::string(inText));
+            ASSERT_EQ(inText.substr(slow[index].from, slow[index].length), words[index]);
+            if (!slow[index].plain) continue;
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(slow[index].value),
+                      std::bit_cast<std::uint64_t>(plainReading(words[index])));
+            const std::size_t dot = words[index].find('.');
+            ASSERT_EQ(slow[index].decimals, dot == std::string::npos ? 0 : words[index].size() - dot - 1);
         }
     }
 }
