@@ -56,6 +56,7 @@ std::string_view remedyText(Remedy remedy) {
 }  // namespace
 
 Console::Console(const CommonOptions& options) : options_(options), platform_(makeSystemPlatform()) {
+    options_.json = options_.json || options_.jsonLines;
     user_.configure(options.yes  ? Ask::AlwaysYes
                     : options.no ? Ask::AlwaysNo
                                  : Ask::AtTerminal,

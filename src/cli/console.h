@@ -27,6 +27,7 @@ struct ClosedPipe {};
 /// Options that every verb knows.
 struct CommonOptions {
     bool quiet = false, yes = false, no = false, force = false, strict = false, json = false, recursive = false;
+    bool jsonLines = false;  ///< then json holds too
     std::string progress = "auto";
 };
 

@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/console.h"
-#include "cli/json_document.h"
+#include "cli/file_document.h"
 #include "jobs/each_file.h"
 
 /// Verbs that tell something of each of many files.
@@ -27,20 +26,18 @@ struct FileFace {
 template <class Report>
 ExitCode showEachFile(Console& console, const std::vector<std::string>& files, const FileWork<Report>& work,
                       const FileFace<Report>& face, int jobs = 1) {
-    Json entries = Json::array();
-    std::vector<Note> notes;
+    FileDocument document(console);
     ExitCode code = ExitCode::Done;
     bool first = true;
     const auto take = [&](const FileResult<Report>& result) {
-        notes.insert(notes.end(), result.notes.begin(), result.notes.end());
         if (!result.report) {
-            entries.push(refusedEntry(result.file, result.fault));
+            document.add(refusedEntry(result.file, result.fault), result.notes);
             console.say(result.fault);
             code = ExitCode::Negative;
             return;
         }
         if (console.options().json)
-            entries.push(face.json(result.file, *result.report));
+            document.add(face.json(result.file, *result.report), result.notes);
         else
             console.print((first ? "" : std::string(face.between)) + face.text(result.file, *result.report));
         first = false;
@@ -48,7 +45,7 @@ ExitCode showEachFile(Console& console, const std::vector<std::string>& files, c
     };
     const bool whole =
         eachFile<Report>(console.bench(), files, jobs > 1 ? static_cast<std::size_t>(jobs) : 0, work, take);
-    if (console.options().json) console.print(jsonDocument(std::move(entries), notes).dump(2) + "\n");
+    document.close();
     return whole ? code : ExitCode::Interrupted;
 }
 

@@ -19,9 +19,9 @@ void Json::add(std::initializer_list<Member> members) {
     for (const Member& member : members) add(member.first, member.second);
 }
 
-std::string Json::dump(int indent) const {
+std::string Json::dump(int indent, int level) const {
     std::string text;
-    write(text, indent, 0);
+    write(text, indent, level);
     return text;
 }
 

@@ -41,8 +41,9 @@ class Json {
     std::size_t size() const { return items_.size(); }
     const Json& front() const { return items_.front(); }
 
-    /// As text: on one line, or with each level set in by `indent` blanks.
-    std::string dump(int indent = -1) const;
+    /// As text: on one line, or with each level set in by `indent` blanks; the first line is not, and stands at
+    /// `level`.
+    std::string dump(int indent = -1, int level = 0) const;
 
   private:
     enum class Kind { Null, Truth, Signed, Unsigned, Number, Text, Array, Object };

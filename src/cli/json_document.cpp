@@ -42,6 +42,20 @@ std::string_view nameOf(NoteKind kind) {
     return "file";
 }
 
+/// ASCII but "%" stays; other bytes become "%XX".
+std::string percentEscaped(std::string_view bytes) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text;
+    for (const char byte : bytes) {
+        const auto code = static_cast<unsigned char>(byte);
+        if (code > ' ' && code < 0x7F && byte != '%')
+            text += byte;
+        else
+            text.append({'%', digits[code >> 4U], digits[code & 15U]});
+    }
+    return text;
+}
+
 }  // namespace
 
 Json notesAsJson(const std::vector<Note>& notes) {
@@ -58,12 +72,27 @@ Json notesAsJson(const std::vector<Note>& notes) {
     return all;
 }
 
-Json refusedEntry(const std::string& file, const Fault& fault) {
-    return Json::object({{"path", utf8Text(file)}, {"error", utf8Text(fault.reason.text)}});
+Json fileEntry(std::string_view path) {
+    Json entry = Json::object({{"path", utf8Text(path)}});
+    if (utf8Text(path) != path) entry.add("pathBytes", percentEscaped(path));
+    return entry;
 }
 
-Json jsonDocument(Json files, const std::vector<Note>& notes) {
-    return Json::object({{"welvane", WELVANE_VERSION}, {"files", std::move(files)}, {"notes", notesAsJson(notes)}});
+Json fileEntry(std::string_view path, std::initializer_list<Json::Member> members) {
+    Json entry = fileEntry(path);
+    entry.add(members);
+    return entry;
+}
+
+Json refusedEntry(const std::string& file, const Fault& fault) {
+    return fileEntry(file, {{"error", utf8Text(fault.reason.text)}});
+}
+
+Json ownDocument(std::initializer_list<Json::Member> members, const std::vector<Note>& notes) {
+    Json document = Json::object({{"welvane", WELVANE_VERSION}});
+    document.add(members);
+    document.add("notes", notesAsJson(notes));
+    return document;
 }
 
 Json outputDocument(const std::vector<std::string>& inputs, Json output, const std::vector<Note>& notes,
@@ -71,16 +100,12 @@ Json outputDocument(const std::vector<std::string>& inputs, Json output, const s
     Json files = Json::array();
     for (const std::string& input : inputs) {
         const bool isAbout = refused != nullptr && refused->file == input;
-        files.push(isAbout ? refusedEntry(input, *refused) : Json::object({{"path", utf8Text(input)}}));
+        files.push(isAbout ? refusedEntry(input, *refused) : fileEntry(input));
     }
-    Json document = jsonDocument(std::move(files), notes);
+    Json document = ownDocument({{"files", std::move(files)}}, notes);
     document.add("output", std::move(output));
     if (refused != nullptr) document.add("error", utf8Text(refused->reason.text));
     return document;
-}
-
-std::string jsonDocumentHead() {
-    return "{\"welvane\": " + Json(WELVANE_VERSION).dump() + ",\n\"files\": [\n";
 }
 
 }  // namespace welvane

@@ -48,7 +48,15 @@ VerbOptions commonOptions(const Verb& verb, const VerbOptions& options, CommonOp
     if (takesList(options))
         addOptions(rows, commonGroup,
                    {{"-r,--recursive", &common.recursive, "", "Of a folder also the files in the folders below it"}});
-    if (verb.json) addOptions(rows, commonGroup, {{"--json", &common.json, "", "Print one JSON document on stdout"}});
+    if (verb.json != JsonForm::None)
+        addOptions(rows, commonGroup, {{"--json", &common.json, "", "Print one JSON document on stdout"}});
+    if (verb.json == JsonForm::Lines)
+        addOptions(rows, commonGroup,
+                   {{"--json-lines",
+                     &common.jsonLines,
+                     "",
+                     "Print a line of JSON for each input as it ends",
+                     {.excludes = "--json"}}});
     return rows;
 }
 
@@ -139,55 +147,56 @@ const std::vector<Verb>& verbTable() {
          "  welvane run run1.las run2.las --splice -o joined.las\n"
          "  welvane run well.las --step 0.5 --from 1000 --to 1200 -o cut.las\n"
          "  welvane run well.las --csv -o - | head\n",
-         true},
+         JsonForm::Document},
         {"batch", "The same once per file, into a folder", declareBatch,
          "  welvane batch wells/*.las --filter house.fil --out-dir house\n"
          "  welvane batch wells --unit M --out-dir metric\n",
-         true},
+         JsonForm::Document},
         {"functions", "The channel functions that filters and --curve know", declareFunctions, "  welvane functions\n",
-         true},
+         JsonForm::Document},
         {"tvd", "Compute a survey and map depths through it", declareTvd,
          "  welvane tvd survey.txt --map 1800 1850\n"
          "  welvane run well.las --tvd survey.txt -o tvd.las\n",
-         true},
+         JsonForm::Document},
         {"info", "Tell what stands in a LAS file: depths, data, sections, channels", declareInfo,
          "  welvane info well.las\n"
          "  welvane info wells --recursive --json\n",
-         true},
+         JsonForm::Lines},
         {"check", "Judge what files are, by their ends alone", declareCheck,
          "  welvane check wells --recursive\n"
          "  find . -name \"*.LAS\" -print0 | welvane check @-\n",
-         true},
+         JsonForm::Lines},
         {"read", "The channels as they stand, as CSV or JSON lines", declareRead,
          "  welvane read well.las --csv -o well.csv\n"
          "  welvane read well.las --json-lines | head -3\n"},
         {"conform", "Hold files against the LAS standard, rule by rule", declareConform,
          "  welvane conform wells --recursive\n"
          "  welvane conform well.las --fix -o mended.las\n",
-         true},
+         JsonForm::Lines},
         {"repair", "Repair line ends, a curve title or a whole header", declareRepair,
          "  welvane repair broken.las -o mended.las\n"
          "  welvane repair broken.las --rebuild -o clean.las\n",
-         true},
+         JsonForm::Document},
         {"wrap", "Wrap the data of a LAS file, or unwrap them", declareWrap,
          "  welvane wrap well.las -o wrapped.las\n"},
-        {"tops", "List the [TOPS] block", declareTops, "  welvane tops well.las --json\n", true},
+        {"tops", "List the [TOPS] block", declareTops, "  welvane tops well.las --json\n", JsonForm::Lines},
         {"stats", "Statistics and covered intervals of each channel", declareStats,
          "  welvane stats well.las\n"
          "  welvane stats well.las --top \"Upper Sand\"\n",
-         true},
+         JsonForm::Lines},
         {"list", "List files: curves, footage, statistics, a summary, a price", declareList,
-         "  welvane list wells/*.las -o summary.txt\n", true},
+         "  welvane list wells/*.las -o summary.txt\n", JsonForm::Lines},
         {"coverage", "How the depths of up to four files lie against each other, as a picture", declareCoverage,
-         "  welvane coverage run1.las run2.las -o coverage.svg\n", true},
+         "  welvane coverage run1.las run2.las -o coverage.svg\n", JsonForm::Document},
         {"plot", "Draw logs in tracks over depth, of files or of what a run would make of them", declarePlot,
          "  welvane plot well.las --tracks \"GR,CALI;ILD:log,ILM:log;RHOB,NPHI\" -o log.svg\n"
          "  welvane plot run1.las run2.las --splice -o joined.svg\n"},
-        {"price", "Estimate the price of a length of curve", declarePrice, "  welvane price --feet 12000\n", true},
+        {"price", "Estimate the price of a length of curve", declarePrice, "  welvane price --feet 12000\n",
+         JsonForm::Document},
         {"from-ascii", "Make a LAS file of a table of columns", declareFromAscii,
          "  welvane from-ascii table.csv -o well.las --units M\n"},
         {"certify", "Run the external checker, a verdict per file", declareCertify,
-         "  welvane certify wells/*.las --checker \"lascheck\"\n", true},
+         "  welvane certify wells/*.las --checker \"lascheck\"\n", JsonForm::Lines},
         {"bytes", "Show a file byte by byte, or find its bad line ends", declareBytes,
          "  welvane bytes well.las --find-bad-ends\n"},
         {"replace", "Search and replace over a whole file", declareReplace,
@@ -195,7 +204,7 @@ const std::vector<Verb>& verbTable() {
         {"library", "List and edit the groups of curves and units", declareLibrary,
          "  welvane library curves list\n"
          "  welvane library units add LENGTH CHAIN 20.1168\n",
-         true},
+         JsonForm::Document},
         {"completions", "Completion of verbs and options for a shell", declareCompletions,
          "  welvane completions bash > ~/.local/share/bash-completion/completions/welvane\n"
          "  welvane completions fish > ~/.config/fish/completions/welvane.fish\n"},
@@ -203,7 +212,7 @@ const std::vector<Verb>& verbTable() {
         {"settings", "List, get and set the preferences", declareSettings,
          "  welvane settings list\n"
          "  welvane settings set country Canada\n",
-         true},
+         JsonForm::Document},
     };
     return table;
 }

@@ -22,13 +22,16 @@ struct VerbSyntax {
     std::string_view footer{};  ///< last line of its help
 };
 
+/// What a verb prints for programs: nothing, one document with --json, or also an entry a line with --json-lines.
+enum class JsonForm { None, Document, Lines };
+
 /// A verb: what it is called, what it does in a few words, and the routine that tells its options. The common options
 /// are added to them.
 struct Verb {
     std::string_view name, summary;
     VerbSyntax (*declare)();
     std::string_view examples{};  ///< for its help, one a line
-    bool json = false;            ///< knows --json
+    JsonForm json = JsonForm::None;
 };
 /// In the order of the help.
 const std::vector<Verb>& verbTable();

@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "cli/json_document.h"
+#include "cli/file_document.h"
 #include "cli/shown_text.h"
 #include "cli/verbs.h"
 #include "platform/terminal.h"
@@ -24,8 +24,7 @@ struct CertifyChoices {
 };
 
 Json asJson(const Certification& made) {
-    Json entry = Json::object(
-        {{"path", utf8Text(made.file)}, {"verdict", verdictText(made.verdict)}, {"log", utf8Text(made.log)}});
+    Json entry = fileEntry(made.file, {{"verdict", verdictText(made.verdict)}, {"log", utf8Text(made.log)}});
     if (made.ownCheck) entry.add("checker", "welvane");
     return entry;
 }
@@ -40,35 +39,26 @@ std::string asText(const Certification& made) {
     return text;
 }
 
-/// Prints each file as it comes, so that nothing but the log in hand is kept.
+/// Shows each file as it comes, so that nothing but the log in hand is kept.
 class Printer {
   public:
-    explicit Printer(Console& console) : console_(console) {
-        if (console_.options().json) console_.print(jsonDocumentHead());
-    }
+    Printer(Console& console, FileDocument& document) : console_(console), document_(document) {}
 
     void add(const Certification& made) {
         ++counts_[static_cast<std::size_t>(made.verdict)];
         if (!made.why.none()) console_.say({.file = made.file, .reason = made.why});
         if (console_.options().json)
-            console_.print((std::exchange(open_, true) ? ",\n" : "") + asJson(made).dump());
+            document_.add(asJson(made), console_.bench().takeNotes());
         else
             console_.print(asText(made));
     }
-    /// Also after a stop: what was printed is a whole document.
-    ~Printer() {
-        if (!console_.options().json) return;
-        console_.print("\n],\n\"notes\": " + notesAsJson(console_.bench().takeNotes()).dump() + "}\n");
-    }
-    Printer(const Printer&) = delete;
-    Printer& operator=(const Printer&) = delete;
 
     std::size_t count(Verdict verdict) const { return counts_[static_cast<std::size_t>(verdict)]; }
 
   private:
     Console& console_;
+    FileDocument& document_;
     std::array<std::size_t, 3> counts_{};
-    bool open_ = false;
 };
 
 CertifyRequest requestOf(Console& console, const CertifyChoices& choices) {
@@ -83,11 +73,10 @@ CertifyRequest requestOf(Console& console, const CertifyChoices& choices) {
     return request;
 }
 
-ExitCode performCertify(Console& console, const CertifyChoices& choices) {
-    const CertifyRequest request = requestOf(console, choices);
+ExitCode showVerdicts(Console& console, const CertifyRequest& request, FileDocument& document) {
     const std::size_t files = request.files.size();
     useChecker(console.bench(), request);
-    Printer printer(console);
+    Printer printer(console, document);
     const bool whole = certifyFiles(console.bench(), request, [&](const Certification& made) { printer.add(made); });
     if (!whole) return ExitCode::Negative;
     const std::size_t passed = printer.count(Verdict::Passed), failed = printer.count(Verdict::Failed);
@@ -97,6 +86,11 @@ ExitCode performCertify(Console& console, const CertifyChoices& choices) {
                             " passed, " + std::to_string(failed) + " failed, " + std::to_string(unfinished) +
                             " not checked to the end");
     return failed + unfinished == 0 ? ExitCode::Done : ExitCode::Negative;
+}
+
+ExitCode performCertify(Console& console, const CertifyChoices& choices) {
+    const CertifyRequest request = requestOf(console, choices);
+    return fillDocument(console, [&](FileDocument& document) { return showVerdicts(console, request, document); });
 }
 
 }  // namespace

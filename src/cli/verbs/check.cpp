@@ -57,22 +57,21 @@ Json asJson(const FileCheck& check) {
     const auto orNull = [](const std::string& text) { return text.empty() ? Json() : Json(utf8Text(text)); };
     const auto number = [](const std::string& text) { return text.empty() ? Json() : Json(val(text)); };
     const HeaderGlance& header = check.header;
-    return Json::object({{"path", utf8Text(check.path)},
-                         {"status", check.status.text},
-                         {"usable", check.usable()},
-                         {"quickCheck", code(check.quickCheck)},
-                         {"lineEndKind", code(check.ends)},
-                         {"quickLasTest", code(check.lasTest)},
-                         {"plexmoreKind", code(check.plexmore)},
-                         {"curveTitleFault", check.curveTitleFault},
-                         {"why", orNull(check.refused.none() ? check.why : check.refused.text)},
-                         {"records", check.records},
-                         {"lasVersion", orNull(header.version)},
-                         {"wrap", orNull(header.wrap)},
-                         {"channels", header.channels()},
-                         {"start", number(header.start)},
-                         {"stop", number(header.stop)},
-                         {"depthUnit", orNull(header.unit)}});
+    return fileEntry(check.path, {{"status", check.status.text},
+                                  {"usable", check.usable()},
+                                  {"quickCheck", code(check.quickCheck)},
+                                  {"lineEndKind", code(check.ends)},
+                                  {"quickLasTest", code(check.lasTest)},
+                                  {"plexmoreKind", code(check.plexmore)},
+                                  {"curveTitleFault", check.curveTitleFault},
+                                  {"why", orNull(check.refused.none() ? check.why : check.refused.text)},
+                                  {"records", check.records},
+                                  {"lasVersion", orNull(header.version)},
+                                  {"wrap", orNull(header.wrap)},
+                                  {"channels", header.channels()},
+                                  {"start", number(header.start)},
+                                  {"stop", number(header.stop)},
+                                  {"depthUnit", orNull(header.unit)}});
 }
 
 struct CheckChoices {

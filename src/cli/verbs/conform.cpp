@@ -40,9 +40,7 @@ ExitCode performRules(Console& console) {
         console.print(rulesText());
         return ExitCode::Done;
     }
-    const Json document =
-        Json::object({{"welvane", WELVANE_VERSION}, {"rules", rulesJson()}, {"notes", Json::array()}});
-    console.print(document.dump(2) + "\n");
+    console.print(ownDocument({{"rules", rulesJson()}}).dump(2) + "\n");
     return ExitCode::Done;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "cli/json_document.h"
 #include "cli/shown_text.h"
 #include "shared/text.h"
 
@@ -134,14 +135,13 @@ Json conformJson(const std::string& file, const ConformReport& report) {
     for (const ConformRule& rule : conformRules())
         if (const std::size_t count = report.findings.notKept(rule.rule); count != 0)
             more.push(Json::object({{"rule", rule.id}, {"count", count}}));
-    Json entry = Json::object({{"path", utf8Text(file)},
-                               {"lasVersion", report.version ? Json(versionText(*report.version)) : Json()},
-                               {"errors", report.findings.count(Severity::Error)},
-                               {"warnings", report.findings.count(Severity::Warning)},
-                               {"hints", report.findings.count(Severity::Hint)},
-                               {"remark", report.remark.empty() ? Json() : Json(report.remark)},
-                               {"findings", std::move(findings)},
-                               {"more", std::move(more)}});
+    Json entry = fileEntry(file, {{"lasVersion", report.version ? Json(versionText(*report.version)) : Json()},
+                                  {"errors", report.findings.count(Severity::Error)},
+                                  {"warnings", report.findings.count(Severity::Warning)},
+                                  {"hints", report.findings.count(Severity::Hint)},
+                                  {"remark", report.remark.empty() ? Json() : Json(report.remark)},
+                                  {"findings", std::move(findings)},
+                                  {"more", std::move(more)}});
     if (report.target.empty()) return entry;
     Json mended = Json::array();
     for (const auto& [rule, count] : report.mended)

@@ -29,7 +29,7 @@ Json linesOf(const Coverage& coverage, int slot) {
 }
 
 Json entryOf(const CoverageReport& report, int slot, const std::string& file) {
-    Json entry = Json::object({{"path", utf8Text(file)}, {"slot", slot}});
+    Json entry = fileEntry(file, {{"slot", slot}});
     for (const CoverageBox& box : report.coverage.boxes) {
         if (box.slot != slot) continue;
         entry.add({{"left", box.left}, {"right", box.right}, {"top", box.top}, {"bottom", box.bottom}});
@@ -43,10 +43,7 @@ Json asJson(const CoverageReport& report, const std::vector<std::string>& names)
     Json files = Json::array();
     for (std::size_t place = 0; place < names.size(); ++place)
         files.push(entryOf(report, static_cast<int>(place), names[place]));
-    return Json::object({{"welvane", WELVANE_VERSION},
-                         {"depthUnit", utf8Text(report.depthUnit)},
-                         {"files", std::move(files)},
-                         {"notes", notesAsJson(report.notes)}});
+    return ownDocument({{"files", std::move(files)}, {"depthUnit", utf8Text(report.depthUnit)}}, report.notes);
 }
 
 std::string asText(const CoverageReport& report) {

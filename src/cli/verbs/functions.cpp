@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "cli/json.h"
+#include "cli/json_document.h"
 #include "cli/shown_text.h"
 #include "cli/verbs.h"
 
@@ -59,7 +59,7 @@ ExitCode performFunctions(Console& console, const std::string& key) {
         all.push(asJson(entry));
         text += (text.empty() ? "" : "\n") + asText(entry);
     }
-    console.print(console.options().json ? (only == nullptr ? all : all.front()).dump(2) + "\n" : text);
+    console.print(console.options().json ? ownDocument({{"functions", all}}).dump(2) + "\n" : text);
     return ExitCode::Done;
 }
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <memory>
 
-#include "cli/json.h"
+#include "cli/json_document.h"
 #include "cli/option_text.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
@@ -51,7 +51,7 @@ void addRow(Listing& listing, const std::vector<Json::Member>& members, Words ce
 
 void show(Console& console, const Listing& listing) {
     if (console.options().json)
-        console.print(Json::object({{"file", utf8Text(listing.path)}, {listing.name, listing.rows}}).dump(2) + "\n");
+        console.print(ownDocument({{"file", utf8Text(listing.path)}, {listing.name, listing.rows}}).dump(2) + "\n");
     else
         console.print(listing.table.text(""));
 }
@@ -194,9 +194,9 @@ ExitCode import(Console& console, const LibraryChoices& choices) {
         table.add({"left out", shownText(line.mnem), shownText(line.why)});
     }
     console.print(console.options().json
-                      ? Json::object({{"file", utf8Text(libraryPath(console.app(), LibraryPart::Curves))},
-                                      {"added", added},
-                                      {"leftOut", leftOut}})
+                      ? ownDocument({{"file", utf8Text(libraryPath(console.app(), LibraryPart::Curves))},
+                                     {"added", added},
+                                     {"leftOut", leftOut}})
                                 .dump(2) +
                             "\n"
                       : table.text(""));

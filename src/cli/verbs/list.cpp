@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "cli/json_document.h"
+#include "cli/file_document.h"
 #include "cli/price_options.h"
 #include "cli/reading_options.h"
 #include "cli/shown_text.h"
@@ -51,9 +51,8 @@ Json channelAsJson(const ChannelStatistics& channel, const FileListing& listing,
 
 Json listingAsJson(const FileListing& listing, const ListingOptions& options) {
     const LasStatistics& statistics = listing.statistics;
-    Json json = Json::object({{"path", utf8Text(listing.path)},
-                              {"well", utf8Text(listing.well)},
-                              {"depthUnit", utf8Text(statistics.depthUnit)}});
+    Json json =
+        fileEntry(listing.path, {{"well", utf8Text(listing.well)}, {"depthUnit", utf8Text(statistics.depthUnit)}});
     if (options.mnemonicsList) {
         Json fields = Json::array();
         for (const ListedField& field : listing.fields)
@@ -97,28 +96,6 @@ void printText(Console& console, const std::string& path) {
     for (std::string_view line; lines.next(line);) console.print(shownText(line) + "\n");
 }
 
-/// Prints each file as it comes, so that nothing but the file in hand is kept.
-class FileEntries {
-  public:
-    explicit FileEntries(Console& console) : console_(console) {}
-    void add(const Json& entry) {
-        console_.print((open_ ? std::string(",\n") : jsonDocumentHead()) + entry.dump());
-        open_ = true;
-    }
-    /// What was printed before a stop is a whole document all the same.
-    void cutOff() {
-        if (open_) console_.print("\n]}\n");
-    }
-    void close(const ListReport& report) {
-        console_.print("\n],\n\"totals\": " + totalsAsJson(report.result, report.options).dump() +
-                       ",\n\"notes\": " + notesAsJson(report.notes).dump() + "}\n");
-    }
-
-  private:
-    Console& console_;
-    bool open_ = false;
-};
-
 /// Rows from files of any encoding become one text of UTF-8: each row is of one file.
 void printGrid(Console& console, const StatisticsGrid& grid) {
     const std::string text = grid.asCsv();
@@ -146,30 +123,30 @@ ListRequest requestOf(Console& console, const ListChoices& choices) {
     return request;
 }
 
-ExitCode performList(Console& console, const ListChoices& choices) {
-    const ListRequest request = requestOf(console, choices);
+ExitCode showList(Console& console, const ListRequest& request, FileDocument& entries) {
     const bool json = console.options().json;
-    FileEntries entries(console);
     ListWatcher watcher;
     watcher.refused = [&](const Fault& fault) {
         console.say(fault);
-        if (json) entries.add(refusedEntry(fault.file, fault));
+        entries.add(refusedEntry(fault.file, fault));
     };
     if (json)
         watcher.listed = [&](const FileListing& file, const ListingOptions& options) {
             entries.add(listingAsJson(file, options));
         };
     const ListReport report = listFiles(console.bench(), request, watcher);
-    if (report.result.cancelled) {
-        if (json) entries.cutOff();
-        return ExitCode::Negative;
-    }
+    if (report.result.cancelled) return ExitCode::Negative;
     if (json)
-        entries.close(report);
+        entries.close({{"totals", totalsAsJson(report.result, report.options)}}, report.notes);
     else
         printTexts(console, request, report);
     if (!request.summary.empty()) console.user().note(request.summary + ": the summary");
     return report.result.skipped.empty() ? ExitCode::Done : ExitCode::Negative;
+}
+
+ExitCode performList(Console& console, const ListChoices& choices) {
+    const ListRequest request = requestOf(console, choices);
+    return fillDocument(console, [&](FileDocument& entries) { return showList(console, request, entries); });
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include <memory>
 
-#include "cli/json.h"
+#include "cli/json_document.h"
 #include "cli/option_text.h"
 #include "cli/price_options.h"
 #include "cli/shown_text.h"
@@ -28,13 +28,13 @@ std::string asText(const Table& ord) {
 
 Json asJson(const PriceReport& report) {
     const auto number = [&report](PriceRow row) { return val(priceValue(report.ord, row)); };
-    return Json::object({{"feet", number(PriceRow::CurveFeet)},
-                         {"perFoot", number(PriceRow::PricePerFoot)},
-                         {"metric", pricePerMetre(report.ord)},
-                         {"other", number(PriceRow::Other)},
-                         {"discount", number(PriceRow::Discount)},
-                         {"minimum", number(PriceRow::Minimum)},
-                         {"total", val(std::string_view(report.total).substr(1))}});
+    return ownDocument({{"feet", number(PriceRow::CurveFeet)},
+                        {"perFoot", number(PriceRow::PricePerFoot)},
+                        {"metric", pricePerMetre(report.ord)},
+                        {"other", number(PriceRow::Other)},
+                        {"discount", number(PriceRow::Discount)},
+                        {"minimum", number(PriceRow::Minimum)},
+                        {"total", val(std::string_view(report.total).substr(1))}});
 }
 
 ExitCode performPrice(Console& console, const PriceVerbChoices& choices) {

@@ -3,7 +3,7 @@
 #include "app/preference_rows.h"
 #include "app/setting_keys.h"
 #include "app/startup.h"
-#include "cli/json.h"
+#include "cli/json_document.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/verbs.h"
@@ -57,8 +57,8 @@ ExitCode listAll(Console& console) {
     if (console.options().json) {
         Json all = Json::object();
         for (const SettingKey& key : settingKeys()) all.add(key.name, utf8Text(valueOf(console, key)));
-        all.add("preferences", namedEntries(console));
-        console.print(all.dump(2) + "\n");
+        console.print(ownDocument({{"settings", std::move(all)}, {"preferences", namedEntries(console)}}).dump(2) +
+                      "\n");
         return ExitCode::Done;
     }
     std::size_t names = 0;
@@ -75,7 +75,9 @@ ExitCode listAll(Console& console) {
 }
 
 void printValue(Console& console, std::string_view name, const std::string& value) {
-    console.print(console.options().json ? Json::object({{name, utf8Text(value)}}).dump(2) + "\n" : value + "\n");
+    console.print(console.options().json
+                      ? ownDocument({{"settings", Json::object({{name, utf8Text(value)}})}}).dump(2) + "\n"
+                      : value + "\n");
 }
 
 ExitCode getOne(Console& console, const std::string& name) {

@@ -21,11 +21,10 @@ struct StatsChoices {
 };
 
 Json fileAsJson(const std::string& path, const TrueStatistics& statistics) {
-    Json json = Json::object({{"path", utf8Text(path)},
-                              {"depthUnit", utf8Text(statistics.depthUnit)},
-                              {"top", statistics.top},
-                              {"bottom", statistics.bottom},
-                              {"records", statistics.records}});
+    Json json = fileEntry(path, {{"depthUnit", utf8Text(statistics.depthUnit)},
+                                 {"top", statistics.top},
+                                 {"bottom", statistics.bottom},
+                                 {"records", statistics.records}});
     if (statistics.formationFound) json.add("formation", utf8Text(statistics.formation));
     Json channels = Json::array();
     for (const ChannelStatistics& channel : statistics.channels) {

@@ -1,6 +1,6 @@
 #include <memory>
 
-#include "cli/json_document.h"
+#include "cli/file_results.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/verbs.h"
@@ -14,7 +14,7 @@ namespace {
 Json asJson(const std::string& path, const std::vector<Top>& tops) {
     Json all = Json::array();
     for (const Top& top : tops) all.push(Json::object({{"depth", utf8Text(top.depth)}, {"name", utf8Text(top.name)}}));
-    return Json::object({{"path", utf8Text(path)}, {"tops", std::move(all)}});
+    return fileEntry(path, {{"tops", std::move(all)}});
 }
 
 std::string asText(const std::vector<Top>& tops) {
@@ -25,17 +25,16 @@ std::string asText(const std::vector<Top>& tops) {
 }
 
 ExitCode performTops(Console& console, const std::string& file) {
-    const std::vector<Top> tops = listTops(console.bench(), file);
-    if (console.options().json) {
-        Json files = Json::array();
-        files.push(asJson(file, tops));
-        console.print(jsonDocument(std::move(files), {}).dump(2) + "\n");
-    } else if (tops.empty()) {
-        console.user().note(file + ": no [TOPS] block with lines in front of ~A");
-    } else {
-        console.print(asText(tops));
-    }
-    return ExitCode::Done;
+    const FileWork<std::vector<Top>> work = [](Workbench& bench, const std::string& path, std::size_t) {
+        return listTops(bench, path);
+    };
+    FileFace<std::vector<Top>> face;
+    face.json = asJson;
+    face.text = [&](const std::string& path, const std::vector<Top>& tops) {
+        if (tops.empty()) console.user().note(path + ": no [TOPS] block with lines in front of ~A");
+        return tops.empty() ? std::string() : asText(tops);
+    };
+    return showEachFile(console, {file}, work, face);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include <memory>
 
-#include "cli/json.h"
+#include "cli/file_results.h"
 #include "cli/option_text.h"
 #include "cli/shown_text.h"
 #include "cli/verbs.h"
@@ -21,13 +21,12 @@ struct TvdChoices {
 constexpr std::array<const char*, 4> keys = {"md", "tvd", "deviation", "azimuth"};
 constexpr std::array<const char*, 4> heads = {"MD", "TVD", "Deviation", "Azimuth"};
 
-Json asJson(const std::vector<SurveyTable::Row>& rows, std::string_view unit, std::size_t columns) {
+Json rowsAsJson(const std::vector<SurveyTable::Row>& rows, std::size_t columns) {
     Json all = Json::array();
     for (const SurveyTable::Row& row : rows) {
         Json one = Json::object();
         for (std::size_t place = 0; place < columns; ++place)
             one.add(keys[place], row[place].empty() ? Json() : Json(val(row[place])));
-        one.add("unit", unit);
         all.push(std::move(one));
     }
     return all;
@@ -56,17 +55,28 @@ SurveyRequest requestOf(const TvdChoices& choices) {
     return request;
 }
 
+SurveyTable computeAndTell(Console& console, const SurveyRequest& request) {
+    const SurveyTable table = computeSurvey(console.bench(), request);
+    if (!request.output.empty()) console.user().note(request.output + ": " + counted(table.stations, "station"));
+    return table;
+}
+
 ExitCode performTvd(Console& console, const TvdChoices& choices) {
     const SurveyRequest request = requestOf(choices);
-    const SurveyTable table = computeSurvey(console.bench(), request);
-    const std::string_view unit = table.unit == SurveyUnit::Metres ? "M" : "F";
-    const std::size_t columns = table.mapped ? 2 : 4;
-    if (!request.output.empty()) console.user().note(request.output + ": " + counted(table.stations, "station"));
-    if (console.options().json)
-        console.print(asJson(table.rows, unit, columns).dump(2) + "\n");
-    else if (table.mapped || request.output.empty())
-        console.print(asTable(table.rows, unit, columns));
-    return ExitCode::Done;
+    const FileWork<SurveyTable> work = [&](Workbench&, const std::string&, std::size_t) {
+        return computeAndTell(console, request);
+    };
+    const auto unitOf = [](const SurveyTable& table) { return table.unit == SurveyUnit::Metres ? "M" : "F"; };
+    const auto columns = [](const SurveyTable& table) -> std::size_t { return table.mapped ? 2 : 4; };
+    FileFace<SurveyTable> face;
+    face.json = [&](const std::string& path, const SurveyTable& table) {
+        return fileEntry(path, {{"depthUnit", unitOf(table)}, {"rows", rowsAsJson(table.rows, columns(table))}});
+    };
+    face.text = [&](const std::string&, const SurveyTable& table) {
+        const bool shown = table.mapped || request.output.empty();
+        return shown ? asTable(table.rows, unitOf(table), columns(table)) : std::string();
+    };
+    return showEachFile(console, {request.survey}, work, face);
 }
 
 }  // namespace
