@@ -56,7 +56,7 @@ SurveyRequest requestOf(const TvdChoices& choices) {
 }
 
 SurveyTable computeAndTell(Console& console, const SurveyRequest& request) {
-    const SurveyTable table = computeSurvey(console.bench(), request);
+    SurveyTable table = computeSurvey(console.bench(), request);
     if (!request.output.empty()) console.user().note(request.output + ": " + counted(table.stations, "station"));
     return table;
 }
