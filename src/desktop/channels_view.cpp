@@ -12,7 +12,6 @@
 #include "desktop/adjust_dialog.h"
 #include "desktop/function_window.h"
 #include "desktop/text.h"
-#include "models/session_files.h"
 #include "models/table_models.h"
 
 namespace welvane {
@@ -123,7 +122,7 @@ void ChannelsView::asStep(const std::string& text, const std::function<void()>& 
 
 void ChannelsView::browse(int slot) {
     if (slot < 0 || frame_.running) return;
-    asStep("Open File " + std::to_string(slot + 1), [&] { browseSlotFile(frame_.app, frame_.session, slot); });
+    asStep("Open File " + std::to_string(slot + 1), [&] { browseSlotFile(frame_, slot); });
 }
 
 void ChannelsView::adjust(int row, int column) {

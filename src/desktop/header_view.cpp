@@ -107,10 +107,8 @@ void HeaderView::addOther() {
     other_->setUndoRedoEnabled(false);
     connect(other_, &QPlainTextEdit::textChanged, this, [this] {
         if (filling_) return;
-        asStep("Edit ~Other", [&] {
-            setOtherText(frame_.session, typed(other_->toPlainText()));
-            return EditOutcome{};
-        });
+        typeOtherText(frame_.history, frame_.app, frame_.session, typed(other_->toPlainText()));
+        changed_({});
     });
     parts_->addTab(other_, "Other");
 }
@@ -132,12 +130,7 @@ void HeaderView::addFilter() {
     auto* const button = new QPushButton("Open Filter...", page);
     connect(button, &QPushButton::clicked, this, open);
     filterOn_ = new QCheckBox("Apply Filter", page);
-    connect(filterOn_, &QCheckBox::clicked, this, [this](bool on) {
-        asStep(on ? "Apply filter" : "Remove filter", [&] {
-            filBut(frame_.app, frame_.session, on);
-            return EditOutcome{};
-        });
-    });
+    connect(filterOn_, &QCheckBox::clicked, this, [this](bool on) { changed_(switchFilter(frame_, on)); });
     line->addWidget(button);
     line->addWidget(filterOn_);
     line->addStretch(1);

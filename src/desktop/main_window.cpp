@@ -386,6 +386,8 @@ void MainWindow::refresh() {
 void MainWindow::refreshCommands() {
     for (const Entry& entry : entries_) {
         entry.action->setText(shown(commandText(frame_, *entry.command)));
+        entry.action->setToolTip(shown(commandTip(frame_, *entry.command)));
+        entry.action->setStatusTip(entry.action->toolTip());
         entry.action->setEnabled(commandEnabled(frame_, *entry.command));
         entry.action->setChecked(commandChecked(frame_, *entry.command));
     }

@@ -27,7 +27,7 @@ MakeLasView::MakeLasView(Frame& frame, JobWatch& jobs, std::function<void(const 
     setLayout(new QVBoxLayout);
     addChoices();
     auto* const parts = new QSplitter(Qt::Vertical, this);
-    grid_ = new GridView(std::make_unique<GenericTableModel>(frame_.grd), "Table", changed_, parts);
+    grid_ = new GridView(std::make_unique<GenericTableModel>(frame_.grd, &frame_.history), "Table", changed_, parts);
     grid_->setMenu([this](int row, int, QMenu& menu) {
         const std::size_t line = lineOfTableRow(frame_.grd, row);
         if (line == 0) return;
@@ -84,7 +84,7 @@ void MakeLasView::addChoices() {
     line->addWidget(label);
     line->addWidget(dataLine_);
     button("&Sort Depth", [this] {
-        frame_.grd.sortDepth();
+        sortTable(frame_);
         changed_({});
     });
     line->addStretch(1);

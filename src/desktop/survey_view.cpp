@@ -34,10 +34,14 @@ SurveyView::SurveyView(Frame& frame, std::function<void(const EditOutcome&)> cha
         asStep("Clear survey cells", [&] {
             clearTrdSelection(frame_.session.tables.trd, static_cast<int>(area.firstRow), area.firstColumn,
                               static_cast<int>(area.lastRow), area.lastColumn, frame_.app.user);
+            return EditOutcome{};
         });
     });
     grid_->setPaste([this](int row, int column, const std::string& text) {
-        asStep("Paste survey cells", [&] { pasteIntoTrd(frame_.session.tables.trd, row, column, text); });
+        asStep("Paste survey cells", [&] {
+            const PasteReport report = pasteSurvey(frame_.session.tables.trd, row, column, text);
+            return EditOutcome{report.clean(), report.summary()};
+        });
     });
     layout()->addWidget(grid_);
     auto* const note = new QLabel(outsideNote, this);
@@ -53,7 +57,10 @@ void SurveyView::addUnits() {
     for (const SurveyUnit unit : {SurveyUnit::Feet, SurveyUnit::Metres}) {
         auto* const button = new QRadioButton(unit == SurveyUnit::Feet ? "Feet" : "Metres", this);
         connect(button, &QRadioButton::clicked, this, [this, unit] {
-            asStep("Unit of the survey", [&] { setSurveyUnit(frame_.session.tables.trd, unit); });
+            asStep("Unit of the survey", [&] {
+                setSurveyUnit(frame_.session.tables.trd, unit);
+                return EditOutcome{};
+            });
         });
         units_[static_cast<std::size_t>(unit)] = button;
         line->addWidget(button);
@@ -64,29 +71,38 @@ void SurveyView::addUnits() {
 
 void SurveyView::addButtons() {
     auto* const line = new QHBoxLayout;
-    const auto button = [&](const QString& text, std::function<void()> act) {
+    const auto button = [&](const QString& text, std::function<SurveyOutcome()> act) {
         auto* const made = new QPushButton(text, this);
         connect(made, &QPushButton::clicked, this, [this, text, run = std::move(act)] {
             if (frame_.running) return;
-            asStep(typed(QString(text).remove('&')), run);
+            SurveyOutcome result;
+            asStep(typed(QString(text).remove('&')), [&] { return (result = run()).outcome; });
             grid_->fitColumns();
-            grid_->setCurrentIndex(grid_->model()->index(0, 0));
+            if (result.row >= 0) goTo(result.row, result.column);
         });
         line->addWidget(made);
     };
-    button("Compute TVD Column", [this] { buildTVDTable(frame_.session, frame_.app.user); });
-    button("Open TVD File", [this] { openTVDFile(frame_.app, frame_.session); });
-    button("Save Inclinometry Data", [this] { saveInclinometryData(frame_.app, frame_.session); });
+    button("Compute TVD Column", [this] { return computeSurvey(frame_.app, frame_.session); });
+    button("Open TVD File", [this] { return openTVDFile(frame_.app, frame_.session); });
+    button("Save Inclinometry Data",
+           [this] { return SurveyOutcome{saveInclinometryData(frame_.app, frame_.session)}; });
     line->addStretch(1);
     qobject_cast<QVBoxLayout*>(layout())->addLayout(line);
 }
 
-void SurveyView::asStep(const std::string& text, const std::function<void()>& act) {
+void SurveyView::asStep(const std::string& text, const std::function<EditOutcome()>& act) {
+    EditOutcome outcome;
     {
         const UndoHistory::Step step(frame_.history, frame_.app, frame_.session, text);
-        act();
+        outcome = act();
     }
-    changed_({});
+    changed_(outcome);
+}
+
+/// The cell becomes the current one, and is in view.
+void SurveyView::goTo(int row, int column) {
+    const TableModel& table = grid_->grid().table();
+    grid_->setCurrentIndex(grid_->model()->index(row - table.headRows(), column - table.headColumns()));
 }
 
 void SurveyView::hideEvent(QHideEvent* event) {

@@ -25,7 +25,8 @@ class SurveyView : public QWidget {
   private:
     void addUnits();
     void addButtons();
-    void asStep(const std::string& text, const std::function<void()>& act);
+    void asStep(const std::string& text, const std::function<EditOutcome()>& act);
+    void goTo(int row, int column);
 
     Frame& frame_;
     std::function<void(const EditOutcome&)> changed_;

@@ -74,7 +74,9 @@ bool openInSlot(Frame& frame, const std::string& path, int slot) {
 }
 
 void emptySlot(Frame& frame, int slot) {
+    const std::string path = frame.session.slots[slot].path;
     closeSlot(frame.app, frame.session, slot);
+    fileClosed(frame, path);
     frame.currentChannel = std::min(frame.currentChannel, frame.session.tables.outputs().columns() - 1);
 }
 
@@ -133,6 +135,13 @@ bool moveNewChannel(Session& session, int from, int to) {
     table.moveColumn(from, to);
     followMove(table, from, to);
     return true;
+}
+
+bool browseSlotFile(Frame& frame, int slot) {
+    if (slot < 0 || slot >= slotCount) return false;
+    const std::string chosen =
+        frame.app.user.askFile({"Open LAS File", "las", dirOf(frame.app.run.lasFile), "", false});
+    return !chosen.empty() && openInSlot(frame, chosen, slot);
 }
 
 std::size_t dropFiles(Frame& frame, std::vector<std::string> paths, TableIndex row) {

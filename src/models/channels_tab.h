@@ -34,6 +34,9 @@ void runChannelCommand(Frame& frame, ChannelCommand command);
 /// they read. False, with nothing changed, for a place that is none.
 bool moveNewChannel(Session& session, int from, int to);
 
+/// The "..." of a file row: asks for a file and opens it in the row's slot. Boxes tell why it was not; false then, and
+/// when cancelled.
+bool browseSlotFile(Frame& frame, int slot);
 /// Files dropped on the tab. One goes to the slot of the row it fell on, else to the next free one; several, by name,
 /// to the free ones. More than there are free slots are opened by none. Returns how many were loaded; boxes tell why
 /// one was not.

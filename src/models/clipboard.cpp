@@ -1,6 +1,7 @@
 #include "models/clipboard.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
 #include "shared/text.h"
@@ -145,6 +146,16 @@ class Paste {
     std::vector<PastedCell> cells_;
 };
 
+PasteReport inOneStep(TableModel& table, const std::string& text, const std::function<void(Paste&)>& add) {
+    PasteReport report;
+    table.asOneStep(text, [&] {
+        Paste paste(table);
+        add(paste);
+        report = paste.finish();
+    });
+    return report;
+}
+
 }  // namespace
 
 std::string copyCells(const TableModel& table, const CellArea& area) {
@@ -195,22 +206,22 @@ PasteReport pasteCells(TableModel& table, std::int64_t row, int column, std::str
                      counted(static_cast<std::int64_t>(width), "column") + " reach beyond the table";
         return report;
     }
-    Paste paste(table);
-    for (std::size_t line = 0; line < block.size(); ++line)
-        for (std::size_t field = 0; field < block[line].size(); ++field)
-            paste.add(rows[line], column + static_cast<int>(field), block[line][field]);
-    return paste.finish();
+    return inOneStep(table, "Paste cells", [&](Paste& paste) {
+        for (std::size_t line = 0; line < block.size(); ++line)
+            for (std::size_t field = 0; field < block[line].size(); ++field)
+                paste.add(rows[line], column + static_cast<int>(field), block[line][field]);
+    });
 }
 
 PasteReport clearCells(TableModel& table, const CellArea& area) {
-    Paste paste(table);
     const std::int64_t lastRow = std::min(area.lastRow, table.rows() - 1);
     const int lastColumn = std::min(area.lastColumn, table.columns() - 1);
-    for (std::int64_t row = std::max<std::int64_t>(area.firstRow, 0); row <= lastRow; ++row)
-        for (int column = std::max(area.firstColumn, 0); column <= lastColumn; ++column)
-            if (!table.rowHidden(row) && table.mayEdit(row, column) && table.check(row, column) == Check::None)
-                paste.add(row, column, "");
-    return paste.finish();
+    return inOneStep(table, "Clear cells", [&](Paste& paste) {
+        for (std::int64_t row = std::max<std::int64_t>(area.firstRow, 0); row <= lastRow; ++row)
+            for (int column = std::max(area.firstColumn, 0); column <= lastColumn; ++column)
+                if (!table.rowHidden(row) && table.mayEdit(row, column) && table.check(row, column) == Check::None)
+                    paste.add(row, column, "");
+    });
 }
 
 }  // namespace welvane

@@ -38,6 +38,11 @@ std::int32_t readWidth(std::string_view answer) {
     return width > 0 && width <= widest ? std::max(roundToEven(width), 1) : usualWidth;
 }
 
+void saveSurvey(Frame& frame) {
+    const EditOutcome saved = saveInclinometryData(frame.app, frame.session);
+    if (!saved.done && !saved.why.empty()) frame.app.user.ask({"Save", saved.why, Buttons::Ok, Icon::Stop});
+}
+
 }  // namespace
 
 void toggleMultiple(Frame& frame) {
@@ -53,6 +58,16 @@ void toggleCertifyAfter(Frame& frame) {
 
 void toggleEditAfter(Frame& frame) {
     toggle(frame, frame.app.settings.editAfter, "editafter");
+}
+
+void takeBack(Frame& frame) {
+    UndoHistory& history = frame.history;
+    const std::string last = history.undoText();
+    if (history.undo(frame.app, frame.session) || last.empty()) return;
+    const bool more = history.canUndo() && !history.lastStays();
+    frame.app.user.ask({"Can't Undo",
+                        last + "." + (more ? " The next Undo takes back: " + history.undoText() + "." : ""),
+                        Buttons::Ok, Icon::Information});
 }
 
 void chooseColumnWidth(Frame& frame) {
@@ -95,7 +110,7 @@ void openFile(Frame& frame) {
 void saveActive(Frame& frame) {
     const AreaActions* const area = frame.front ? &frame.actionsOf(*frame.front) : nullptr;
     if (frame.sessionActive() && frame.tab == SessionTab::Survey)
-        saveInclinometryData(frame.app, frame.session);
+        saveSurvey(frame);
     else if (area != nullptr && area->save)
         area->save();
     else if (frame.actions.startProcess)

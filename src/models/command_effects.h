@@ -10,6 +10,9 @@ void toggleMultiple(Frame& frame);
 void toggleCertifyAfter(Frame& frame);
 void toggleEditAfter(Frame& frame);
 
+/// ID_Undo: takes the last step back. What stays as it is is told in a box, with what the next one takes back.
+void takeBack(Frame& frame);
+
 /// ID_Size: asks for the column width of the grids.
 void chooseColumnWidth(Frame& frame);
 /// ID_Font: the font of the grids, by the window's dialog.

@@ -36,6 +36,11 @@ bool sessionIdle(const Frame& frame) {
     return frame.isOpen(WorkArea::Session) && !frame.running;
 }
 
+/// Steps are those of the session: a window beside it has none, and a key given there must not act on what is behind.
+bool mayTakeBack(const Frame& frame) {
+    return sessionIdle(frame) && (frame.sessionActive() || frame.browserActive());
+}
+
 bool channelsIdle(const Frame& frame) {
     return sessionIdle(frame) && anyLoaded(frame);
 }
@@ -133,10 +138,9 @@ std::vector<Command> fileCommands() {
 std::vector<Command> editCommands() {
     using enum CommandKind;
     return {{"ID_Undo", "&Undo", Action, editMenu, "Ctrl+Z", true, "Takes the last change of the session back.",
-             [](const Frame& frame) { return sessionIdle(frame) && frame.history.canUndo(); }, nullptr,
-             [](Frame& frame) { frame.history.undo(frame.app, frame.session); }},
+             [](const Frame& frame) { return mayTakeBack(frame) && frame.history.canUndo(); }, nullptr, takeBack},
             {"ID_Redo", "&Redo", Action, editMenu, "Ctrl+Y", true, "Makes a change again that was taken back.",
-             [](const Frame& frame) { return sessionIdle(frame) && frame.history.canRedo(); }, nullptr,
+             [](const Frame& frame) { return mayTakeBack(frame) && frame.history.canRedo(); }, nullptr,
              [](Frame& frame) { frame.history.redo(frame.app, frame.session); }},
             {"ID_Cut", "Cu&t", Action, editMenu, "Ctrl+X", false, "Moves the marked cells to the clipboard.",
              has<&AreaActions::cut>, nullptr, callArea<&AreaActions::cut>},
@@ -230,7 +234,7 @@ CommandEntry entryOf(const Frame& frame, const Command& command) {
     return {command.id,
             commandText(frame, command),
             command.shortcut,
-            command.tip,
+            commandTip(frame, command),
             command.kind == CommandKind::Toggle,
             commandChecked(frame, command),
             commandEnabled(frame, command)};
@@ -267,6 +271,14 @@ const Command* findCommand(std::string_view id) {
 std::string commandText(const Frame& frame, const Command& command) {
     if (command.id == "ID_Multiple" && frame.sessionActive()) return "Allow &Multiple Channel Connections";
     return std::string(command.text);
+}
+
+std::string commandTip(const Frame& frame, const Command& command) {
+    const UndoHistory& history = frame.history;
+    const bool undo = command.id == "ID_Undo";
+    if (!commandEnabled(frame, command) || (!undo && command.id != "ID_Redo")) return std::string(command.tip);
+    if (undo && history.lastStays()) return history.undoText();
+    return std::string(undo ? "Takes back: " : "Makes again: ") + (undo ? history.undoText() : history.redoText());
 }
 
 bool commandEnabled(const Frame& frame, const Command& command) {

@@ -41,6 +41,8 @@ const Command* findCommand(std::string_view id);
 
 /// Text of a command's entry as things are now: ID_Multiple is about files, and in a session about channels.
 std::string commandText(const Frame& frame, const Command& command);
+/// Its sentence; of ID_Undo and ID_Redo the step that they are about.
+std::string commandTip(const Frame& frame, const Command& command);
 bool commandEnabled(const Frame& frame, const Command& command);
 bool commandChecked(const Frame& frame, const Command& command);
 
@@ -48,7 +50,8 @@ bool commandChecked(const Frame& frame, const Command& command);
 struct CommandEntry {
     std::string_view id;
     std::string text;
-    std::string_view shortcut, tip;
+    std::string_view shortcut;
+    std::string tip;
     bool toggle = false, checked = false, enabled = true;
 };
 /// Entries of a menu by its id, their states as things are now; empty for any other id.

@@ -183,6 +183,11 @@ void FileBrowser::deleteSelected() {
     }
     refresh();
     select(selected());
+    const std::size_t gone = names.size() - failed.size();
+    if (gone > 0)
+        frame_.history.cannotUndo(
+            "Deleted files do not come back: " +
+            (names.size() == 1 ? lineOfName(names.front()) : counted(static_cast<std::int64_t>(gone), "file")));
     if (!failed.empty())
         showWarning(frame_.app.user, "Can't Delete File!", "Unable to delete " + listOf(std::move(failed)));
 }

@@ -76,6 +76,7 @@ int slotToOpen(const Frame& frame) {
 BrowserActions browserActions(Frame& frame) {
     return {[&frame](const std::string& path) { frame.app.platform.settings().put("lasfile", path); },
             [&frame](const std::string& path) {
+                const UndoHistory::Step step(frame.history, frame.app, frame.session, "Open TVD File");
                 frame.session.tvdFile = path;
                 readTVDFile(path, frame.session, frame.app.user);
             },
@@ -146,6 +147,11 @@ void selectionChanged(Frame& frame) {
     classifySelection(frame.browser, browserActions(frame), rebuild, frame.app.run, frame.app.user);
 }
 
+void fileClosed(Frame& frame, const std::string& path) {
+    const auto holds = [&](const InputSlot& slot) { return slot.path == path; };
+    if (!std::ranges::any_of(frame.session.slots, holds)) frame.problems.closed(path);
+}
+
 bool openInSession(Frame& frame, const std::string& path) {
     const int slot = slotToOpen(frame);
     if (slot == slotCount) {
@@ -158,10 +164,11 @@ bool openInSession(Frame& frame, const std::string& path) {
         return false;
     }
     const UndoHistory::Step step(frame.history, frame.app, frame.session, "Open " + fileNameOf(path));
-    frame.session.slots[slot].path = path;
+    const std::string before = std::exchange(frame.session.slots[slot].path, path);
     const SlotLoadResult loaded = Open4Files(frame.app, frame.session, slot);
     frame.problems.loaded(path, loaded);
     if (loaded.done()) {
+        fileClosed(frame, before);
         noteRecentFile(frame.app.platform.settings(), path);
         return true;
     }

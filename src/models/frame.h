@@ -101,6 +101,8 @@ void selectionChanged(Frame& frame);
 /// Opens a file in a free slot of the session, or in the one where the current cell stands. A box tells why it was not
 /// opened.
 bool openInSession(Frame& frame, const std::string& path);
+/// A slot let go of a file: nothing is told of it any more when no other one holds it.
+void fileClosed(Frame& frame, const std::string& path);
 /// The end: keeps the browser's folder, deletes the checker's "*.cer" files in the program's folder (errors ignored),
 /// closes all windows, the newest first, and ends the program. A window that stays keeps it open.
 void unloadFrame(Frame& frame);

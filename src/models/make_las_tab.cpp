@@ -1,5 +1,6 @@
 #include "models/make_las_tab.h"
 
+#include <memory>
 #include <utility>
 
 #include "convert/header_template.h"
@@ -38,9 +39,27 @@ std::string askHeaderFile(Frame& frame) {
 EditOutcome takeTable(Frame& frame, const std::string& path, GenericTable&& grd, const TableLoadResult& result) {
     frame.problems.readTable(path, result);
     if (!result.done) return {false, result.why};
-    frame.grd = std::move(grd);
+    struct Other {
+        GenericTable grd;
+        std::string path;
+    };
+    const auto other = std::make_shared<Other>(Other{std::exchange(frame.grd, std::move(grd)), frame.tablePath});
     frame.tablePath = path;
+    frame.history.did(
+        "Open table " + (path.empty() ? "of the clipboard" : fileNameOf(path)),
+        [&frame, other] {
+            std::swap(frame.grd, other->grd);
+            std::swap(frame.tablePath, other->path);
+        },
+        static_cast<std::size_t>(other->grd.dataRows()) * sizeof(std::uint64_t));
     return {true, counted(frame.grd.dataRows(), "row") + " from line " + std::to_string(result.dataLine) + " on"};
+}
+
+void sortTable(Frame& frame) {
+    if (frame.grd.dataRows() == 0) return;
+    frame.grd.sortDepth();
+    frame.history.forgetTurns();
+    frame.history.cannotUndo("The rows of the table stay sorted; the table opened again has its own order");
 }
 
 std::size_t lineOfTableRow(const GenericTable& grd, std::int64_t row) {

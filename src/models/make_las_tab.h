@@ -20,9 +20,11 @@ const std::array<DelimiterChoice, 5>& delimiterChoices();
 std::string askTableFile(Frame& frame);
 std::string askHeaderFile(Frame& frame);
 
-/// Takes a table that was read in place of the one there was; one that could not be read changes nothing. `path` is ""
-/// for the clipboard.
+/// Takes a table that was read in place of the one there was, which can be taken back; one that could not be read
+/// changes nothing. `path` is "" for the clipboard.
 EditOutcome takeTable(Frame& frame, const std::string& path, GenericTable&& grd, const TableLoadResult& result);
+/// "Sort Depth". Nothing takes it back, and steps of the table before it cannot be found any more.
+void sortTable(Frame& frame);
 /// Line of the file that a row of grd came from; 0 for the heads and for added rows.
 std::size_t lineOfTableRow(const GenericTable& grd, std::int64_t row);
 

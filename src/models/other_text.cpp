@@ -22,4 +22,10 @@ void setOtherText(Session& session, std::string_view text) {
     session.tables.otherText = std::move(kept);
 }
 
+void typeOtherText(UndoHistory& history, App& app, Session& session, std::string_view text) {
+    if (text == shownOtherText(session)) return;
+    const UndoHistory::Step step(history, app, session, "Edit ~Other", UndoHistory::Kind::Typing);
+    setOtherText(session, text);
+}
+
 }  // namespace welvane

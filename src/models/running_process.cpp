@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "shared/files.h"
+#include "shared/text.h"
+
 namespace welvane {
 
 namespace {
@@ -11,6 +14,12 @@ ListingRequest listingRequest(const ListingSession& listing) {
     ListingRequest request;
     for (int row = 1; row < listing.vrd.rows(); ++row) request.files.push_back(listing.vrd.text(row, VrdColumn::File));
     return request;
+}
+
+std::string writtenText(const std::vector<std::string>& written) {
+    const std::string what =
+        written.size() == 1 ? fileNameOf(written.front()) : counted(static_cast<std::int64_t>(written.size()), "file");
+    return "What a run wrote stays: " + what;
 }
 
 }  // namespace
@@ -60,7 +69,10 @@ void RunningProcess::wishToExit() {
 }
 
 ProcessOutcome RunningProcess::finish() {
-    job_->takeBack(frame_.app, frame_.session);
+    {
+        const UndoHistory::Step step(frame_.history, frame_.app, frame_.session, "Process");
+        job_->takeBack(frame_.app, frame_.session);
+    }
     if (!job_->failure().empty()) outcome_.refusal = job_->failure();
     job_.reset();
     frame_.running = false;
@@ -68,6 +80,8 @@ ProcessOutcome RunningProcess::finish() {
     frame_.listing = std::move(listing_);
     frame_.grd = std::move(grd_);
     if (outcome_.kind == ProcessKind::Pass || outcome_.kind == ProcessKind::MakeLas) frame_.problems.ran(outcome_);
+    if (outcome_.kind == ProcessKind::MakeLas) frame_.history.forgetTurns();  // columns out of use are gone
+    if (!outcome_.written.empty()) frame_.history.cannotUndo(writtenText(outcome_.written));
     if (outcome_.showProperties) frame_.tab = SessionTab::Properties;
     if (frame_.isOpen(WorkArea::Tools) && !frame_.bytes.path.empty()) showPage(frame_.bytes, frame_.bytes.pageStart);
     if (exitWanted_)

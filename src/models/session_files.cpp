@@ -4,6 +4,7 @@
 #include "session/loading.h"
 #include "session/session_setup.h"
 #include "shared/files.h"
+#include "shared/text.h"
 
 namespace welvane {
 
@@ -15,15 +16,6 @@ constexpr std::string_view removeText =
 constexpr std::string_view applyText = "Are you sure you want to apply this filter to the currently loaded file(s)?";
 
 }  // namespace
-
-bool browseSlotFile(App& app, Session& session, int slot) {
-    if (slot < 0 || slot >= slotCount) return false;
-    const FilePrompt prompt{"Open LAS File", "las", dirOf(app.run.lasFile), "", false};
-    const std::string chosen = app.user.askFile(prompt);
-    if (chosen.empty() || !fileExists(chosen)) return false;
-    session.slots[slot].path = chosen;
-    return Open4Files(app, session, slot).done();
-}
 
 void takeFilterFile(App& app, Session& session, const std::string& path) {
     session.filterFile = path;
@@ -40,7 +32,7 @@ bool doOpenFilter(App& app, Session& session, const std::string& title) {
     return true;
 }
 
-bool filBut(App& app, Session& session, bool on) {
+bool filBut(App& app, Session& session, bool on, FilterReport* report) {
     SessionTables& tables = session.tables;
     const Prompt question{std::string(confirmTitle), std::string(on ? applyText : removeText), Buttons::OkCancel,
                           Icon::Question, Answer::Cancel};
@@ -51,7 +43,9 @@ bool filBut(App& app, Session& session, bool on) {
     };
     if (on) {
         session.filterFile = tables.frd.text(1, FrdColumn::Path);
-        if (!openFilter(app, session, session.rules).applied) return false;
+        const FilterReport followed = openFilter(app, session, session.rules);
+        if (report != nullptr) *report = followed;
+        if (!followed.applied) return false;
         tables.frd.setCheck(1, FrdColumn::Apply, Check::Checked);
         setCaptions(filterSettingsCaption, filterParametersCaption);
         return true;
@@ -61,6 +55,22 @@ bool filBut(App& app, Session& session, bool on) {
     Open4Files(app, session, 0);
     setCaptions(settingsCaption, parametersCaption);
     return false;
+}
+
+EditOutcome switchFilter(Frame& frame, bool on) {
+    FilterReport report;
+    bool now = on;
+    {
+        const UndoHistory::Step step(frame.history, frame.app, frame.session, on ? "Apply filter" : "Remove filter");
+        now = filBut(frame.app, frame.session, on, &report);
+    }
+    const bool cancelled = on ? !now && report.why.empty() : now;
+    if (cancelled) return {false, ""};
+    frame.problems.filtered(frame.session.filterFile, report);
+    if (now != on) return {false, report.why};
+    if (report.skipped.count == 0) return {};
+    return {true, counted(static_cast<std::int64_t>(report.skipped.count), "line") +
+                      " of the filter could not be followed: the list of problems tells them"};
 }
 
 bool browseFilter(App& app, Session& session) {

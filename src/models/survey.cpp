@@ -4,21 +4,80 @@
 
 #include "session/tvd.h"
 #include "shared/files.h"
+#include "shared/text.h"
 
 namespace welvane {
 
-bool openTVDFile(App& app, Session& session) {
-    const std::string path = app.user.askFile(
-        {"Find ASCII file To Load", "txt", dirOf(session.tvdFile), fileNameOf(session.tvdFile), false});
-    if (path.empty()) return false;
-    session.tvdFile = path;
-    app.platform.settings().put("tvdFile", path);
-    return readTVDFile(path, session, app.user);
+namespace {
+
+using SurveyBlock = std::vector<std::vector<std::string>>;
+
+bool emptyCell(const Table& trd, int row, TrdColumn column) {
+    return trim(trd.text(row, column)).empty();
 }
 
-bool saveInclinometryData(App& app, Session& session) {
+/// The first cell of the row that is empty and must not be; TrdColumn::Label for none.
+TrdColumn missingCell(const Table& trd, int row) {
+    const bool tie = row == tieRow;
+    if (!tie && emptyCell(trd, row, TrdColumn::Md) == emptyCell(trd, row, TrdColumn::Deviation))
+        return TrdColumn::Label;
+    for (const TrdColumn column : {TrdColumn::Md, TrdColumn::Tvd, TrdColumn::Deviation})
+        if ((tie || column != TrdColumn::Tvd) && emptyCell(trd, row, column)) return column;
+    return TrdColumn::Label;
+}
+
+/// Plain lines of plain cells: what a cell holds is one line, whatever quotes stood around it.
+std::string plainBlock(const SurveyBlock& block) {
+    std::string text;
+    for (const std::vector<std::string>& line : block) {
+        for (std::size_t field = 0; field < line.size(); ++field) {
+            std::string cell = line[field];
+            std::ranges::replace_if(
+                cell, [](char letter) { return letter == '\t' || letter == '\r' || letter == '\n'; }, ' ');
+            text += (field == 0 ? "" : "\t") + cell;
+        }
+        text += "\r\n";
+    }
+    return text;
+}
+
+bool fits(const Table& trd, int row, int column, const SurveyBlock& block) {
+    std::size_t width = 0;
+    for (const std::vector<std::string>& line : block) width = std::max(width, line.size());
+    return static_cast<std::size_t>(trd.rows() - row) >= block.size() &&
+           static_cast<std::size_t>(trd.columns() - column) >= width;
+}
+
+}  // namespace
+
+SurveyOutcome computeSurvey(App& app, Session& session) {
+    SurveyOutcome result;
+    const Table& trd = session.tables.trd;
+    const int lastRow = buildTVDTable(session, app.user) ? trd.rows() - 1 : tieRow;
+    for (int row = tieRow; row <= lastRow; ++row) {
+        const TrdColumn missing = missingCell(trd, row);
+        if (missing == TrdColumn::Label) continue;
+        result.row = row;
+        result.column = at(missing);
+    }
+    return result;
+}
+
+SurveyOutcome openTVDFile(App& app, Session& session) {
+    const std::string path = app.user.askFile(
+        {"Find ASCII file To Load", "txt", dirOf(session.tvdFile), fileNameOf(session.tvdFile), false});
+    if (path.empty()) return {{false, ""}};
+    session.tvdFile = path;
+    app.platform.settings().put("tvdFile", path);
+    const bool read = readTVDFile(path, session, app.user);
+    return {{read, read ? "" : path + " could not be read: the table is empty"}, tieRow, at(TrdColumn::Md)};
+}
+
+EditOutcome saveInclinometryData(App& app, const Session& session) {
     const std::string path = app.user.askFile({"Save Inclinometry Data", "txt", dirOf(session.tvdFile), "", true});
-    return !path.empty() && saveTVDFile(path, session);
+    if (path.empty()) return {false, ""};
+    const bool saved = saveTVDFile(path, session);
+    return {saved, (saved ? "Written: " : "Not written: ") + path};
 }
 
 void clearTrdSelection(Table& trd, int firstRow, int firstColumn, int lastRow, int lastColumn, UserInterface& user) {
@@ -29,6 +88,24 @@ void clearTrdSelection(Table& trd, int firstRow, int firstColumn, int lastRow, i
         for (int place = std::max(firstColumn, 1); place <= std::min(lastColumn, trd.columns() - 1); ++place)
             trd.text(row, place).clear();
     markTrdChanged(trd);
+}
+
+PasteReport pasteSurvey(Table& trd, int row, int column, std::string_view text) {
+    PasteReport report;
+    const SurveyBlock block = splitCells(text);
+    if (row < tieRow || column < 0) {
+        report.why = "nothing was pasted: the heads take no text";
+        return report;
+    }
+    Table next = trd;
+    pasteIntoTrd(next, row, column, plainBlock(block));
+    if (!fits(next, row, column, block)) {
+        report.why = "nothing was pasted: the block reaches beyond what a survey can hold";
+        return report;
+    }
+    trd = std::move(next);
+    for (const std::vector<std::string>& line : block) report.changed += line.size();
+    return report;
 }
 
 }  // namespace welvane

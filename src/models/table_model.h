@@ -45,6 +45,8 @@ class TableModel {
     EditOutcome edit(std::int64_t row, int column, const std::string& text, int item = -1);
     /// Sets the check of a cell that has one, or takes it off.
     EditOutcome setCheck(std::int64_t row, int column, bool on);
+    /// Runs a body of several edits, which can be taken back as one where edits can be taken back at all.
+    virtual void asOneStep(const std::string& text, const std::function<void()>& body);
 
   protected:
     virtual void applyEdit(std::int64_t row, int column, const std::string& text, int item);

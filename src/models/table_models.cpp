@@ -170,11 +170,32 @@ bool GenericTableModel::mayEdit(std::int64_t row, int column) const {
 
 void GenericTableModel::applyEdit(std::int64_t row, int column, const std::string& text, int) {
     if (row == at(GrdRow::Use)) throw RunTimeFailure("this cell holds a check");
+    std::string before = grd_.cell(row, column);
     grd_.setCell(row, column, text);
+    if (history_ == nullptr || grd_.cell(row, column) == before) return;
+    const std::size_t bytes = before.size();
+    const auto turn = [&grd = grd_, row, column, other = std::move(before)]() mutable {
+        std::string now = grd.cell(row, column);
+        grd.setCell(row, column, other);
+        other = std::move(now);
+    };
+    history_->did("Edit row " + std::to_string(row) + ", column " + std::to_string(column) + " of the table", turn,
+                  bytes);
 }
 
 void GenericTableModel::applyCheck(std::int64_t, int column, bool on) {
+    if (grd_.used(column) == on) return;
     grd_.setUsed(column, on);
+    if (history_ == nullptr) return;
+    history_->did(
+        "Edit Use? of column " + std::to_string(column),
+        [&grd = grd_, column] { grd.setUsed(column, !grd.used(column)); }, 0);
+}
+
+void GenericTableModel::asOneStep(const std::string& text, const std::function<void()>& body) {
+    if (history_ == nullptr) return body();
+    const UndoHistory::Step step(*history_, text);
+    body();
 }
 
 int StatisticsModel::columns() const {

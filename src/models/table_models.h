@@ -8,6 +8,7 @@
 #include "listing/listing.h"
 #include "models/new_channels.h"
 #include "models/table_model.h"
+#include "models/undo.h"
 #include "session/session.h"
 
 /// The models of the grids that exist, each over what holds its cells; that must outlive the model.
@@ -15,7 +16,7 @@ namespace welvane {
 
 /// srd(0) to srd(3): to be looked at.
 CellTableModel inputChannelsModel(Session& session, int slot);
-/// srd(4) by its edit rules. The browse button of a file row is not an edit: browseSlotFile.
+/// srd(4) by its edit rules. The browse button of a file row is not an edit: browseSlotFile of channels_tab.h.
 CellTableModel newChannelsModel(App& app, Session& session, FunctionChooser chooseFunction);
 /// prd by its edit rules.
 CellTableModel propertiesModel(App& app, Session& session);
@@ -32,10 +33,11 @@ CellTableModel listingOptionsModel(App& app, Table& ord);
 /// vrd of a listing: an edit of RUN rewrites the file, after a question.
 CellTableModel runValuesModel(App& app, Table& vrd);
 
-/// grd. Names, units, checks and data take an edit; the checks stand in row GrdRow::Use.
+/// grd. Names, units, checks and data take an edit; the checks stand in row GrdRow::Use. With a history each edit is a
+/// step of it.
 class GenericTableModel : public TableModel {
   public:
-    explicit GenericTableModel(GenericTable& grd) : grd_(grd) {}
+    explicit GenericTableModel(GenericTable& grd, UndoHistory* history = nullptr) : grd_(grd), history_(history) {}
 
     std::int64_t rows() const override { return grd_.rows(); }
     int columns() const override { return grd_.columns(); }
@@ -45,6 +47,7 @@ class GenericTableModel : public TableModel {
     Check check(std::int64_t row, int column) const override;
     std::uint32_t backColour(std::int64_t row, int column) const override;
     bool mayEdit(std::int64_t row, int column) const override;
+    void asOneStep(const std::string& text, const std::function<void()>& body) override;
 
   protected:
     void applyEdit(std::int64_t row, int column, const std::string& text, int item) override;
@@ -52,6 +55,7 @@ class GenericTableModel : public TableModel {
 
   private:
     GenericTable& grd_;
+    UndoHistory* history_;
 };
 
 /// The statistics of a listing, to be looked at.

@@ -87,11 +87,11 @@ bool nothingChanged(const SessionState& before, const App& app, const Session& s
            before.session.tables == session.tables;
 }
 
-std::string rowName(const Table& table, TableIndex row) {
+std::string rowName(const TableModel& table, TableIndex row) {
     return std::string(trim(table.text(row, 0)));
 }
 
-std::string channelEdit(const Table& table, TableIndex row, TableIndex column) {
+std::string channelEdit(const TableModel& table, TableIndex row, TableIndex column) {
     const bool isLink = row >= at(SrdRow::FirstLink);
     const int slot = (row - at(SrdRow::FirstLink)) / 4;
     std::string what = rowName(table, row);
@@ -100,8 +100,8 @@ std::string channelEdit(const Table& table, TableIndex row, TableIndex column) {
     return "Edit " + what + (isLink ? " in channel " : " of channel ") + std::to_string(static_cast<int>(column));
 }
 
-std::string lineEdit(const Table& table, TableIndex row, std::string_view section) {
-    const std::string mnem(trim(table.text(row, FieldColumn::Mnem)));
+std::string lineEdit(const TableModel& table, TableIndex row, std::string_view section) {
+    const std::string mnem(trim(table.text(row, at(FieldColumn::Mnem))));
     return "Edit line " + (mnem.empty() ? std::to_string(static_cast<int>(row)) : mnem) + " of " + std::string(section);
 }
 
@@ -127,85 +127,140 @@ std::size_t SessionState::bytes() const {
     return bytes;
 }
 
-UndoHistory::Kept UndoHistory::keep(SessionState state, std::string text) {
-    const std::size_t bytes = state.bytes();
-    return {std::move(state), std::move(text), bytes};
-}
-
-bool UndoHistory::swap(std::deque<Kept>& from, std::deque<Kept>& to, App& app, Session& session) {
-    if (from.empty()) return false;
-    Kept step = std::move(from.back());
-    from.pop_back();
-    to.push_back(keep(SessionState::of(app, session), step.text));
-    step.state.putBack(app, session);
-    return true;
+UndoHistory::Kept UndoHistory::keep(const App& app, const Session& session, std::string text) {
+    Kept kept{.text = std::move(text), .state = SessionState::of(app, session)};
+    kept.bytes = kept.state->bytes();
+    return kept;
 }
 
 bool UndoHistory::undo(App& app, Session& session) {
-    return swap(undo_, redo_, app, session);
+    if (undo_.empty()) return false;
+    Kept step = std::move(undo_.back());
+    undo_.pop_back();
+    if (step.stays()) return false;
+    for (auto turn = step.turns.rbegin(); turn != step.turns.rend(); ++turn) (*turn)();
+    if (step.state) {
+        Kept now = keep(app, session, step.text);
+        step.state->putBack(app, session);
+        now.turns = std::move(step.turns);
+        step = std::move(now);
+    }
+    redo_.push_back(std::move(step));
+    return true;
 }
 
 bool UndoHistory::redo(App& app, Session& session) {
-    return swap(redo_, undo_, app, session);
+    if (redo_.empty()) return false;
+    Kept step = std::move(redo_.back());
+    redo_.pop_back();
+    if (step.state) {
+        Kept before = keep(app, session, step.text);
+        step.state->putBack(app, session);
+        before.turns = std::move(step.turns);
+        step = std::move(before);
+    }
+    for (const std::function<void()>& turn : step.turns) turn();
+    undo_.push_back(std::move(step));
+    return true;
 }
 
 void UndoHistory::cannotUndo(std::string what) {
-    clear();
-    barrier_ = std::move(what);
+    undo_.push_back({.text = std::move(what)});
+    makeRoom(nullptr);
 }
 
 void UndoHistory::clear() {
     undo_.clear();
     redo_.clear();
-    barrier_.clear();
 }
 
-void UndoHistory::makeRoom(const Session& session) {
+void UndoHistory::did(std::string text, std::function<void()> turn, std::size_t bytes) {
+    if (depth_ > 0) {
+        begun_.turns.push_back(std::move(turn));
+        begun_.bytes += bytes;
+        return;
+    }
+    Kept step{.text = std::move(text), .bytes = bytes};
+    step.turns.push_back(std::move(turn));
+    push(std::move(step), nullptr);
+}
+
+void UndoHistory::forgetTurns() {
+    const auto turns = [](const Kept& step) { return !step.turns.empty(); };
+    std::erase_if(undo_, turns);
+    std::erase_if(redo_, turns);
+}
+
+void UndoHistory::push(Kept step, const Session* session) {
+    undo_.push_back(std::move(step));
+    redo_.clear();
+    makeRoom(session);
+}
+
+/// The samples of the inputs that the session holds are not counted; without a session none are.
+void UndoHistory::makeRoom(const Session* session) {
     std::set<const InputData*> known;
-    newSamples(session, known);
-    std::size_t bytes = 0;
-    std::size_t kept = 0;
+    if (session != nullptr) newSamples(*session, known);
+    std::size_t bytes = 0, kept = 0, steps = 0;
     for (auto step = undo_.rbegin(); step != undo_.rend(); ++step, ++kept) {
-        bytes += step->bytes + newSamples(step->state.session, known);
-        if (bytes > room_ && kept > 0) break;
+        bytes += sizeof(Kept) + step->text.size() + step->bytes;
+        if (session != nullptr && step->state) bytes += newSamples(step->state->session, known);
+        if (bytes > room_ && steps > 0) break;
+        steps += step->stays() ? 0 : 1;
     }
     while (undo_.size() > kept) undo_.pop_front();
 }
 
-UndoHistory::Step::Step(UndoHistory& history, App& app, Session& session, std::string text)
-    : history_(history), app_(app), session_(session), text_(std::move(text)) {
-    if (history_.depth_++ == 0) before_ = std::make_unique<SessionState>(SessionState::of(app_, session_));
+UndoHistory::Step::Step(UndoHistory& history, App& app, Session& session, std::string text, Kind kind)
+    : history_(history), app_(&app), session_(&session), text_(std::move(text)), kind_(kind) {
+    const std::deque<Kept>& done = history_.undo_;
+    goesOn_ = kind == Kind::Typing && !done.empty() && done.back().kind == kind && done.back().text == text_;
+    // The state before the first letter is kept already.
+    if (history_.depth_ == 0 && !goesOn_) before_ = std::make_unique<SessionState>(SessionState::of(app, session));
+    ++history_.depth_;
+}
+
+UndoHistory::Step::Step(UndoHistory& history, std::string text) : history_(history), text_(std::move(text)) {
+    ++history_.depth_;
 }
 
 UndoHistory::Step::~Step() {
-    --history_.depth_;
-    if (!before_ || nothingChanged(*before_, app_, session_)) return;
-    try {
-        history_.undo_.push_back(keep(std::move(*before_), std::move(text_)));
+    if (--history_.depth_ > 0) return;
+    if (goesOn_) {
         history_.redo_.clear();
-        history_.makeRoom(session_);
+        return;
+    }
+    try {
+        Kept step = std::exchange(history_.begun_, {});
+        if (before_ && !nothingChanged(*before_, *app_, *session_)) {
+            step.bytes += before_->bytes();
+            step.state = std::move(*before_);
+        }
+        if (step.stays()) return;
+        step.text = std::move(text_);
+        step.kind = kind_;
+        history_.push(std::move(step), session_);
     } catch (const std::bad_alloc&) {
         history_.clear();
     }
 }
 
-std::string editText(const Session& session, SessionGrid grid, TableIndex row, TableIndex column) {
-    const SessionTables& tables = session.tables;
+std::string editText(const TableModel& table, SessionGrid grid, TableIndex row, TableIndex column) {
     switch (grid) {
         case SessionGrid::NewChannels:
-            return channelEdit(tables.outputs(), row, column);
+            return channelEdit(table, row, column);
         case SessionGrid::Properties:
-            return "Edit " + rowName(tables.prd, row);
+            return "Edit " + rowName(table, row);
         case SessionGrid::Sections:
-            return "Edit section " + tables.ord.text(OrdRow::Name, column);
+            return "Edit section " + table.text(at(OrdRow::Name), column);
         case SessionGrid::Well:
-            return lineEdit(tables.wrd, row, "~Well");
+            return lineEdit(table, row, "~Well");
         case SessionGrid::Parameters:
-            return lineEdit(tables.parg[0], row, "~Parameter");
+            return lineEdit(table, row, "~Parameter");
         case SessionGrid::Filter:
             return "Edit filter";
         case SessionGrid::Survey:
-            return "Edit " + std::string(trim(tables.trd.text(TrdRow::Name, column))) + " of survey row " +
+            return "Edit " + std::string(trim(table.text(at(TrdRow::Name), column))) + " of survey row " +
                    std::to_string(static_cast<int>(row));
     }
     return "Edit";
@@ -216,9 +271,14 @@ UndoableModel::UndoableModel(std::unique_ptr<TableModel> table, SessionGrid grid
     : table_(std::move(table)), grid_(grid), history_(history), app_(app), session_(session) {}
 
 void UndoableModel::asStep(std::int64_t row, int column, const std::function<EditOutcome()>& edit) {
-    const UndoHistory::Step step(history_, app_, session_, editText(session_, grid_, row, column));
+    const UndoHistory::Step step(history_, app_, session_, editText(*table_, grid_, row, column));
     const EditOutcome outcome = edit();
     if (!outcome.done) throw RunTimeFailure(outcome.why);
+}
+
+void UndoableModel::asOneStep(const std::string& text, const std::function<void()>& body) {
+    const UndoHistory::Step step(history_, app_, session_, text);
+    body();
 }
 
 void UndoableModel::applyEdit(std::int64_t row, int column, const std::string& text, int item) {

@@ -2,8 +2,11 @@
 
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "models/table_model.h"
 #include "session/session.h"
@@ -33,56 +36,74 @@ class UndoHistory {
 
     bool canUndo() const { return !undo_.empty(); }
     bool canRedo() const { return !redo_.empty(); }
-    /// What is taken back next, "Edit Mnem of channel 3"; without such a step what cannot be taken back and why, or "".
-    const std::string& undoText() const { return undo_.empty() ? barrier_ : undo_.back().text; }
+    /// What was done last, "Edit Mnem of channel 3"; "" for nothing.
+    std::string undoText() const { return undo_.empty() ? std::string() : undo_.back().text; }
     std::string redoText() const { return redo_.empty() ? std::string() : redo_.back().text; }
+    /// True when what was done last stays as it is, whatever is undone.
+    bool lastStays() const { return !undo_.empty() && undo_.back().stays(); }
     std::size_t steps() const { return undo_.size(); }
 
-    /// False, with nothing changed, where there is no step.
+    /// Takes back what was done last. False, with nothing changed, where nothing was, and where that stays as it is: it
+    /// is passed over then, and the next undo takes back what was done before it.
     bool undo(App& app, Session& session);
     bool redo(App& app, Session& session);
-    /// Something was done that nothing takes back: a file deleted, a run. The steps before it stay out of reach.
+    /// Something was done beside the session that nothing takes back: a file deleted, a file written. `what` says so.
     void cannotUndo(std::string what);
     /// Another session: no steps.
     void clear();
 
     /// A step: keeps the state now. When the step ends, that is dropped if nothing came of it. Steps inside of another
-    /// belong to it.
+    /// belong to it. A `Typing` one goes on with the step right before it when that has the same text, so that a text
+    /// is not taken back letter by letter.
+    enum class Kind { Usual, Typing };
     class Step {
       public:
-        Step(UndoHistory& history, App& app, Session& session, std::string text);
+        Step(UndoHistory& history, App& app, Session& session, std::string text, Kind kind = Kind::Usual);
+        /// Of what is done beside the session alone: keeps no state.
+        Step(UndoHistory& history, std::string text);
         ~Step();
         Step(const Step&) = delete;
         Step& operator=(const Step&) = delete;
 
       private:
         UndoHistory& history_;
-        App& app_;
-        Session& session_;
+        const App* app_ = nullptr;
+        const Session* session_ = nullptr;
         std::string text_;
+        Kind kind_ = Kind::Usual;
+        bool goesOn_ = false;  ///< with the step before it
         std::unique_ptr<SessionState> before_;
     };
 
+    /// A step beside the session, or a part of the one that has begun: `turn` changes what held before and what holds
+    /// now for each other, each time it is called, and must not throw. `bytes` is what it keeps for that.
+    void did(std::string text, std::function<void()> turn, std::size_t bytes);
+    /// What turns would act on is another thing now: those steps are gone.
+    void forgetTurns();
+
   private:
     struct Kept {
-        SessionState state;
         std::string text;
+        Kind kind = Kind::Usual;
         std::size_t bytes = 0;
+        std::optional<SessionState> state{};
+        std::vector<std::function<void()>> turns{};  ///< in the order in which they were done
+        bool stays() const { return !state && turns.empty(); }
     };
-    static Kept keep(SessionState state, std::string text);
-    bool swap(std::deque<Kept>& from, std::deque<Kept>& to, App& app, Session& session);
-    void makeRoom(const Session& session);
+    static Kept keep(const App& app, const Session& session, std::string text);
+    void push(Kept step, const Session* session);
+    void makeRoom(const Session* session);
 
     std::size_t room_;
     std::deque<Kept> undo_, redo_;
-    std::string barrier_;
+    Kept begun_;     ///< what was done beside the session since the outermost step began
     int depth_ = 0;  ///< steps begun inside of each other
 };
 
 /// The grids of a session, for the words of a step.
 enum class SessionGrid { NewChannels, Properties, Sections, Well, Parameters, Filter, Survey };
-/// "Edit Mnem of channel 3", "Edit Sample Rate", "Edit line WELL of ~Well".
-std::string editText(const Session& session, SessionGrid grid, TableIndex row, TableIndex column);
+/// "Edit Mnem of channel 3", "Edit Sample Rate", "Edit line WELL of ~Well". `table` is the grid.
+std::string editText(const TableModel& table, SessionGrid grid, TableIndex row, TableIndex column);
 
 /// A grid each edit of which can be taken back.
 class UndoableModel : public TableModel {
@@ -100,6 +121,8 @@ class UndoableModel : public TableModel {
     std::uint32_t backColour(std::int64_t row, int column) const override { return table_->backColour(row, column); }
     std::string pickList(std::int64_t row, int column) const override { return table_->pickList(row, column); }
     bool mayEdit(std::int64_t row, int column) const override { return table_->mayEdit(row, column); }
+
+    void asOneStep(const std::string& text, const std::function<void()>& body) override;
 
   protected:
     void applyEdit(std::int64_t row, int column, const std::string& text, int item) override;

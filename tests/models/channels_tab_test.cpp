@@ -27,6 +27,13 @@ class ChannelsTab : public AppTest {
         return texts;
     }
 
+    bool problemsOf(const std::string& path) {
+        const ProblemsModel list(frame.problems);
+        for (std::int64_t row = 1; row < list.rows(); ++row)
+            if (list.placeOf(row).path == path) return true;
+        return false;
+    }
+
     Frame frame;
 };
 
@@ -92,6 +99,27 @@ TEST_F(ChannelsTab, MoreFilesThanThereIsRoomForAreNotOpenedByHalf) {
     user.willAnswer(Answer::Ok);
     EXPECT_EQ(dropFiles(frame, {folder.path("gone.las"), well("2.las")}, 0), 1U) << "one that is gone keeps none back";
     EXPECT_EQ(box(), "File Not Loaded: " + folder.path("gone.las") + ": no such file");
+}
+
+TEST_F(ChannelsTab, TheBrowseButtonOfAFileRowOpensInItsSlot) {
+    app.run.lasFile = folder.path("last.las");
+    std::string lines = LasText{}.text();
+    lines.replace(lines.find("  1.5"), 5, "  bad");
+    const std::string bad = folder.writeLines("bad.las", lines);
+    frame.session.rules = FigureRules::trueFigures;
+    for (const std::string& path : {bad, std::string(), folder.path("gone.las"), well("good.las")}) {
+        user.willType(path);
+        if (path == folder.path("gone.las")) user.willAnswer(Answer::Ok);
+        EXPECT_EQ(browseSlotFile(frame, 2), endsWith(path, "d.las")) << path;
+        EXPECT_EQ(user.askedForText().back(), "Open LAS File");
+        EXPECT_EQ(frame.session.slots[2].path, path.ends_with("good.las") ? path : bad) << "what was there stays";
+        EXPECT_EQ(problemsOf(bad), !path.ends_with("good.las")) << "told as long as it is there";
+    }
+    EXPECT_EQ(user.filePrompts().at(0).folder, folder.path());
+    EXPECT_EQ(box(), "File Not Loaded: " + folder.path("gone.las") + ": no such file");
+    EXPECT_FALSE(browseSlotFile(frame, slotCount)) << "there is no such slot";
+    EXPECT_TRUE(frame.history.undo(app, frame.session));
+    EXPECT_EQ(frame.session.slots[2].path, bad);
 }
 
 TEST_F(ChannelsTab, AMovedChannelStaysWhatFunctionsRead) {

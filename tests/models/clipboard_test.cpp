@@ -2,6 +2,7 @@
 
 #include "models/header_rows.h"
 #include "models/table_models.h"
+#include "models/undo.h"
 #include "shared/failure.h"
 #include "support/session_fixture.h"
 
@@ -72,6 +73,20 @@ TEST_F(Clipboard, OneRefusedCellIsToldAndNoneIsLost) {
     EXPECT_EQ(check.refused.at(0).why, "this cell is a check: 1 or 0");
     EXPECT_TRUE(pasteCells(properties, at(PrdRow::DovranFilter), 1, "1").clean());
     EXPECT_TRUE(session.tables.checked(PrdRow::DovranFilter));
+}
+
+TEST_F(Clipboard, ABlockIsTakenBackAsOneStep) {
+    load(0, {"GR", "RHOB"});
+    UndoHistory history;
+    UndoableModel model(std::make_unique<CellTableModel>(channels()), SessionGrid::NewChannels, history, app, session);
+    EXPECT_EQ(pasteCells(model, at(SrdRow::Mnem), 1, "A\tB\nX\tY\n").changed, 4U);
+    EXPECT_EQ(history.undoText(), "Paste cells");
+    clearCells(model, {at(SrdRow::Value), 1, at(SrdRow::Description), 2});
+    EXPECT_EQ(history.steps(), 2U);
+    EXPECT_TRUE(history.undo(app, session) && history.undo(app, session));
+    EXPECT_EQ(outputs(), (Texts{"GR", "RHOB"}));
+    EXPECT_FALSE(pasteCells(model, at(SrdRow::Mnem), 2, "A\tB").clean());
+    EXPECT_EQ(history.steps(), 0U);
 }
 
 TEST_F(Clipboard, ABlockThatIsTooLargeChangesNothing) {

@@ -117,6 +117,27 @@ TEST_F(Commands, whatCanBeGivenFollowsTheOpenWindows) {
     EXPECT_EQ(given(), "Process Exit ");
 }
 
+TEST_F(Commands, undoSaysWhatItTakesBackAndWhatStays) {
+    openLoadedSession("a.las");
+    const auto tip = [&](const char* id) { return commandTip(frame, *findCommand(id)); };
+    EXPECT_FALSE(enabled("ID_Undo"));
+    EXPECT_EQ(tip("ID_Undo"), findCommand("ID_Undo")->tip);
+    perform(frame, "ID_AddChannel");
+    EXPECT_EQ(tip("ID_Undo"), "Takes back: Add Channel");
+    frame.history.cannotUndo("Deleted files do not come back: b.las");
+    EXPECT_EQ(tip("ID_Undo"), "Deleted files do not come back: b.las");
+    user.willAnswer(Answer::Ok);
+    perform(frame, "ID_Undo");
+    EXPECT_EQ(box(), "Can't Undo: Deleted files do not come back: b.las. The next Undo takes back: Add Channel.");
+    EXPECT_EQ(frame.session.tables.outputs().columns(), 3);
+    perform(frame, "ID_Preferences");
+    EXPECT_EQ(perform(frame, "ID_Undo"), CommandOutcome::NotNow) << "the window in front has no steps";
+    openArea(frame, WorkArea::Session);
+    perform(frame, "ID_Undo");
+    EXPECT_EQ(frame.session.tables.outputs().columns(), 2);
+    EXPECT_EQ(tip("ID_Redo"), "Makes again: Add Channel");
+}
+
 TEST_F(Commands, togglesAreKept) {
     const struct {
         const char *id, *stored;

@@ -168,6 +168,8 @@ TEST_F(BrowserWindow, filesAreDeletedAfterAQuestion) {
     EXPECT_TRUE(browser.files().empty());
     EXPECT_TRUE(browser.selected().empty());
     EXPECT_EQ(browser.sizeText(), bytesOf(0));
+    EXPECT_TRUE(frame.history.lastStays());
+    EXPECT_EQ(frame.history.undoText(), "Deleted files do not come back: 2 files");
 
     // A folder in the place of a file stays: the others go, and the box names it.
     well("c.las");

@@ -3,6 +3,7 @@
 
 #include "app/startup.h"
 #include "engine/driver.h"
+#include "models/channels_tab.h"
 #include "models/export_picture.h"
 #include "models/file_browser.h"
 #include "models/frame.h"
@@ -68,15 +69,6 @@ TEST_F(Prompts, AColumnThatIsTooNarrowForTheStepIsAsked) {
     EXPECT_FALSE(std::filesystem::exists(folder.path("out.las")));
 }
 
-TEST_F(Prompts, TheBrowseButtonOfAFileRowAsksForALasFile) {
-    app.run.lasFile = folder.path("last.las");
-    user.willType(writeLas("other.las", {}));
-    EXPECT_TRUE(browseSlotFile(app, session, 2));
-    EXPECT_EQ(user.askedForText(), Texts{"Open LAS File"});
-    EXPECT_EQ(user.filePrompts().at(0).folder, folder.path());
-    EXPECT_TRUE(session.loaded(2));
-}
-
 TEST_F(Prompts, EachDialogHasItsTitleAndCancelsByAnEmptyAnswer) {
     Frame frame(app);
     frame.browser.folder = folder.path();
@@ -91,10 +83,10 @@ TEST_F(Prompts, EachDialogHasItsTitleAndCancelsByAnEmptyAnswer) {
         {"Select Header File", [&] { return !askHeaderFile(frame).empty(); }},
         {"Specify Listing File Name", [&] { return chooseReportPath(app, listing); }},
         {"Save Picture", [&] { return !askPicturePath(user, "log", PictureKind::Svg).empty(); }},
-        {"Open LAS File", [&] { return browseSlotFile(app, session, 0); }},
+        {"Open LAS File", [&] { return browseSlotFile(frame, 0); }},
         {"Open Filter File", [&] { return doOpenFilter(app, session); }},
-        {"Find ASCII file To Load", [&] { return openTVDFile(app, session); }},
-        {"Save Inclinometry Data", [&] { return saveInclinometryData(app, session); }}};
+        {"Find ASCII file To Load", [&] { return openTVDFile(app, session).outcome.done; }},
+        {"Save Inclinometry Data", [&] { return saveInclinometryData(app, session).done; }}};
     for (const auto& [title, gesture] : dialogs) {
         user.willType("");
         EXPECT_FALSE(gesture()) << title;

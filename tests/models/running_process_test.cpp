@@ -54,6 +54,8 @@ TEST_F(Running, theCommandRunsTheSessionBesideTheWindow) {
     EXPECT_TRUE(std::filesystem::exists(folder.path("out/new.las")));
     EXPECT_EQ(app.run.targetLabel, folder.path("out/new.las"));
     EXPECT_TRUE(frame.session.loaded(0));
+    EXPECT_EQ(frame.history.undoText(), "What a run wrote stays: new.las");
+    EXPECT_TRUE(frame.history.lastStays());
 }
 
 TEST_F(Running, aPassThatStopsShowsTheProperties) {

@@ -48,15 +48,36 @@ TEST_F(SessionFiles, AllSlotsAreLoadedAndThenFiltered) {
     EXPECT_EQ(outputs(), Texts{"X"});
 }
 
-TEST_F(SessionFiles, AnInputIsAskedForAndOpened) {
-    user.willType("");
-    EXPECT_FALSE(browseSlotFile(app, session, 0));
-    user.willType(folder.path("gone.las"));
-    EXPECT_FALSE(browseSlotFile(app, session, 0));
-    user.willType(writeLas("one.las", {}));
-    EXPECT_TRUE(browseSlotFile(app, session, 1));
-    EXPECT_TRUE(session.loaded(1));
-    EXPECT_FALSE(browseSlotFile(app, session, slotCount)) << "there is no such slot";
+TEST_F(SessionFiles, WhatAFilterCouldNotDoIsListed) {
+    Frame frame(app);
+    openArea(frame, WorkArea::Session);
+    frame.session.slots[0].path = app.run.lasFile = writeLas("one.las", {});
+    Open4Files(app, frame.session, 0);
+    const auto filter = [&](const std::string& path) {
+        frame.session.tables.frd.text(1, FrdColumn::Path) = path;
+        return path;
+    };
+    filter(folder.path("gone.fil"));
+    user.willAnswer(Answer::Ok);
+    const EditOutcome gone = switchFilter(frame, true);
+    EXPECT_FALSE(gone.done);
+    EXPECT_NE(gone.why, "");
+    EXPECT_EQ(frame.problems.size(), 1U);
+    const std::string path = filter(folder.writeLines("f.fil", "~C\nGR. : | GR\nX. : | FUN=NONE,GR\n"));
+    user.willAnswer(Answer::Cancel);
+    EXPECT_FALSE(switchFilter(frame, true).done);
+    EXPECT_EQ(frame.problems.size(), 1U) << "cancelled: nothing else is known";
+    user.willAnswer(Answer::Ok);
+    const EditOutcome applied = switchFilter(frame, true);
+    EXPECT_TRUE(applied.done);
+    EXPECT_EQ(applied.why, "1 line of the filter could not be followed: the list of problems tells them");
+    EXPECT_EQ(ProblemsModel(frame.problems).placeOf(1).path, path);
+    EXPECT_EQ(frame.history.undoText(), "Apply filter");
+    user.willAnswer(Answer::Ok);
+    EXPECT_TRUE(switchFilter(frame, false).done);
+    EXPECT_EQ(frame.problems.size(), 0U);
+    EXPECT_TRUE(frame.history.undo(app, frame.session));
+    EXPECT_TRUE(frame.session.tables.filterInUse());
 }
 
 }  // namespace welvane::test

@@ -10,19 +10,64 @@ using Survey = SessionTest;
 TEST_F(Survey, ChosenFileIsKeptAsASetting) {
     const std::string path = folder.write("s.txt", "1 2 3 4\n");
     user.willType(path);
-    EXPECT_TRUE(openTVDFile(app, session));
+    const SurveyOutcome opened = openTVDFile(app, session);
+    EXPECT_TRUE(opened.outcome.done);
+    EXPECT_EQ(opened.row, tieRow) << "where the view goes";
     EXPECT_EQ(user.askedForText().back(), "Find ASCII file To Load");
     EXPECT_EQ(session.tables.trd.text(TrdRow::Tie, TrdColumn::Azimuth), "4");
     Session later;
     openSession(app, later);
     EXPECT_EQ(later.tvdFile, path);
     user.willType("");
-    EXPECT_FALSE(openTVDFile(app, later));
+    EXPECT_EQ(openTVDFile(app, later).row, -1);
     user.willType(folder.path("copy.txt"));
-    EXPECT_TRUE(saveInclinometryData(app, session));
+    EXPECT_TRUE(saveInclinometryData(app, session).done);
     EXPECT_EQ(folder.read("copy.txt"), "1\t2\t3\t4\r\n");
     user.willType("");
-    EXPECT_FALSE(saveInclinometryData(app, session));
+    EXPECT_EQ(saveInclinometryData(app, session).why, "");
+    user.willType(folder.path("none/copy.txt"));
+    EXPECT_EQ(saveInclinometryData(app, session).why, "Not written: " + folder.path("none/copy.txt"));
+    user.willType(folder.path("gone.txt"));
+    EXPECT_EQ(openTVDFile(app, session).outcome.why,
+              folder.path("gone.txt") + " could not be read: the table is empty");
+}
+
+TEST_F(Survey, TheViewGoesToWhatIsMissing) {
+    struct Case {
+        const char* table;
+        int row, column;
+    };
+    // A row that lacks its depth is sorted behind the others.
+    for (const Case& one :
+         {Case{"0\t0\t0\t\n100\t\t5\t\n200\t\t6\t\n", -1, 0}, Case{"0\t\t0\t\n100\t\t5\t\n", 2, 2},
+          Case{"0\t0\t0\t\n100\t\t\t\n200\t\t6\t\n", 3, 3}, Case{"0\t0\t0\t\n\t\t5\t\n200\t\t6\t\n", 4, 1}}) {
+        setupTVD(session.tables.trd);
+        pasteSurvey(session.tables.trd, 2, 1, one.table);
+        if (one.row >= 0) user.willAnswer(Answer::Ok);
+        const SurveyOutcome computed = computeSurvey(app, session);
+        EXPECT_EQ(computed.row, one.row) << one.table;
+        EXPECT_EQ(computed.column, one.column) << one.table;
+    }
+    EXPECT_EQ(box(0).substr(0, 27), "Tie Point Data Incomplete!:");
+    EXPECT_EQ(box().substr(0, 63), "TVD Data Table Incomplete!: Incomplete data found at row 4. You");
+}
+
+TEST_F(Survey, ABlockIsTakenWholeOrNotAtAll) {
+    Table& trd = session.tables.trd;
+    EXPECT_EQ(pasteSurvey(trd, 3, 1, "100\t\"99\"\r\n200\t198\r\n").changed, 4U);
+    EXPECT_EQ(trd.text(4, 2), "198");
+    EXPECT_EQ(trd.text(3, 2), "99");
+    const Table before = trd;
+    std::string wide, tall;
+    for (int cell = 0; cell < 200; ++cell) wide += "1\t";
+    for (int row = 0; row < 5001; ++row) tall += "1\n";
+    for (const std::string& block : {wide, tall}) {
+        EXPECT_EQ(pasteSurvey(trd, 3, 1, block).summary(),
+                  "nothing was pasted: the block reaches beyond what a survey can hold");
+        EXPECT_TRUE(trd == before);
+    }
+    EXPECT_FALSE(pasteSurvey(trd, 1, 1, "F").clean());
+    EXPECT_TRUE(trd == before);
 }
 
 TEST_F(Survey, ClearingAsksAndSparesTheHeads) {

@@ -1,7 +1,10 @@
 #include "models/undo.h"
 
-#include "models/header_rows.h"
+#include <utility>
+
+#include "models/other_text.h"
 #include "models/table_models.h"
+#include "session/tvd.h"
 #include "support/session_fixture.h"
 
 namespace welvane::test {
@@ -101,34 +104,98 @@ TEST_F(Undo, RoomIsCountedButOneStepIsAlwaysThere) {
     EXPECT_EQ(session.tables.output(SrdRow::Mnem, 1), "f");
 }
 
-TEST_F(Undo, WhatCannotBeTakenBackSaysSo) {
+TEST_F(Undo, WhatStaysIsPassedOverAndNothingBeforeItIsLost) {
     load(0, {"GR"});
-    {
-        const UndoHistory::Step step(history, app, session, "Add line");
-        addHeaderLine(session.tables.wrd, 1);
-    }
-    history.cannotUndo("A deleted file does not come back");
+    UndoableModel model = channels();
+    EXPECT_TRUE(model.edit(at(SrdRow::Mnem), 1, "SGR").done);
+    history.cannotUndo("Deleted files do not come back: a.las");
+    EXPECT_TRUE(history.canUndo() && history.lastStays());
+    EXPECT_EQ(history.undoText(), "Deleted files do not come back: a.las");
+    EXPECT_FALSE(history.undo(app, session));
+    EXPECT_EQ(outputs(), Texts{"SGR"}) << "told, and nothing else";
+    EXPECT_TRUE(history.undo(app, session));
+    EXPECT_EQ(outputs(), Texts{"GR"});
     EXPECT_FALSE(history.canUndo() || history.undo(app, session));
-    EXPECT_EQ(history.undoText(), "A deleted file does not come back");
+    EXPECT_EQ(history.redoText(), "Edit Mnem of channel 1");
     history.clear();
-    EXPECT_EQ(history.undoText(), "");
+    EXPECT_FALSE(history.canRedo());
+}
+
+TEST_F(Undo, ATextIsTakenBackInOneGo) {
+    load(0, {"GR"});
+    const std::string before = shownOtherText(session);
+    for (const char* text : {"a", "ab", "ab\nc"}) typeOtherText(history, app, session, text);
+    EXPECT_EQ(session.tables.otherText, "ab\r\nc");
+    EXPECT_EQ(history.steps(), 1U);
+    EXPECT_TRUE(channels().edit(at(SrdRow::Mnem), 1, "SGR").done);
+    typeOtherText(history, app, session, "d");
+    EXPECT_EQ(history.steps(), 3U) << "another step stands between";
+    EXPECT_TRUE(history.undo(app, session));
+    EXPECT_EQ(shownOtherText(session), "ab\nc");
+    EXPECT_TRUE(history.undo(app, session) && history.undo(app, session));
+    EXPECT_EQ(shownOtherText(session), before);
+    EXPECT_TRUE(history.redo(app, session));
+    EXPECT_EQ(shownOtherText(session), "ab\nc");
+    typeOtherText(history, app, session, "ab\ncd");
+    EXPECT_FALSE(history.canRedo()) << "a step that goes on takes another way too";
+}
+
+TEST_F(Undo, WhatStandsBesideTheSessionFindsItsWayBack) {
+    load(0, {"GR"});
+    std::string beside = "one";
+    const auto change = [&](const std::string& text) {
+        history.did(
+            "To " + text, [&beside, other = std::exchange(beside, text)]() mutable { std::swap(beside, other); }, 1);
+    };
+    change("two");
+    {
+        const UndoHistory::Step step(history, app, session, "Both");
+        change("three");
+        session.tables.output(SrdRow::Mnem, 1) = "SGR";
+        change("four");
+    }
+    EXPECT_EQ(history.steps(), 2U);
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_TRUE(history.undo(app, session));
+        EXPECT_EQ(beside + outputs()[0], "twoGR");
+        EXPECT_TRUE(history.undo(app, session));
+        EXPECT_EQ(beside, "one");
+        EXPECT_TRUE(history.redo(app, session) && history.redo(app, session));
+        EXPECT_EQ(beside + outputs()[0], "fourSGR");
+    }
+    EXPECT_TRUE(channels().edit(at(SrdRow::Mnem), 1, "X").done);
+    history.forgetTurns();
+    EXPECT_EQ(history.steps(), 1U);
+    UndoHistory small(100);
+    for (int step = 0; step < 9; ++step)
+        small.did(
+            "x", [] {}, 30);
+    EXPECT_EQ(small.steps(), 1U) << "they need room too";
 }
 
 TEST_F(Undo, EveryGridHasItsWords) {
     load(0, {"GR"});
+    LasText many;
+    many.parameters = "A. 1 : a\nB. 2 : b\nC. 3 : c\n";
+    load(1, many);
     struct Case {
+        CellTableModel table;
         SessionGrid grid;
         TableIndex row, column;
         std::string_view text;
     };
     for (const Case& one :
-         {Case{SessionGrid::NewChannels, linkRow(2, Link::From), 1, "Edit From of File 3 in channel 1"},
-          Case{SessionGrid::Sections, OrdRow::Include, 2, "Edit section ~WELL"},
-          Case{SessionGrid::Well, 1, 3, "Edit line STRT of ~Well"},
-          Case{SessionGrid::Parameters, 1, 3, "Edit line BHT of ~Parameter"},
-          Case{SessionGrid::Filter, 1, 1, "Edit filter"},
-          Case{SessionGrid::Survey, 4, TrdColumn::Md, "Edit MD of survey row 4"}})
-        EXPECT_EQ(editText(session, one.grid, one.row, one.column), one.text);
+         {Case{newChannelsModel(app, session, {}), SessionGrid::NewChannels, linkRow(2, Link::From), 1,
+               "Edit From of File 3 in channel 1"},
+          Case{sectionsModel(app, session), SessionGrid::Sections, OrdRow::Name, 2, "Edit section ~WELL"},
+          Case{fieldsModel(session.tables.wrd), SessionGrid::Well, 1, 3, "Edit line STRT of ~Well"},
+          Case{fieldsModel(session.tables.parg[1]), SessionGrid::Parameters, 3, 3, "Edit line C of ~Parameter"},
+          Case{filterModel(app, session), SessionGrid::Filter, 1, at(FrdColumn::Path), "Edit filter"},
+          Case{surveyModel(session), SessionGrid::Survey, 4, TrdColumn::Md, "Edit MD of survey row 4"}}) {
+        EXPECT_EQ(editText(one.table, one.grid, one.row, one.column), one.text);
+        const EditOutcome outcome = over(one.table, one.grid).edit(one.row, one.column, "");
+        EXPECT_TRUE(outcome.done) << one.text << ": " << outcome.why;
+    }
 }
 
 }  // namespace welvane::test

@@ -34,6 +34,7 @@ inline constexpr KnownPrompt knownPrompts[] = {
     {"Can't Open File", "* could not be started for *", Buttons::Ok, Icon::Warning},
     {"Can't Open File", "No program could be started for *", Buttons::Ok, Icon::Warning},
     {"Can't Open Folder", "*", Buttons::Ok, Icon::Warning},
+    {"Can't Undo", "*.", Buttons::Ok, Icon::Information},
     {"Can't Save Library", "*", Buttons::Ok, Icon::Warning},
     {"Cancel Pressed", "Multi-well listing cancelled by user. Listing file may be incomplete.", Buttons::Ok,
      Icon::Information},
