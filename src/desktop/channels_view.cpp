@@ -48,9 +48,10 @@ void ChannelsView::addInputs() {
 }
 
 void ChannelsView::addOutput() {
-    auto model = std::make_unique<CellTableModel>(newChannelsModel(
-        frame_.app, frame_.session,
-        [this](std::string_view old, std::string_view chosen) { return chooseFunction(old, chosen); }));
+    auto model = std::make_unique<CellTableModel>(
+        newChannelsModel(frame_.app, frame_.session, [this](int column, std::string_view old, std::string_view chosen) {
+            return chooseFunction(column, old, chosen);
+        }));
     output_ = new GridView(std::make_unique<UndoableModel>(std::move(model), SessionGrid::NewChannels, frame_.history,
                                                            frame_.app, frame_.session),
                            "New Channels", changed_, this);
@@ -66,8 +67,9 @@ void ChannelsView::addOutput() {
             [this](int, int from, int to) { moveColumn(from, to); });
 }
 
-std::optional<FunctionDescriptor> ChannelsView::chooseFunction(std::string_view old, std::string_view chosen) {
-    FunctionChoice choice(frame_.app, frame_.session, frame_.currentChannel, old, chosen);
+std::optional<FunctionDescriptor> ChannelsView::chooseFunction(int column, std::string_view old,
+                                                               std::string_view chosen) {
+    FunctionChoice choice(frame_.app, frame_.session, column, old, chosen);
     FunctionWindow window(choice, this);
     return window.exec() == QDialog::Accepted ? window.descriptor() : choice.old;
 }

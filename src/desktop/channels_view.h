@@ -26,7 +26,7 @@ class ChannelsView : public QSplitter {
   private:
     void addInputs();
     void addOutput();
-    std::optional<FunctionDescriptor> chooseFunction(std::string_view old, std::string_view chosen);
+    std::optional<FunctionDescriptor> chooseFunction(int column, std::string_view old, std::string_view chosen);
     std::vector<GridView*> grids() const;
     /// A channel of the output stands under those of the inputs that feed it, also when one of the grids is scrolled.
     void scrollTogether();

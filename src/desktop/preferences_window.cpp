@@ -29,7 +29,7 @@ void PreferencesWindow::refresh() {
 }
 
 void PreferencesWindow::accept() {
-    if (preferences_.accept()) leave();
+    if (acceptPreferences(frame(), preferences_)) leave();
 }
 
 }  // namespace welvane

@@ -39,7 +39,7 @@ void editFunction(App& app, Session& session, const CellEdit& edit, const Functi
         return;
     }
     const std::string old = session.tables.outputs().data(SrdRow::Function, edit.column);
-    setFunction(app, session, edit.column, chooseFunction ? chooseFunction(old, edit.text) : std::nullopt);
+    setFunction(app, session, edit.column, chooseFunction ? chooseFunction(edit.column, old, edit.text) : std::nullopt);
 }
 
 }  // namespace

@@ -18,10 +18,10 @@ std::string functionList();
 /// Pick list of a cell, "|"-joined; "" where it offers none, "..." for a browse button.
 std::string newChannelList(const App& app, const Session& session, TableIndex row, TableIndex column);
 
-/// Shown with the old descriptor's text ("" for none); returns the new one, or nothing. `chosen` is the function picked
-/// in the cell.
-using FunctionChooser =
-    std::function<std::optional<FunctionDescriptor>(std::string_view oldDescriptor, std::string_view chosen)>;
+/// Shown with the old descriptor's text ("" for none); returns the new one, or nothing. `column` is that of the cell,
+/// `chosen` the function picked in it.
+using FunctionChooser = std::function<std::optional<FunctionDescriptor>(int column, std::string_view oldDescriptor,
+                                                                        std::string_view chosen)>;
 
 /// The slot whose file stands in this row of srd(4), or feeds channels by it; -1 for the rows above.
 int slotOfChannelRow(TableIndex row);

@@ -85,4 +85,10 @@ bool Preferences::accept() {
     return stored;
 }
 
+bool acceptPreferences(Frame& frame, Preferences& preferences) {
+    const bool stored = preferences.accept();
+    frame.history.settingsHold(frame.app, "The preferences stay as they were chosen");
+    return stored;
+}
+
 }  // namespace welvane

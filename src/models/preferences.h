@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/preference_rows.h"
+#include "models/frame.h"
 #include "models/table_model.h"
-#include "session/session.h"
 
 /// The window of the command ID_Preferences: a table of 21 named values over the settings of the process.
 namespace welvane {
@@ -33,5 +33,8 @@ class Preferences {
     StartupSettings edited_;
     Table prd_;
 };
+
+/// The button OK: as accept. What was chosen holds whatever is undone in the session.
+bool acceptPreferences(Frame& frame, Preferences& preferences);
 
 }  // namespace welvane

@@ -80,7 +80,8 @@ bool sameInputs(const Session& one, const Session& other) {
 
 /// Whether a person would see no difference.
 bool nothingChanged(const SessionState& before, const App& app, const Session& session) {
-    return before.format == app.settings.format && before.fillCurveValue == app.settings.fillCurveValue &&
+    return before.format == app.settings.format && before.matrix == app.settings.matrix &&
+           before.fillCurveValue == app.settings.fillCurveValue &&
            before.fillCurveDescription == app.settings.fillCurveDescription &&
            before.session.multipleConnections == session.multipleConnections &&
            before.session.filterFile == session.filterFile && sameInputs(before.session, session) &&
@@ -108,13 +109,22 @@ std::string lineEdit(const TableModel& table, TableIndex row, std::string_view s
 }  // namespace
 
 SessionState SessionState::of(const App& app, const Session& session) {
-    return {session, app.settings.format, app.settings.fillCurveValue, app.settings.fillCurveDescription,
-            app.run.lasFile};
+    SessionState state{.session = session, .lasFile = app.run.lasFile};
+    state.takeSettings(app);
+    return state;
+}
+
+void SessionState::takeSettings(const App& app) {
+    format = app.settings.format;
+    matrix = app.settings.matrix;
+    fillCurveValue = app.settings.fillCurveValue;
+    fillCurveDescription = app.settings.fillCurveDescription;
 }
 
 void SessionState::putBack(App& app, Session& into) const {
     into = session;
     app.settings.format = format;
+    app.settings.matrix = matrix;
     app.settings.fillCurveValue = fillCurveValue;
     app.settings.fillCurveDescription = fillCurveDescription;
     app.run.lasFile = lasFile;
@@ -167,6 +177,13 @@ bool UndoHistory::redo(App& app, Session& session) {
 void UndoHistory::cannotUndo(std::string what) {
     undo_.push_back({.text = std::move(what)});
     makeRoom(nullptr);
+}
+
+void UndoHistory::settingsHold(const App& app, std::string what) {
+    for (std::deque<Kept>* const steps : {&undo_, &redo_})
+        for (Kept& step : *steps)
+            if (step.state) step.state->takeSettings(app);
+    cannotUndo(std::move(what));
 }
 
 void UndoHistory::clear() {

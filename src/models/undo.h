@@ -17,11 +17,13 @@ namespace welvane {
 /// What a step may change: the session, and what of the process its edits write.
 struct SessionState {
     Session session;
-    FormatDefaults format;
+    FormatDefaults format{};
+    MatrixTable matrix{};
     bool fillCurveValue = false, fillCurveDescription = false;
     std::string lasFile;
 
     static SessionState of(const App& app, const Session& session);
+    void takeSettings(const App& app);
     void putBack(App& app, Session& session) const;
     /// Bytes of its tables; an opened file and its samples are shared with other states.
     std::size_t bytes() const;
@@ -49,6 +51,8 @@ class UndoHistory {
     bool redo(App& app, Session& session);
     /// Something was done beside the session that nothing takes back: a file deleted, a file written. `what` says so.
     void cannotUndo(std::string what);
+    /// Settings were chosen that hold from now on, whatever is undone. `what` says so.
+    void settingsHold(const App& app, std::string what);
     /// Another session: no steps.
     void clear();
 

@@ -76,6 +76,17 @@ TEST_F(ChannelsTab, TheMenuActsOnTheCurrentCell) {
     EXPECT_EQ(bands[1].firstColumn, 3);
     choose(SrdRow::Use, 1, ChannelCommand::UseNone);
     EXPECT_EQ(frame.session.tables.outputs().check(SrdRow::Use, 3), Check::Unchecked);
+    frame.session.tables.output(SrdRow::Description, 3).clear();
+    frame.session.tables.outputs().data(SrdRow::Description, 3) = "as it was";
+    choose(SrdRow::Description, 1, ChannelCommand::FillDescription);
+    EXPECT_EQ(cell(SrdRow::Description, 3), "as it was") << "the library knows nothing of it";
+    frame.session.tables.outputs().data(SrdRow::Value, 3) = "99";
+    choose(SrdRow::Value, 1, ChannelCommand::FillValue);
+    EXPECT_EQ(cell(SrdRow::Value, 3), "99");
+    app.settings.logProgram = "viewer";
+    choose(linkRow(1, Link::To), 1, ChannelCommand::ViewLog);
+    choose(linkRow(2, Link::To), 1, ChannelCommand::ViewLog);
+    EXPECT_EQ(platform.opened, Texts{"viewer " + bands[1].path}) << "a free slot has no log";
     choose(SrdRow::Mnem, 1, ChannelCommand::Add);
     EXPECT_EQ(frame.currentChannel, 2);
     EXPECT_EQ(cell(SrdRow::Mnem, 2), "Added");
@@ -131,6 +142,18 @@ TEST_F(ChannelsTab, AMovedChannelStaysWhatFunctionsRead) {
     EXPECT_TRUE(moveNewChannel(frame.session, 2, 1));
     EXPECT_EQ(cell(SrdRow::Mnem, 1), "B");
     EXPECT_EQ(outputs.data(SrdRow::Function, 2), "10|1|0|0|1|1|A|was :B");
+    dropFiles(frame, {well("b.las", "C. : \nD. : \n")}, -1);
+    struct Case {
+        int from, to, reader;
+        const char* source;
+    };
+    // Channel 4 reads channel 2 at first.
+    for (const Case& one : {Case{1, 3, 4, "1"}, Case{3, 1, 4, "2"}, Case{4, 1, 1, "3"}, Case{1, 4, 4, "2"}}) {
+        if (outputs.data(SrdRow::Function, 4).empty()) outputs.data(SrdRow::Function, 4) = "10|1|0|0|1|2|D|was :X";
+        EXPECT_TRUE(moveNewChannel(frame.session, one.from, one.to));
+        EXPECT_EQ(outputs.data(SrdRow::Function, one.reader), "10|1|0|0|1|" + std::string(one.source) + "|D|was :X")
+            << one.from << " to " << one.to;
+    }
 }
 
 TEST_F(ChannelsTab, AnInputChannelIsMovedAndCut) {

@@ -203,6 +203,36 @@ TEST_F(Commands, fontIsCorrectedAndKept) {
     EXPECT_EQ(app.settings.gridFont.name, "DejaVu Sans");
 }
 
+TEST_F(Commands, eachWindowHasItsCommandAndTheClipboardGoesToTheOneInFront) {
+    const std::pair<const char*, WorkArea> windows[] = {
+        {"ID_MMM", WorkArea::Session},          {"ID_Toolbox", WorkArea::Tools},
+        {"ID_Certify", WorkArea::Certify},      {"ID_prop", WorkArea::Listing},
+        {"ID_CurveLibrary", WorkArea::Library}, {"ID_Preferences", WorkArea::Preferences},
+        {"ID_About", WorkArea::About},          {"ID_Help", WorkArea::Help}};
+    for (const auto& [id, area] : windows) {
+        EXPECT_EQ(perform(frame, id), CommandOutcome::Done) << id;
+        EXPECT_TRUE(frame.isOpen(area)) << id;
+        EXPECT_EQ(frame.front, area) << id;
+        EXPECT_EQ(shown.back(), area) << id;
+        EXPECT_EQ(perform(frame, "ID_Paste"), CommandOutcome::NotNow) << id;
+    }
+    AreaActions& help = frame.actionsOf(WorkArea::Help);
+    help.cut = [this] { calls.push_back("cut"); };
+    help.copy = [this] { calls.push_back("copy"); };
+    help.paste = [this] { calls.push_back("paste"); };
+    frame.actions.find = [this] { calls.push_back("find"); };
+    frame.actions.findNext = [this] { calls.push_back("again"); };
+    frame.actions.arrange = [this] { calls.push_back("arrange"); };
+    for (const char* id : {"ID_Cut", "ID_Copy", "ID_Paste", "ID_Find", "ID_FindNext", "ID_ArrangeAll"})
+        EXPECT_EQ(perform(frame, id), CommandOutcome::Done) << id;
+    EXPECT_EQ(calls, (Texts{"cut", "copy", "paste", "find", "again", "arrange"}));
+    user.willType(folder.path("f.fil"));
+    perform(frame, "ID_OpenFilter");
+    EXPECT_EQ(user.filePrompts().back().title, "Select LAS or FIL File for Filter");
+    EXPECT_EQ(user.filePrompts().back().extension, "las Files (*.las;*.fil)|*.las;*.fil");
+    EXPECT_EQ(frame.session.filterFile, folder.path("f.fil"));
+}
+
 TEST_F(Commands, openGoesToWhatIsInFront) {
     const std::string one = well("one.las"), two = well("two.las");
     user.willType(one);

@@ -30,6 +30,18 @@ TEST_F(CoverageTabTest, labelsShowTopsAndBottomsWithTheirTips) {
     EXPECT_EQ(tab.picture().boxes.size(), 2u);
 }
 
+TEST_F(CoverageTabTest, thePictureNamesItsDepthsAndFiles) {
+    const Drawing drawing = tab.drawing(400, 300);
+    std::string texts;
+    for (const Shape& shape : drawing.shapes)
+        if (const auto* const text = std::get_if<Label>(&shape)) texts += text->text + " ";
+    EXPECT_NE(texts.find("1200"), std::string::npos) << texts;
+    EXPECT_NE(texts.find("1400.2500 M"), std::string::npos) << texts;
+    closeSlot(app, session, 0);
+    closeSlot(app, session, 2);
+    EXPECT_NO_THROW(tab.drawing(400, 300));
+}
+
 TEST_F(CoverageTabTest, enterSnapsAndLetsTheNextFileFollow) {
     tab.type(1, "1180.3");
     tab.enter(1);

@@ -96,6 +96,22 @@ TEST_F(Library, editsKeepEveryRowInAGroup) {
     EXPECT_NE(saved("units.ini").find("[Depth|F]\nKM| 0.0003048| 0\nF| 1| 0\nM| 0.3048| 0\n\n[Density|G/C3]\n"), npos);
 }
 
+TEST_F(Library, aGroupOfUnitsTakesItsUnitsAlong) {
+    CurveLibrary library(app);
+    library.showUnitsOfGroup(1);
+    CellTableModel groups = library.ugdModel(), units = library.urdModel();
+    EXPECT_TRUE(groups.edit(1, at(UgdColumn::Name), "Length").done);
+    EXPECT_EQ(library.shownGroup(LibraryPart::Units), "Length");
+    EXPECT_EQ(units.rows(), 3);
+    EXPECT_EQ(units.pickList(1, at(UrdColumn::Group)), "Length|Density");
+    EXPECT_TRUE(groups.edit(1, at(UgdColumn::InternalUnit), "M").done);
+    EXPECT_EQ(groups.edit(2, at(UgdColumn::Name), "length").why, "there is a unit group \"length\" already");
+    EXPECT_TRUE(units.edit(2, at(UrdColumn::Group), "Density").done);
+    EXPECT_EQ(units.rows(), 2);
+    ASSERT_TRUE(library.save());
+    EXPECT_NE(saved("units.ini").find("[Length|M]\n"), npos);
+}
+
 TEST_F(Library, whatCannotBeIsRefusedWithNothingChanged) {
     CurveLibrary library(app);
     library.showCurvesOfGroup(1);

@@ -29,8 +29,14 @@ TEST_F(EditRules, CellsOfferTheirPickLists) {
     EXPECT_EQ(propertyList(session, PrdRow::FormatDot, 2), "User|File1");
     EXPECT_EQ(propertyList(session, PrdRow::HeaderFile, 1), session.slots[0].path);
     EXPECT_EQ(propertyList(session, PrdRow::PlainAscii, 2), "") << "not while the row is off";
-    EXPECT_EQ(sectionList(session, 2), "~W|~Well|~Well Information");
-    EXPECT_EQ(sectionList(session, 6), "~A|~ASCII|");
+    Texts lists;
+    session.tables.ord.text(OrdRow::Name, 5) = "~Tops";
+    for (int column = 1; column <= 6; ++column) lists.push_back(sectionList(session, column));
+    session.tables.ord.text(OrdRow::Name, 5) = "~other";
+    lists.push_back(sectionList(session, 5));
+    EXPECT_EQ(lists,
+              (Texts{"~V|~Version|~Version Information", "~W|~Well|~Well Information", "~C|~Curve|~Curve Information",
+                     "~P|~Parameter|~Parameter Information", "", "~A|~ASCII|", "~O|~Other|~Other Information"}));
 }
 
 TEST_F(EditRules, functionCell) {
@@ -38,12 +44,12 @@ TEST_F(EditRules, functionCell) {
     load(0, {"RHOB"});
     Table& table = session.tables.outputs();
     Texts seen;
-    const FunctionChooser dialog = [&](std::string_view old, std::string_view chosen) {
-        seen = {std::string(old), std::string(chosen)};
+    const FunctionChooser dialog = [&](int column, std::string_view old, std::string_view chosen) {
+        seen = {std::to_string(column), std::string(old), std::string(chosen)};
         return FunctionDescriptor::parse("2|2.65|1|0|0|1|DPHI|was :RHOB Matrix=2.65 Fluid=1");
     };
     editNewChannel(app, session, {SrdRow::Function, 1, "BULKDEN2PORO", 2}, dialog);
-    EXPECT_EQ(seen, (Texts{"", "BULKDEN2PORO"}));
+    EXPECT_EQ(seen, (Texts{"1", "", "BULKDEN2PORO"}));
     EXPECT_EQ(cell(SrdRow::Function, 1), "BULKDEN2PORO");
     EXPECT_EQ(cell(SrdRow::Mnem, 1), "DPHI");
     EXPECT_EQ(cell(SrdRow::Value, 1), "42 890");

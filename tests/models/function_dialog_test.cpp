@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "functions/crnphi.h"
+#include "models/function_choice.h"
 #include "platform/memory_settings.h"
 #include "support/scripted_interface.h"
 #include "support/session_fixture.h"
@@ -230,6 +231,25 @@ TEST_F(FunctionDialogTest, eachFunctionShowsThePageOfWhatItTakes) {
     }
     EXPECT_EQ(shown, (Texts{"", "", "P/d", "P/d", "Matrix", "P/d", "P/d", "Matrix", "Matrix", "Neutron", "General",
                             "General", "General", "General", "Average", "Lin/Log"}));
+}
+
+using FunctionOfAChannel = test::SessionTest;
+
+TEST_F(FunctionOfAChannel, OpensAtTheOldFunctionOrAtTheOnePicked) {
+    load(0, {"GR", "RHOB"});
+    const std::string old = "9|900.0000|100.0000|0.3000|0.0100|1|NPHI|was :GR";
+    FunctionChoice kept(app, session, 2, old, "NEUTCR2PORO");
+    EXPECT_EQ(kept.dialog.fNamT, (Texts{"GR", "RHOB"}));
+    EXPECT_EQ(kept.dialog.source, 0) << "that of the old function";
+    EXPECT_EQ(kept.dialog.ncr, (std::array<std::string, 4>{"900.0000", "100.0000", "0.3000", "0.0100"}));
+    EXPECT_EQ(kept.old->text(), old) << "what holds when it is left";
+    const FunctionChoice other(app, session, 2, old, "BULKDEN2PORO");
+    EXPECT_EQ(other.dialog.funLst, 2);
+    EXPECT_EQ(other.dialog.conTL, "DPHI");
+    const FunctionChoice first(app, session, 2, "", "MATH");
+    EXPECT_EQ(first.dialog.source, 1) << "the channel itself";
+    EXPECT_EQ(first.dialog.conTL, "RHOB");
+    EXPECT_FALSE(first.old);
 }
 
 using CountRatesOfALog = test::SessionTest;

@@ -120,6 +120,30 @@ TEST_F(PreferencesTest, whatCannotBeMeantIsRefused) {
     EXPECT_EQ(grid.text(5, 1), "No") << "shown, and nothing else";
 }
 
+/// A store that takes nothing, as a read-only file.
+class ReadOnlyPlatform : public test::MemoryPlatform {
+    struct : MemorySettings {
+        bool put(std::string_view, std::string_view) override { return false; }
+    } store_;
+
+  public:
+    SettingsStore& settings() override { return store_; }
+};
+
+TEST_F(PreferencesTest, whatCannotBeStoredIsToldAndHolds) {
+    ReadOnlyPlatform readOnly;
+    App other(user, readOnly);
+    startup(other);
+    Frame frame(other);
+    Preferences preferences(other);
+    EXPECT_TRUE(preferences.model().edit(at(PreferenceRow::DataWidth), 1, "17").done);
+    user.willAnswer(Answer::Ok);
+    EXPECT_FALSE(acceptPreferences(frame, preferences));
+    EXPECT_EQ(box(), "Preferences Not Stored: The preferences hold until the program ends, but could not be stored.");
+    EXPECT_EQ(other.settings.format.dataWidth, 17);
+    EXPECT_TRUE(frame.history.lastStays());
+}
+
 TEST_F(PreferencesTest, aSlownessIsFoundUnderEachOfItsNames) {
     for (const Preference& preference : preferenceRows()) {
         const auto found = findPreference(preferenceName(preference, app.settings.units), app.settings);

@@ -16,6 +16,8 @@ TEST_F(Search, commandChecksInOrder) {
               "Nothing to Do!: There is nothing specifed to search for and/or replace. Specify something then click "
               "replace again.");
 
+    EXPECT_EQ(searchLabel(SearchForm::Text), "Search for this Text...");
+    EXPECT_EQ(replaceLabel(SearchForm::Codes), "and replace with ASCII these codes");
     request.search = "wrong";
     user.willType("");
     EXPECT_TRUE(goSearRep(app, request).cancelled) << "the target is asked for before the codes are looked at";

@@ -50,10 +50,26 @@ TEST_F(SessionStore, comesBackAsItWasLeft) {
 }
 
 TEST_F(SessionStore, tellsWhatCannotBeKept) {
-    EXPECT_ANY_THROW(keepSession(app, frame->session, folder.path("none.wsn"))) << "nothing is open";
+    const auto whyNot = [](const auto& act) -> std::string {
+        try {
+            act();
+        } catch (const std::exception& failure) {
+            return failure.what();
+        }
+        return "done";
+    };
+    const auto keep = [&](const std::string& path) { return whyNot([&] { keepSession(app, frame->session, path); }); };
+    EXPECT_EQ(keep(folder.path("none.wsn")), "no file is open in this session");
     ASSERT_TRUE(open("kestrel-7-run1.las"));
-    EXPECT_ANY_THROW(keepSession(app, frame->session, folder.path("absent/one.wsn")));
-    EXPECT_ANY_THROW(restoreKeptSession(app, folder.write("bad.wsn", "no session")));
+    EXPECT_NE(keep(folder.path("absent/one.wsn")).find("absent/one.wsn"), npos);
+    EXPECT_EQ(keep(folder.path("one.wsn")), "done");
+    frame->currentSlot = 2;
+    ASSERT_TRUE(open("kestrel-7-run2.las"));
+    EXPECT_EQ(keep(folder.path("one.wsn")),
+              "File 3 stands behind a free one: a session is kept with its files in a row");
+    EXPECT_NE(folder.read("one.wsn").find("[input 1]"), npos) << "what was kept before stays";
+    const std::string bad = folder.write("bad.wsn", "no session");
+    EXPECT_NE(whyNot([&] { restoreKeptSession(app, bad); }).find(bad), npos);
 }
 
 }  // namespace

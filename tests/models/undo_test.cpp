@@ -70,6 +70,28 @@ TEST_F(Undo, WhatAnEditWritesBesideTheTablesComesBackToo) {
     EXPECT_EQ(outputs(), Texts{"GR"});
 }
 
+TEST_F(Undo, SettingsThatWereChosenHold) {
+    load(0, {"GR"});
+    UndoableModel properties = over(propertiesModel(app, session), SessionGrid::Properties);
+    {
+        const UndoHistory::Step step(history, app, session, "Edit Function of channel 1");
+        app.settings.matrix[4] = 2.66F;
+        session.tables.output(SrdRow::Mnem, 1) = "DPHI";
+    }
+    EXPECT_TRUE(history.undo(app, session));
+    EXPECT_EQ(app.settings.matrix, stockMatrixTable) << "a density that its dialog changed";
+    EXPECT_TRUE(history.redo(app, session));
+    EXPECT_TRUE(properties.edit(at(PrdRow::Null), 1, "-99999").done);
+    app.settings.matrix[4] = 2.7F;
+    app.settings.format.dataWidth = 17;
+    history.settingsHold(app, "The preferences stay");
+    EXPECT_FALSE(history.undo(app, session));
+    EXPECT_TRUE(history.undo(app, session) && history.undo(app, session));
+    EXPECT_EQ(outputs(), Texts{"GR"});
+    EXPECT_EQ(app.settings.matrix[4], 2.7F);
+    EXPECT_EQ(app.settings.format.dataWidth, 17);
+}
+
 TEST_F(Undo, StepsInsideOfAnotherBelongToIt) {
     load(0, {"GR"});
     UndoableModel model = channels();
