@@ -29,6 +29,7 @@ struct OptionRules {
     bool anyCase = false;              ///< of these words
     double least = 0, most = 0;        ///< bounds of a number; none where both are 0
     std::string_view excludes{};       ///< an option that cannot stand beside it
+    bool anyBytes = false;             ///< a place for files of any kind, where others want LAS text
     bool* given = nullptr;             ///< set when the option was named, be it with an empty text
 };
 

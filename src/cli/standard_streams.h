@@ -18,7 +18,7 @@ class StandardStreams {
     void pour();
 
   private:
-    void takeInput(std::string& name);
+    void takeInput(std::string& name, bool anyBytes);
     void takeOutput(std::string& name);
     std::string scratch(const std::string& name);
 

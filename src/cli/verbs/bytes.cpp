@@ -65,7 +65,7 @@ ExitCode performBytes(Console& console, const BytesChoices& choices) {
 
 VerbSyntax declareBytes() {
     const auto choices = std::make_shared<BytesChoices>();
-    return {{{"FILE", &choices->file, "", "A file of any kind", {.required = true}},
+    return {{{"FILE", &choices->file, "", "A file of any kind", {.required = true, .anyBytes = true}},
              {"--page", &choices->page, "N", "Which page of 400 bytes, from 1"},
              {"--codes", &choices->codes, "", "Show the ASCII codes beside the text"},
              {"--find-bad-ends", &choices->findBadEnds, "",

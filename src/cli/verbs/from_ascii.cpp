@@ -112,7 +112,11 @@ ExitCode performFromAscii(Console& console, const FromAsciiChoices& choices) {
 VerbSyntax declareFromAscii() {
     const auto choices = std::make_shared<FromAsciiChoices>();
     return {
-        {{"TABLE", &choices->request.table, "", "A table of columns, the depth first", {.required = true}},
+        {{"TABLE",
+          &choices->request.table,
+          "",
+          "A table of columns, the depth first",
+          {.required = true, .anyBytes = true}},
          {"-o,--output", &choices->request.output, "OUT", "The LAS file to write"},
          {"--dry-run", &choices->dryRun, "", "Print the first rows as they are understood, write nothing"},
          {"--names", &choices->names, "A,B,C", "Mnemonics of the columns; an empty place keeps the table's"},

@@ -25,7 +25,7 @@ ExitCode performReplace(Console& console, ReplaceChoices choices) {
 
 VerbSyntax declareReplace() {
     const auto choices = std::make_shared<ReplaceChoices>();
-    return {{{"FILE", &choices->request.sourcePath, "", "A file of any kind", {.required = true}},
+    return {{{"FILE", &choices->request.sourcePath, "", "A file of any kind", {.required = true, .anyBytes = true}},
              {"-o,--output", &choices->output, "OUT", "The file to write", {.required = true}},
              {"--search",
               &choices->request.search,
