@@ -133,6 +133,41 @@ TEST_F(ChannelsTab, TheBrowseButtonOfAFileRowOpensInItsSlot) {
     EXPECT_EQ(frame.session.slots[2].path, bad);
 }
 
+TEST_F(ChannelsTab, WhatCannotBeOpenedIsToldAndListed) {
+    frame.session.rules = FigureRules::asLaidDown;  // by true figures such line ends are no question
+    const std::string unixEnds = folder.write("unix.las", LasText{}.text());
+    struct Case {
+        std::string path;
+        Answer answer;
+        const char* title;
+    };
+    for (const Case& one :
+         {Case{folder.path(), Answer::Ok, "File Not Loaded"}, Case{unixEnds, Answer::No, "Unix Termination! "}}) {
+        const std::size_t asked = user.asked().size();
+        user.willAnswer(one.answer);
+        EXPECT_FALSE(openInSession(frame, one.path)) << one.path;
+        ASSERT_EQ(user.asked().size(), asked + 1) << "one box alone";
+        EXPECT_EQ(user.asked().back().title, one.title);
+        EXPECT_FALSE(frame.session.loaded(0));
+        EXPECT_EQ(problemsOf(one.path), one.path == unixEnds) << "not one that is not there";
+    }
+    EXPECT_FALSE(frame.history.canUndo()) << "nothing came of it";
+    user.willAnswer(Answer::Yes);
+    EXPECT_TRUE(openInSession(frame, unixEnds));
+    EXPECT_EQ(box(), "Unix Termination! : " + unixEnds + "Unix Termination.  is not usable as is. Repair Now? ");
+    frame.session.rules = FigureRules::trueFigures;
+    const Texts texts = {"", "no LAS\r\n", "~V\r\n~C\r\n~A\r\n", std::string("~V\0~A\r\n", 8)};
+    for (const std::string& text : texts) {
+        const std::string path = folder.write("empty" + std::to_string(text.size()) + ".las", text);
+        makeCurrent(frame, linkRow(1, Link::Mnem), 0);
+        EXPECT_TRUE(openInSession(frame, path)) << "it holds its slot";
+        EXPECT_TRUE(problemsOf(path)) << text;
+        EXPECT_EQ(frame.session.tables.outputs().columns(), 2) << "those of the first file";
+        runChannelCommand(frame, ChannelCommand::DeleteFile);
+        EXPECT_FALSE(problemsOf(path));
+    }
+}
+
 TEST_F(ChannelsTab, AMovedChannelStaysWhatFunctionsRead) {
     dropFiles(frame, {well("a.las", "A. : \nB. : \n")}, -1);
     Table& outputs = frame.session.tables.outputs();

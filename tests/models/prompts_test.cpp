@@ -70,6 +70,17 @@ TEST_F(Prompts, AColumnThatIsTooNarrowForTheStepIsAsked) {
     EXPECT_FALSE(std::filesystem::exists(folder.path("out.las")));
 }
 
+TEST_F(Prompts, AnErrorOfARunIsTold) {
+    ProcessRequest request;
+    request.listingOpen = true;
+    request.runListing = []() -> bool { throw RunTimeFailure("overflow"); };
+    user.willAnswer(Answer::Ok);
+    const ProcessOutcome outcome = process(app, session, request);
+    EXPECT_EQ(box(), ": processMMM error=overflow, #=6");
+    EXPECT_FALSE(outcome.completed);
+    EXPECT_EQ(outcome.refusal, "overflow");
+}
+
 TEST_F(Prompts, EachDialogHasItsTitleAndCancelsByAnEmptyAnswer) {
     Frame frame(app);
     frame.browser.folder = folder.path();

@@ -1,5 +1,6 @@
 #include "models/survey.h"
 
+#include "models/frame.h"
 #include "session/tvd.h"
 #include "support/session_fixture.h"
 
@@ -50,6 +51,21 @@ TEST_F(Survey, TheViewGoesToWhatIsMissing) {
     }
     EXPECT_EQ(box(0).substr(0, 27), "Tie Point Data Incomplete!:");
     EXPECT_EQ(box().substr(0, 63), "TVD Data Table Incomplete!: Incomplete data found at row 4. You");
+}
+
+TEST_F(Survey, OneThatTheBrowserOffersCanBeTakenBack) {
+    Frame frame(app);
+    openArea(frame, WorkArea::Session);
+    frame.tab = SessionTab::Survey;
+    frame.browser.folder = folder.path();
+    folder.write("s.txt", "1 2 3 4\n");
+    frame.browser.selected = {"s.txt"};
+    selectionChanged(frame);
+    const Table& trd = frame.session.tables.trd;
+    EXPECT_EQ(trd.text(TrdRow::Tie, TrdColumn::Md), "1");
+    EXPECT_EQ(frame.history.undoText(), "Open TVD File");
+    EXPECT_TRUE(frame.history.undo(app, frame.session));
+    EXPECT_EQ(trd.text(TrdRow::Tie, TrdColumn::Md), "0.00");
 }
 
 TEST_F(Survey, ABlockIsTakenWholeOrNotAtAll) {

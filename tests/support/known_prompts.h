@@ -17,6 +17,7 @@ struct KnownPrompt {
 inline constexpr KnownPrompt knownPrompts[] = {
     {"", "Error in doitmastnew was , #=0", Buttons::Ok, Icon::None},
     {"", "Error in startup was *err =*", Buttons::Ok, Icon::None},
+    {"", "processMMM error=*, #=*", Buttons::Ok, Icon::None},
     {"",
      "LAS found to have a common Plexmore error (XWELL/YWELL/~Curve all on same line). Do you want to repair it now?",
      Buttons::YesNo, Icon::Question},
