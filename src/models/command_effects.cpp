@@ -140,7 +140,9 @@ void viewLog(Frame& frame) {
 }
 
 void addChannel(Frame& frame) {
-    frame.currentChannel = AddChannel(frame.session, frame.currentChannel);
+    // Undo and other files take columns away under the current one.
+    const int last = frame.session.tables.outputs().columns() - 1;
+    frame.currentChannel = AddChannel(frame.session, std::min(frame.currentChannel, last));
 }
 
 void deleteChannel(Frame& frame) {

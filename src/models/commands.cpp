@@ -71,7 +71,8 @@ bool hasLog(const Frame& frame) {
 }
 
 bool canDeleteChannel(const Frame& frame) {
-    return channelsIdle(frame) && frame.currentChannel > 0;
+    return channelsIdle(frame) && frame.currentChannel > 0 &&
+           frame.currentChannel < frame.session.tables.outputs().columns();
 }
 
 template <auto action>

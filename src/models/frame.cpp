@@ -58,6 +58,9 @@ void emptyArea(Frame& frame, WorkArea area) {
         frame.session = Session();
         frame.session.rules = FigureRules::trueFigures;
         frame.grd = GenericTable();
+        frame.headerFile.clear();
+        frame.headerText.clear();
+        frame.tablePath.clear();
         frame.history.clear();
     }
     if (area == WorkArea::Tools) frame.bytes = ByteViewState();

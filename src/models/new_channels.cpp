@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "functions/functions.h"
+#include "models/cell_texts.h"
 #include "session/matching.h"
 #include "session/properties.h"
 #include "session/session_setup.h"
@@ -29,6 +30,12 @@ std::string joinedOthers(const std::vector<std::string>& members, std::string_vi
     for (const std::string& member : members)
         if (!sameText(member, trim(self))) others.push_back(member);
     return join(others, "|");
+}
+
+void needHeaderCell(const CellEdit& edit) {
+    if (edit.row == SrdRow::Mnem) return needMnem(edit.text);
+    if (edit.row == SrdRow::Unit || edit.row == SrdRow::InputUnit) return needUnit(edit.text);
+    needOneLine(edit.text);
 }
 
 void editFunction(App& app, Session& session, const CellEdit& edit, const FunctionChooser& chooseFunction) {
@@ -79,6 +86,7 @@ void editNewChannel(App& app, Session& session, const CellEdit& edit, const Func
         throw RunTimeFailure("subscript out of range");
     SessionCell& cell = session.tables.outputs().cell(edit.row, edit.column);
     if (isHeaderRow(edit.row)) {
+        needHeaderCell(edit);
         // The first value is the one that comes back when a function is taken away.
         if (cell.data.empty()) cell.data = cell.text;
         cell.text = edit.text;
@@ -96,6 +104,7 @@ void editNewChannel(App& app, Session& session, const CellEdit& edit, const Func
         linkChannel(session, slotOfRow(edit.row), edit.comboIndex, edit.column, FigureRules::asLaidDown);
         return;
     }
+    if (session.rules == FigureRules::trueFigures) needNumberOrBlank(edit.text);
     cell.text = edit.text;
     recalculateUse(session, false);
 }

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "models/cell_texts.h"
 #include "session/properties.h"
 #include "session/property_edits.h"
 #include "session/step_text.h"
@@ -38,6 +39,7 @@ std::string propertyList(const Session& session, TableIndex row, TableIndex colu
 }
 
 void editProperty(App& app, Session& session, const CellEdit& edit) {
+    needProperty(session, static_cast<PrdRow>(edit.row), static_cast<PrdColumn>(edit.column), edit.text);
     if (!setProperty(app, session, static_cast<PrdRow>(edit.row), static_cast<PrdColumn>(edit.column), edit.text,
                      edit.comboIndex))
         app.user.ask(zeroStepPrompt());

@@ -4,6 +4,7 @@
 
 #include "listing/listing_options.h"
 #include "listing/price.h"
+#include "models/cell_texts.h"
 #include "models/listing_window.h"
 #include "models/property_rules.h"
 #include "models/section_rules.h"
@@ -74,7 +75,9 @@ CellTableModel sectionsModel(App& app, Session& session) {
         return column > 0 && row == OrdRow::Name ? sectionList(session, column) : std::string();
     };
     rules.edit = [&](const CellEdit& edit) {
-        if (edit.row == OrdRow::Name) session.tables.ord.text(edit.row, edit.column) = edit.text;
+        if (edit.row != OrdRow::Name) return;
+        needSectionName(session, edit.column, edit.text);
+        session.tables.ord.text(edit.row, edit.column) = edit.text;
     };
     rules.check = [&](TableIndex row, TableIndex column, bool on) { checkSection(app, session, row, column, on); };
     return {session.tables.ord, std::move(rules)};
@@ -107,7 +110,15 @@ CellTableModel fieldsModel(Table& table) {
     rules.mayEdit = [](TableIndex row, TableIndex column) {
         return row > 0 && column != FieldColumn::Dot && column != FieldColumn::Colon;
     };
-    rules.edit = [&](const CellEdit& edit) { table.text(edit.row, edit.column) = edit.text; };
+    rules.edit = [&](const CellEdit& edit) {
+        if (edit.column == FieldColumn::Mnem)
+            needMnem(edit.text);
+        else if (edit.column == FieldColumn::Unit)
+            needUnit(edit.text);
+        else
+            needOneLine(edit.text);
+        table.text(edit.row, edit.column) = edit.text;
+    };
     return {table, std::move(rules)};
 }
 

@@ -16,10 +16,21 @@ namespace welvane {
 
 namespace {
 
+/// The unit that the Sample Rate counts in. By true figures it is the inputs', as that of all depths of the table: the
+/// pass carries what it makes into the output's.
+std::string rateUnit(const Session& session) {
+    if (session.rules == FigureRules::trueFigures)
+        for (int slot = 0; slot < slotCount; ++slot)
+            if (session.loaded(slot))
+                return std::string(
+                    textOf(beginsWith(session.slots[slot].depthUnit, "M") ? DepthUnit::M : DepthUnit::F));
+    return session.tables.setting(PrdRow::DepthUnits);
+}
+
 /// Of a list item only the number for the depth unit stays. False for a step of zero, whose cell is emptied.
 bool editSampleRate(Session& session) {
     std::string& text = session.tables.setting(PrdRow::SampleRate);
-    const std::string& unit = session.tables.setting(PrdRow::DepthUnits);
+    const std::string unit = rateUnit(session);
     if (stepNumber(text, unit) == 0) {
         text.clear();
         return false;
@@ -35,7 +46,7 @@ double feetOrMetres(std::string_view unit) {
     return decode<DepthUnit>(unit) == DepthUnit::M ? static_cast<double>(metresPerFoot) : 1.0;
 }
 
-/// The Sample Rate keeps its length under a new depth unit.
+/// The Sample Rate keeps its length under a new depth unit. By true figures it stays as it is.
 void editDepthUnits(App& app, Session& session) {
     SessionTables& tables = session.tables;
     std::string& old = tables.prd.data(PrdRow::DepthUnits, PrdColumn::Setting);
@@ -44,7 +55,8 @@ void editDepthUnits(App& app, Session& session) {
     const double ratio = known ? unitFactor(app.reference, unit) / unitFactor(app.reference, old)
                                : feetOrMetres(unit) / feetOrMetres(old);
     std::string& rate = tables.setting(PrdRow::SampleRate);
-    if (!trim(rate).empty()) rate = formatMask(stepNumber(rate, old) * ratio, 4);
+    if (!trim(rate).empty() && session.rules == FigureRules::asLaidDown)
+        rate = formatMask(stepNumber(rate, old) * ratio, 4);
     old = unit;
 }
 

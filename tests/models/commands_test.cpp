@@ -136,6 +136,12 @@ TEST_F(Commands, undoSaysWhatItTakesBackAndWhatStays) {
     perform(frame, "ID_Undo");
     EXPECT_EQ(frame.session.tables.outputs().columns(), 2);
     EXPECT_EQ(tip("ID_Redo"), "Makes again: Add Channel");
+    perform(frame, "ID_Redo");
+    frame.currentChannel = 2;
+    perform(frame, "ID_Undo");
+    EXPECT_FALSE(enabled("ID_DeleteChannel")) << "the current channel is gone";
+    EXPECT_EQ(perform(frame, "ID_AddChannel"), CommandOutcome::Done);
+    EXPECT_EQ(frame.currentChannel, 2);
 }
 
 TEST_F(Commands, togglesAreKept) {

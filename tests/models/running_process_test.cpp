@@ -5,6 +5,7 @@
 
 #include "app/startup.h"
 #include "models/commands.h"
+#include "models/table_models.h"
 #include "support/session_fixture.h"
 
 namespace welvane::test {
@@ -56,6 +57,18 @@ TEST_F(Running, theCommandRunsTheSessionBesideTheWindow) {
     EXPECT_TRUE(frame.session.loaded(0));
     EXPECT_EQ(frame.history.undoText(), "What a run wrote stays: new.las");
     EXPECT_TRUE(frame.history.lastStays());
+}
+
+TEST_F(Running, anotherDepthUnitKeepsEverySample) {
+    openSessionOn("a.las");
+    EXPECT_TRUE(propertiesModel(app, frame.session).edit(at(PrdRow::DepthUnits), 1, "F").done);
+    user.willType(folder.path("out/feet.las"));
+    ASSERT_TRUE(run.start("*.las"));
+    EXPECT_TRUE(waitForEnd().completed);
+    const std::string written = TempFolder::readFile(folder.path("out/feet.las"));
+    for (const char* line : {"3280.83990", "3282.48031", "3284.12073"})
+        EXPECT_NE(written.find(line), npos) << line << "\n" << written;
+    EXPECT_EQ(frame.history.steps(), 1U) << "what stays alone: a run changes nothing of the session";
 }
 
 TEST_F(Running, aPassThatStopsShowsTheProperties) {

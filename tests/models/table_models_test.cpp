@@ -95,6 +95,55 @@ TEST_F(TableModels, SectionsAndFieldsAndRuns) {
     EXPECT_EQ(runs.text(1, at(VrdColumn::Run)), "") << "the user declined";
 }
 
+TEST_F(TableModels, WhatWouldBreakTheFileIsRefused) {
+    session.rules = FigureRules::trueFigures;
+    load(0, {"GR"});
+    CellTableModel channels = newChannelsModel(app, session, {}), properties = propertiesModel(app, session),
+                   sections = sectionsModel(app, session), well = fieldsModel(session.tables.wrd);
+    const int value = at(FieldColumn::Value), unit = at(FieldColumn::Unit), set = at(PrdColumn::Setting);
+    struct Case {
+        TableModel& table;
+        std::int64_t row;
+        int column;
+        const char *text, *why;
+    };
+    const Case cases[] = {{channels, at(SrdRow::Mnem), 1, "~GR", "\"~GR\" would begin a section or a comment"},
+                          {channels, at(SrdRow::Mnem), 1, "G.R", "a mnemonic holds no dot and no colon: \"G.R\""},
+                          {channels, at(SrdRow::Unit), 1, "G API", "a unit holds no blank: \"G API\""},
+                          {channels, at(SrdRow::Description), 1, "one\r\ntwo", "a field is one line"},
+                          {channels, linkRow(0, Link::From), 1, "top", "\"top\" is not a number"},
+                          {channels, linkRow(0, Link::From), 1, "", ""},
+                          {well, 1, value, "X\nY", "a field is one line"},
+                          {well, 1, at(FieldColumn::Mnem), "#WELL", "\"#WELL\" would begin a section or a comment"},
+                          {well, 1, unit, "deg c", "a unit holds no blank: \"deg c\""},
+                          {well, 1, value, "12:30 | [x]", ""},
+                          {sections, at(OrdRow::Name), 6, "", "the section of the data is called ~A"},
+                          {sections, at(OrdRow::Name), 6, "~ascii", ""},
+                          {sections, at(OrdRow::Name), 4, "Tops", "the name of a section begins with ~ and a letter"},
+                          {sections, at(OrdRow::Name), 4, "", ""},
+                          {properties, at(PrdRow::From), set, "top", "\"top\" is no depth"},
+                          {properties, at(PrdRow::From), set, ">=1000.5", ""},
+                          {properties, at(PrdRow::To), set, "", ""},
+                          {properties, at(PrdRow::Null), set, "none", "\"none\" is not a number"},
+                          {properties, at(PrdRow::Null), set, "-9999", ""},
+                          {properties, at(PrdRow::Wrap), set, "perhaps", "\"perhaps\" is none of No, Yes"},
+                          {properties, at(PrdRow::Wrap), set, "yes", ""},
+                          {properties, at(PrdRow::DepthUnits), set, "KM", "\"KM\" is none of F, M, FT"},
+                          {properties, at(PrdRow::DivideFile), set, "by depth", ""},
+                          {properties, at(PrdRow::DivideFile), at(PrdColumn::Option), "ten", "\"ten\" is not a number"},
+                          {properties, at(PrdRow::DivideFile), at(PrdColumn::Option), "10", ""}};
+    for (const Case& one : cases) {
+        const std::string before = one.table.text(one.row, one.column);
+        const EditOutcome outcome = one.table.edit(one.row, one.column, one.text);
+        EXPECT_EQ(outcome.why, one.why) << one.text;
+        EXPECT_EQ(outcome.done, *one.why == '\0') << one.text;
+        EXPECT_EQ(one.table.text(one.row, one.column), outcome.done ? one.text : before);
+    }
+    session.rules = FigureRules::asLaidDown;
+    EXPECT_TRUE(properties.edit(at(PrdRow::Wrap), set, "perhaps").done) << "as typed";
+    EXPECT_TRUE(channels.edit(linkRow(0, Link::From), 1, "top").done);
+}
+
 TEST_F(TableModels, SurveysAndPricesFollowUp) {
     CellTableModel survey = surveyModel(session);
     EXPECT_FALSE(edited(survey, at(TrdRow::Unit), 1, "M"));

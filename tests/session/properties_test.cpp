@@ -105,6 +105,16 @@ TEST_F(PropertyEdits, ANewDepthUnitKeepsTheStepsLength) {
     EXPECT_EQ(session.tables.prd.data(PrdRow::DepthUnits, 1), "F");
 }
 
+TEST_F(PropertyEdits, ByTrueFiguresTheSampleRateCountsInTheInputsUnit) {
+    session.rules = FigureRules::trueFigures;
+    load(0, {"GR"});
+    const std::string rate = setting(PrdRow::SampleRate);
+    setProperty(app, session, PrdRow::DepthUnits, PrdColumn::Setting, "F");
+    EXPECT_EQ(setting(PrdRow::SampleRate), rate) << "the pass carries it over";
+    setProperty(app, session, PrdRow::SampleRate, PrdColumn::Setting, "\" 0.5    f ( 0.1524 m)");
+    EXPECT_EQ(setting(PrdRow::SampleRate), "0.1524");
+}
+
 TEST_F(PropertyEdits, LimitsByMinMaxAndFit) {
     load(0, {"GR"});
     struct Case {
