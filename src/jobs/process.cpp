@@ -36,6 +36,8 @@ RunRequest windowRun(App& app, Session& session, const ProcessRequest& request) 
     run.outputMode = OutputFile::Mode::Beside;
     run.wholeInputs = !session.loose;
     run.rules = session.rules;
+    // As laid down it is applied once more, over what was edited since.
+    run.filterApplied = session.rules == FigureRules::trueFigures && session.filterApplied;
     run.browser = request.browserOpen ? &request.selection : nullptr;
     run.reopenSession = [&app, &session] { reopenSlots(app, session, session.rules); };
     run.afterProcess = [&app](const std::string& path) { afterProcess(app, path); };

@@ -164,13 +164,20 @@ Input openForPass(Workbench& bench, const std::string& file, const PassRequest& 
 
 namespace {
 
+RunRequest settledRun(const Workbench& bench, const Session& session, const SettledRequest& settled) {
+    RunRequest run = jobRun(bench, settled.request.pass);
+    run.wrapSettled = marksOf(settled).wrapSettled;
+    // A window may have kept a session with a filter that its run would have applied.
+    run.filterApplied = session.filterApplied || !session.tables.filterInUse();
+    return run;
+}
+
 RunFilesReport performRun(Workbench& bench, Session& session, const std::vector<Input>& inputs,
                           const SettledRequest& settled) {
     const RunFilesRequest& request = settled.request;
     App& app = bench.app();
     RunFilesReport report;
-    RunRequest run = jobRun(bench, request.pass);
-    run.wrapSettled = marksOf(settled).wrapSettled;
+    const RunRequest run = settledRun(bench, session, settled);
     RunOutcome outcome;
     {
         const WorkInHand work(bench.user(), {.bytes = bytesOf(inputs)});
@@ -217,8 +224,7 @@ PlotInput sampleRun(Workbench& bench, const RunFilesRequest& given) {
     const std::vector<Input> inputs = openInputs(bench, request);
     Session session;
     prepare(bench, session, inputs, settled);
-    RunRequest run = jobRun(bench, request.pass);
-    run.wrapSettled = marksOf(settled).wrapSettled;
+    const RunRequest run = settledRun(bench, session, settled);
     std::vector<std::string> names;
     for (const std::string& file : request.files) names.push_back(fileNameOf(file));
     const WorkInHand work(bench.user(), {.bytes = bytesOf(inputs)});

@@ -70,6 +70,7 @@ SharedLogs readOutputLogs(App& app, Session& session) {
         RunRequest run;
         run.wholeInputs = !session.loose;
         run.rules = session.rules;
+        run.filterApplied = session.rules == FigureRules::trueFigures && session.filterApplied;
         logs.inputs.push_back(previewOutput(bench, session, run, "New file"));
     });
 }

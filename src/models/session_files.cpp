@@ -18,6 +18,7 @@ constexpr std::string_view applyText = "Are you sure you want to apply this filt
 }  // namespace
 
 void takeFilterFile(App& app, Session& session, const std::string& path) {
+    if (path != session.filterFile) session.filterApplied = false;
     session.filterFile = path;
     session.tables.frd.text(1, FrdColumn::Path) = path;
     if (path.empty()) session.tables.frd.setCheck(1, FrdColumn::Apply, Check::Unchecked);

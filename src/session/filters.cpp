@@ -306,6 +306,7 @@ FilterReport openFilter(App& app, Session& session, FigureRules rules) {
             throw;
         }
         session = std::move(next);
+        session.filterApplied = true;
         report.applied = true;
     } catch (const FileFailure& failure) {
         report.unreadable = true;

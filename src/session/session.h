@@ -43,6 +43,7 @@ struct Session {
     SessionTables tables;
     InclinometryTable inclinometry;
     std::string filterFile;            ///< path of the filter last named
+    bool filterApplied = false;        ///< the tables stand as it made them, with what was edited since
     std::string tvdFile;               ///< path of the survey last named
     FormatDefaults userFormat;         ///< the six format values as the user has them, behind the choice "User"
     bool available = false;            ///< a run can be started (allowStuff)

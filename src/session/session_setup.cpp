@@ -214,6 +214,7 @@ void fillColDefaults(Session& session, int column) {
 void fillNewGrid(Session& session) {
     SessionTables& tables = session.tables;
     Table& target = tables.outputs();
+    session.filterApplied = false;
     target.clear();
     target.resize(srdRowCount, tables.srd[0].columns());
     labelNewChannels(session);
