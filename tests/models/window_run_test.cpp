@@ -2,6 +2,7 @@
 #include "jobs/process.h"
 #include "jobs/run.h"
 #include "models/channels_tab.h"
+#include "models/coverage.h"
 #include "models/session_files.h"
 #include "models/session_store.h"
 #include "models/survey.h"
@@ -163,6 +164,37 @@ const Deed deeds[] = {
      },
      [](PassRequest& p) {
          p.select = {"GR", "SP"};
+     }},
+    {"wrapped",
+     [](Frame& f) {
+         set(f, PrdRow::Wrap, "Yes");
+         // The lines have room, so each run asks but the verb's, whose option has said so.
+         for (int run = 0; run < 3; ++run) static_cast<ScriptedInterface&>(f.app.user).willAnswer(Answer::Yes);
+     },
+     [](PassRequest& p) { p.wrap = Wrap::Yes; }},
+    {"columnWidth",
+     [](Frame& f) {
+         set(f, PrdRow::ParsingOptions, "Column width of:");
+         set(f, PrdRow::ParsingOptions, "13", PrdColumn::Option);
+     },
+     [](PassRequest& p) { p.columnWidth = GivenNumber(13); }},
+    {"duplicates",
+     [](Frame& f) {
+         check(f, PrdRow::RenameDuplicates, false);
+         EXPECT_TRUE(newChannelsModel(f.app, f.session, {}).edit(at(SrdRow::Mnem), 2, "GR").done);
+     },
+     [](PassRequest& p) {
+         p.renameDuplicates = false;
+         p.curves = {"GR.GAPI 30 310 01 00 : GAMMA RAY | GR", "GR.IN 70 280 01 00 : CALIPER | CALI"};
+     }},
+    {"spliceDepths",
+     [](Frame& f) {
+         CoverageTab tab(f.session);
+         tab.type(0, "1010"), tab.type(1, "1160.02");
+         tab.apply(0);
+     },
+     [](PassRequest& p) {
+         p.applyDepths = {{0, {GivenNumber(1010), GivenNumber(1160.02)}}};
      }},
     {"filterAtTheRun",
      [](Frame& f) {
