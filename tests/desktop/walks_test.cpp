@@ -15,6 +15,7 @@
 #include "desktop/grid_view.h"
 #include "desktop/session_view.h"
 #include "models/commands.h"
+#include "support/known_prompts.h"
 #include "window_fixture.h"
 
 namespace welvane::test {
@@ -179,31 +180,42 @@ TEST_F(Window, togglesAreStoredWhenTheyAreGiven) {
     }
 }
 
-// Every kind of box, its texts read back as they were given, and each of its answers by a key.
-TEST_F(Window, boxesSayWhatTheyAreGivenAndAnswerByKeys) {
-    const struct {
-        Buttons buttons;
-        Icon icon;
-        QMessageBox::Icon shownIcon;
-        Answer escaped;
-        int count;
-    } kinds[] = {{Buttons::Ok, Icon::Information, QMessageBox::Information, Answer::Ok, 1},
-                 {Buttons::OkCancel, Icon::Warning, QMessageBox::Warning, Answer::Cancel, 2},
-                 {Buttons::YesNo, Icon::Stop, QMessageBox::Critical, Answer::No, 2},
-                 {Buttons::YesNo, Icon::Question, QMessageBox::Question, Answer::No, 2}};
-    for (const auto& kind : kinds) {
+QMessageBox::Icon shownIcon(Icon icon) {
+    switch (icon) {
+        case Icon::Information:
+            return QMessageBox::Information;
+        case Icon::Question:
+            return QMessageBox::Question;
+        case Icon::Warning:
+            return QMessageBox::Warning;
+        case Icon::Stop:
+            return QMessageBox::Critical;
+        default:
+            return QMessageBox::NoIcon;
+    }
+}
+
+// Every box of the program, read back word for word; Enter and Escape are the safe answer.
+TEST_F(Window, everyBoxSaysWhatItIsGiven) {
+    for (const KnownPrompt& known : knownPrompts) {
+        SCOPED_TRACE(std::string(known.title) + ": " + std::string(known.text));
+        Prompt prompt{std::string(known.title), std::string(known.text), known.buttons, known.icon};
+        for (std::size_t star = 0; (star = prompt.text.find('*', star)) != std::string::npos; star += 16)
+            prompt.text.replace(star, 1, "/a <b>/&c.las \"");
+        const int buttons = known.buttons == Buttons::Ok ? 1 : 2;
         for (const auto pressed : {Qt::Key_Escape, Qt::Key_Return}) {
             whenShown<QMessageBox>([&](QMessageBox& box) {
-                EXPECT_EQ(box.windowTitle().toStdString(), "Please & <Confirm>");
-                EXPECT_EQ(box.text().toStdString(), "a < b & \"c\"\r\n?  ");
-                EXPECT_EQ(box.textFormat(), Qt::PlainText);
-                EXPECT_EQ(box.icon(), kind.shownIcon);
-                EXPECT_EQ(box.buttons().size(), kind.count);
+                EXPECT_EQ(box.windowTitle().toStdString(), prompt.title);
+                EXPECT_EQ(box.text().toStdString(), prompt.text);
+                const auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
+                ASSERT_NE(label, nullptr);
+                EXPECT_EQ(label->textFormat(), Qt::PlainText) << "a path may hold what looks like a mark";
+                EXPECT_EQ(label->text().toStdString(), prompt.text);
+                EXPECT_EQ(box.icon(), shownIcon(prompt.icon));
+                EXPECT_EQ(box.buttons().size(), buttons);
                 QTest::keyClick(&box, pressed);
             });
-            EXPECT_EQ(boxes.ask({"Please & <Confirm>", "a < b & \"c\"\r\n?  ", kind.buttons, kind.icon, Answer::Yes}),
-                      kind.escaped)
-                << "Enter and Escape are the safe answer";
+            EXPECT_EQ(boxes.ask(prompt), prompt.safe());
         }
     }
 }

@@ -11,7 +11,8 @@ namespace welvane::test {
 
 namespace fs = std::filesystem;
 
-Window::Window() : app(boxes, platform) {
+Window::Window(const std::string& home) : app(boxes, platform) {
+    for (StockPlatform* const one : {&platform, &jobPlatform, &previewPlatform}) one->home = home;
     // A picture shows the name of the folder, which is to be one that says something.
     const bool pictures = !qEnvironmentVariableIsEmpty("WELVANE_PICTURES");
     const std::string wells = pictures ? fs::temp_directory_path().string() + "/wells/" : folder.path();
@@ -23,6 +24,10 @@ Window::Window() : app(boxes, platform) {
     platform.settings().put("editafter", "0");
     platform.settings().put("certafter", "0");
     EXPECT_TRUE(loadProcess(app));
+    openWindow();
+}
+
+void Window::openWindow() {
     window = std::make_unique<MainWindow>(app, jobPlatform, previewPlatform);
     boxes.setParent(window.get());
     window->resize(1024, 700);

@@ -26,7 +26,9 @@ constexpr int patience = 10000;
 /// The program's reference files over settings in memory.
 class StockPlatform : public MemoryPlatform {
   public:
-    std::string programFolder() const override { return WELVANE_SOURCE_DIR "/data/"; }
+    std::string programFolder() const override { return home; }
+
+    std::string home = WELVANE_SOURCE_DIR "/data/";
 };
 
 /// Calls `act` with the next dialog of its kind that stands, from within the dialog's own loop.
@@ -62,7 +64,10 @@ void typeInto(GridView& grid, int row, int column, const QString& text);
 /// A main window over the two wells of an example in a folder of its own.
 class Window : public ::testing::Test {
   protected:
-    Window();
+    /// `home` is the folder of the reference files; one of the test's own where it may write into it.
+    explicit Window(const std::string& home = WELVANE_SOURCE_DIR "/data/");
+    /// A window over the same settings, as a next start has it.
+    void openWindow();
     template <class Widget>
     Widget& part(const char* name) {
         for (QWidget* const top : QApplication::topLevelWidgets()) {
