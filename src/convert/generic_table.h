@@ -73,7 +73,10 @@ class GenericTable {
     const Column& head(int column) const;
     Column& head(int column);
     RowPlace place(std::int64_t row) const;
-    std::string_view bytes() const { return file_ ? file_->bytes() : std::string_view(*text_); }
+    /// Nothing in a table that was moved away.
+    std::string_view bytes() const {
+        return file_ ? file_->bytes() : text_ ? std::string_view(*text_) : std::string_view();
+    }
     const std::string* edited(RowPlace place, std::size_t source) const;
     void appendColumn(std::size_t source);
 

@@ -86,6 +86,10 @@ QVariant GridModel::data(const QModelIndex& cell, int role) const {
 QVariant GridModel::headerData(int section, Qt::Orientation direction, int role) const {
     if (role != Qt::DisplayRole) return {};
     const bool across = direction == Qt::Horizontal;
+    // A table may have shrunk since the view was told of its size.
+    const bool there = across ? tableColumn(section) < table_->columns() && table_->headRows() <= table_->rows()
+                              : tableRow(section) < table_->rows() && table_->headColumns() <= table_->columns();
+    if (!there) return {};
     const int heads = across ? table_->headRows() : table_->headColumns();
     QString text;
     for (int head = 0; head < heads; ++head) {

@@ -1,6 +1,6 @@
 #include "desktop/job_watch.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QPointer>
 #include <QProgressDialog>
 #include <memory>
@@ -24,6 +24,24 @@ JobWatch::JobWatch(Frame& frame, Platform& platform, QWidget& window)
 
 JobWatch::~JobWatch() = default;
 
+/// Until its dialog stands, a job has nothing that keeps a person from changing what it works on.
+bool JobWatch::eventFilter(QObject* watched, QEvent* event) {
+    if (watched_ == nullptr || !watched->isWidgetType() || QApplication::activeModalWidget() != nullptr) return false;
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::KeyPress:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::ContextMenu:
+        case QEvent::Wheel:
+        case QEvent::Drop:
+            return true;
+        default:
+            return false;
+    }
+}
+
 void JobWatch::watch(BackgroundJob& job, std::function<void()> done) {
     watched_ = &job;
     done_ = std::move(done);
@@ -35,6 +53,7 @@ void JobWatch::watch(BackgroundJob& job, std::function<void()> done) {
     dialog_->setAutoClose(false);
     dialog_->setAutoReset(false);
     dialog_->setMinimumDuration(quietMs);
+    qApp->installEventFilter(this);
     // The dialog stays until the job has ended, whatever its button is told.
     disconnect(dialog_, SIGNAL(canceled()), dialog_, SLOT(cancel()));
     connect(dialog_, &QProgressDialog::canceled, this, [this] { askCancel(); });
@@ -95,6 +114,7 @@ void JobWatch::follow() {
 
 void JobWatch::end() {
     timer_.stop();
+    qApp->removeEventFilter(this);
     dialog_->deleteLater();
     dialog_ = nullptr;
     watched_ = nullptr;

@@ -33,6 +33,9 @@ class JobWatch : public QObject {
     /// How long the job has been at work, and how long it will be by what is done of it.
     static QString timesText(double seconds, int percent);
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void follow();
     void answer(const Question& question);

@@ -123,6 +123,14 @@ TEST_F(Grd, editsStayWithTheirCells) {
     EXPECT_EQ(grd.name(1), "LITH");
 }
 
+TEST_F(Grd, oneThatWasMovedAwayIsEmpty) {
+    load("1 A\n2 b\n");
+    const GenericTable taken = std::move(grd);
+    grd.sortDepth();  // NOLINT(bugprone-use-after-move): a run has the rows while it works on them
+    EXPECT_EQ(grd.dataRows(), 0);
+    EXPECT_EQ(taken.dataRows(), 2);
+}
+
 TEST_F(Grd, setUpRaisesTheSizeAndNeverLowersIt) {
     grd.setUp(6, 3, "F");
     EXPECT_EQ(grd.rows(), 6);

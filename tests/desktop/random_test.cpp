@@ -70,7 +70,7 @@ class Gestures : protected OwnHome, public Window {
                 return loop_.quit();
         }
         --left_;
-        QTimer::singleShot(0, qApp, [this] { step(); });
+        QTimer::singleShot(1, qApp, [this] { step(); });
         if (left_ % 250 == 0) putWellsBack();
         QElapsedTimer time;
         time.start();

@@ -64,6 +64,9 @@ TEST_F(SessionWindow, cellsTravelByTheClipboard) {
     clickCell(channels(), 0, 0);
     key(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(channels().model()->index(0, 1).data().toString(), "TWO");
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(channels().model()->index(0, 0).data().toString(), "GR") << "a block is one step";
+    EXPECT_EQ(channels().model()->index(0, 1).data().toString(), "CALI");
 }
 
 TEST_F(SessionWindow, aFunctionIsChosenInItsDialog) {
