@@ -198,13 +198,12 @@ class Gestures : protected OwnHome, public Window {
     }
     void keyOn(QWidget& part) {
         static const std::vector<Qt::Key> moves = {
-            Qt::Key_Tab,    Qt::Key_Tab,    Qt::Key_Return, Qt::Key_Escape, Qt::Key_F2,   Qt::Key_F4,
-            Qt::Key_F6,     Qt::Key_Down,   Qt::Key_Up,     Qt::Key_Left,   Qt::Key_Right, Qt::Key_Home,
-            Qt::Key_End,    Qt::Key_Delete, Qt::Key_Space,  Qt::Key_Backspace, Qt::Key_PageDown, Qt::Key_Menu};
-        static const std::vector<Qt::Key> commands = {Qt::Key_Z,   Qt::Key_Z,      Qt::Key_Y,      Qt::Key_C,
-                                                      Qt::Key_V,   Qt::Key_X,      Qt::Key_A,      Qt::Key_J,
-                                                      Qt::Key_M,   Qt::Key_F,      Qt::Key_G,      Qt::Key_O,
-                                                      Qt::Key_Tab, Qt::Key_Insert, Qt::Key_Delete, Qt::Key_P};
+            Qt::Key_Tab, Qt::Key_Tab,    Qt::Key_Return, Qt::Key_Escape,    Qt::Key_F2,       Qt::Key_F4,
+            Qt::Key_F6,  Qt::Key_Down,   Qt::Key_Up,     Qt::Key_Left,      Qt::Key_Right,    Qt::Key_Home,
+            Qt::Key_End, Qt::Key_Delete, Qt::Key_Space,  Qt::Key_Backspace, Qt::Key_PageDown, Qt::Key_Menu};
+        static const std::vector<Qt::Key> commands = {
+            Qt::Key_Z, Qt::Key_Z, Qt::Key_Y, Qt::Key_C, Qt::Key_V,   Qt::Key_X,      Qt::Key_A,      Qt::Key_J,
+            Qt::Key_M, Qt::Key_F, Qt::Key_G, Qt::Key_O, Qt::Key_Tab, Qt::Key_Insert, Qt::Key_Delete, Qt::Key_P};
         static const QString letters = "abGR0123456789.,-+:|\"; <>&";
         switch (below(8)) {
             case 0:
@@ -238,8 +237,8 @@ class Gestures : protected OwnHome, public Window {
         say("answer", dialog);
         auto* const name = dialog.findChild<QLineEdit*>("fileNameEdit");
         if (name == nullptr || below(3) == 0) return key(dialog, Qt::Key_Escape, Qt::NoModifier);
-        static const std::vector<std::string> names = {"kestrel-7-run1.las", "kestrel-7-run2.las", "new.las",
-                                                       "session.wsn", "picture.png", "nothing", "out"};
+        static const std::vector<std::string> names = {
+            "kestrel-7-run1.las", "kestrel-7-run2.las", "new.las", "session.wsn", "picture.png", "nothing", "out"};
         const bool wantsFolder = dialog.fileMode() == QFileDialog::Directory;
         name->setText(QString::fromStdString(wantsFolder ? folder.path() : folder.path(oneOf(names))));
         QTest::keyClick(name, Qt::Key_Return);
