@@ -2,7 +2,7 @@
 PREFIX ?= /usr/local
 DESTDIR ?=
 
-.PHONY: build desktop desktop-demo demo test sanitize fuzz bench lint format install clean
+.PHONY: build desktop desktop-demo python demo test sanitize fuzz bench lint format install clean
 
 build:
 	scripts/setup
@@ -18,6 +18,11 @@ desktop:
 # The same, opened on the two runs of an example well.
 desktop-demo: desktop
 	build/release/welvane-desktop examples/kestrel-7-run1.las examples/kestrel-7-run2.las
+
+# The Python package, in an environment of its own: build/python/venv/bin/python.
+python:
+	scripts/setup python
+	scripts/python
 
 demo:
 	scripts/demo

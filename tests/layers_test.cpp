@@ -24,9 +24,9 @@ namespace fs = std::filesystem;
 
 /// Height of each room; a room includes itself and lower ones. Rooms of equal height stand side by side.
 const std::map<std::string, int, std::less<>> heights = {
-    {"shared", 0},  {"platform", 1}, {"las", 2},     {"reference", 3}, {"functions", 4}, {"session", 5},
-    {"engine", 6},  {"certify", 7},  {"listing", 7}, {"convert", 7},   {"texttools", 7}, {"picture", 7},
-    {"conform", 7}, {"app", 8},      {"jobs", 9},    {"models", 10},   {"cli", 11},      {"desktop", 11}};
+    {"shared", 0},  {"platform", 1}, {"las", 2},     {"reference", 3}, {"functions", 4}, {"session", 5}, {"engine", 6},
+    {"certify", 7}, {"listing", 7},  {"convert", 7}, {"texttools", 7}, {"picture", 7},   {"conform", 7}, {"app", 8},
+    {"jobs", 9},    {"models", 10},  {"cli", 11},    {"desktop", 11},  {"python", 11}};
 
 bool isSystemHeader(std::string_view name) {
     static constexpr std::array<std::string_view, 19> names = {
@@ -46,6 +46,10 @@ bool isWindowLibrary(std::string_view name) {
     return name.size() > 1 && name[0] == 'Q' && name[1] >= 'A' && name[1] <= 'Z';
 }
 
+bool isPythonLibrary(std::string_view name) {
+    return name.starts_with("pybind11/") || name == "Python.h";
+}
+
 /// What opens files: a window leaves that to jobs and models.
 bool opensFiles(std::string_view name) {
     static constexpr std::array<std::string_view, 8> names = {"fstream",   "filesystem", "QFile",       "QDir",
@@ -59,6 +63,7 @@ std::string faultOfInclude(const std::string& shown, const std::string& room, ch
         if (isSystemHeader(name) && !shown.starts_with("src/platform/posix/"))
             return "<" + name + ">: only platform/posix talks to the operating system";
         if (isVerbLibrary(name) && room != "cli") return "<" + name + ">: only cli uses this library";
+        if (isPythonLibrary(name) && room != "python") return "<" + name + ">: only python uses this library";
         if (isWindowLibrary(name) && room != "desktop") return "<" + name + ">: only desktop knows windows";
         if (room == "desktop" && opensFiles(name)) return "<" + name + ">: windows leave files to jobs and models";
         return {};
@@ -211,6 +216,8 @@ TEST(Layers, everyBreachIsSeen) {
          "src/las: a > b > a: these include each other, so none of them stands on its own"},
         {"library of the verbs", "src/app/a.cpp", "#include <nlohmann/json.hpp>\n",
          "src/app/a.cpp:1: <nlohmann/json.hpp>: only cli uses this library"},
+        {"library of the package", "src/jobs/a.cpp", "#include <pybind11/numpy.h>\n",
+         "src/jobs/a.cpp:1: <pybind11/numpy.h>: only python uses this library"},
         {"library in its place", "src/cli/a.cpp", "#include <CLI/CLI.hpp>\n", ""},
         {"window library", "src/app/a.cpp", "#include <QWidget>\n",
          "src/app/a.cpp:1: <QWidget>: only desktop knows windows"},

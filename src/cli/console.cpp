@@ -95,7 +95,9 @@ void Console::say(const Fault& fault) {
 }
 
 std::string faultText(const Fault& fault) {
-    const std::string about = fault.choice.empty() ? shownName(fault.file) : "--" + fault.choice;
+    // Options are small letters, places capitals.
+    const bool isOption = !fault.choice.empty() && fault.choice.front() >= 'a';
+    const std::string about = fault.choice.empty() ? shownName(fault.file) : (isOption ? "--" : "") + fault.choice;
     return (about.empty() ? "" : about + ": ") + fault.reason.text + std::string(remedyText(fault.reason.remedy));
 }
 

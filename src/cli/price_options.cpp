@@ -1,6 +1,6 @@
 #include "cli/price_options.h"
 
-#include "cli/option_text.h"
+#include "jobs/choice_text.h"
 
 namespace welvane {
 

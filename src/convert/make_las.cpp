@@ -431,15 +431,6 @@ void dropUnused(GenericTable& grd) {
     }
 }
 
-/// A text of the table as one word of a header line, "_" in place of each blank and of what would end the word there.
-std::string headerWord(std::string_view text, std::string_view ends) {
-    std::string word(trim(text));
-    for (char& c : word)
-        if (static_cast<unsigned char>(c) <= ' ' || ends.find(c) != npos) c = '_';
-    if (word.starts_with('#') || word.starts_with('~')) word.front() = '_';
-    return word;
-}
-
 }  // namespace
 
 std::vector<std::string> columnNames(const GenericTable& grd, FigureRules rules) {

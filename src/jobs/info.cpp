@@ -1,9 +1,6 @@
 #include "jobs/info.h"
 
-#include <utility>
-
 #include "las/data_access.h"
-#include "las/index_unit.h"
 
 namespace welvane {
 
@@ -24,18 +21,6 @@ FileFacts factsOf(const LasFile& file) {
     return facts;
 }
 
-void takeUnit(const LasFile& file, const std::string& name, const std::string& given, FileFacts& facts,
-              std::vector<Note>& notes) {
-    const IndexUnitFound found =
-        given.empty() ? findIndexUnit(file.text()) : IndexUnitFound{readIndexUnit(given), std::string()};
-    facts.slot.depthUnit = shownUnit(found.unit);
-    if (!found.contradiction.empty())
-        notes.push_back({.kind = NoteKind::Unit,
-                         .file = name,
-                         .text = "units of the index contradict each other: " + found.contradiction});
-    for (Note& note : indexNotes(found.unit, name)) notes.push_back(std::move(note));
-}
-
 }  // namespace
 
 FileFacts readFacts(Workbench& bench, const std::string& file, const ReadingChoices& choices) {
@@ -52,7 +37,7 @@ FileFacts readFacts(Workbench& bench, const std::string& file, const ReadingChoi
     facts.records = read.records;
     facts.channels = std::move(read.names.channels);
     slot.indexName = facts.channels.front().mnem;
-    takeUnit(*opened, file, choices.indexUnit, facts, read.notes);
+    slot.depthUnit = shownUnit(unitAsTold(*opened, file, choices.indexUnit, read.notes));
     readingOf(file, [&] { opened->needWhole(); });
     tellNotes(bench, file, read.notes);
     return facts;

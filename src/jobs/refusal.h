@@ -56,6 +56,7 @@ struct Fault {
     std::string choice{};  ///< name of the choice that cannot be followed, in words as in "apply-depths"; else ""
     Reason reason{};
     bool senseless = false;  ///< the choice makes no sense whatever the files are
+    std::size_t line = 0;    ///< of the file, from 1, where one line is the reason, which names it too; else 0
 };
 
 /// Thrown by a job that cannot do its work. Nothing of its output is there.

@@ -37,7 +37,7 @@ Fault faultOf(const std::string& file) {
     } catch (const Refusal& refused) {
         return refused.fault;
     } catch (const DataRefusal& refused) {
-        return {.file = file, .reason = {refused.what(), remedyFor(refused.help)}};
+        return {.file = file, .reason = {refused.what(), remedyFor(refused.help)}, .line = refused.line};
     } catch (const FileFailure& failure) {
         const bool own = failure.what() == resolvePath(file) + ": " + failure.reason();
         return {.file = file, .reason = {own ? failure.reason() : failure.what()}};
@@ -76,6 +76,17 @@ WholeReading readThrough(Workbench& bench, const LasFile& file, const std::strin
             read.notes.push_back(noteNoStep(depths, lines, read.spacing.misfit, name));
         return read;
     });
+}
+
+IndexUnit unitAsTold(const LasFile& file, const std::string& name, const std::string& given, std::vector<Note>& notes) {
+    const IndexUnitFound found =
+        given.empty() ? findIndexUnit(file.text()) : IndexUnitFound{readIndexUnit(given), std::string()};
+    if (!found.contradiction.empty())
+        notes.push_back({.kind = NoteKind::Unit,
+                         .file = name,
+                         .text = "units of the index contradict each other: " + found.contradiction});
+    for (Note& note : indexNotes(found.unit, name)) notes.push_back(std::move(note));
+    return found.unit;
 }
 
 Reason whyNotStrict(const std::vector<Note>& notes) {

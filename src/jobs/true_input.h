@@ -5,6 +5,7 @@
 
 #include "jobs/workbench.h"
 #include "las/index_spacing.h"
+#include "las/index_unit.h"
 #include "las/read_channels.h"
 
 /// LAS files as the verbs that read figures open them: by FigureRules::trueFigures, with what is told of them.
@@ -44,6 +45,10 @@ struct WholeReading {
 };
 /// Reads every record. Refusal for what cannot be read and when a person stopped it.
 WholeReading readThrough(Workbench& bench, const LasFile& file, const std::string& name, const ChannelReading& how);
+
+/// The unit of the file's index, `given` where a person said one, and what is to be told of it: a contradiction is a
+/// note here, since nothing is computed with the unit.
+IndexUnit unitAsTold(const LasFile& file, const std::string& name, const std::string& given, std::vector<Note>& notes);
 
 /// Why a file with such notes is refused under FileRules::strict; no reason without notes.
 Reason whyNotStrict(const std::vector<Note>& notes);

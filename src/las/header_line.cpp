@@ -117,6 +117,14 @@ bool parseHeaderLine(std::string_view line, HeaderField& fields) {
     return parseHeaderLine(copy, fields);
 }
 
+std::string headerWord(std::string_view text, std::string_view ends) {
+    std::string word(trim(text));
+    for (char& c : word)
+        if (static_cast<unsigned char>(c) <= ' ' || ends.find(c) != npos) c = '_';
+    if (word.starts_with('#') || word.starts_with('~')) word.front() = '_';
+    return word;
+}
+
 std::string formatHeaderLine(const HeaderField& fields, int dot, int colon, int value, bool whole) {
     const std::size_t most = whole ? npos : lineLimit;
     const auto cut = [most](std::string_view text) { return trim(text).substr(0, most); };

@@ -52,6 +52,10 @@ struct ColumnLayout {
     std::int16_t dot = 0, value = 0, colon = 0;
 };
 
+/// A text as one word of a header line: "_" in place of each blank and control character, of every character of `ends`,
+/// and of "#" or "~" in front.
+std::string headerWord(std::string_view text, std::string_view ends);
+
 /// The four fields laid out: MNEM ends before the dot's column, UNIT begins behind the dot, VALUE at its column (with
 /// `value` below 1: ends right before the colon), DESC right behind the colon. A column is pushed out where a field is
 /// too long for it; the line is cut to 254 characters, unless `whole`.

@@ -49,7 +49,8 @@ struct Platform {
 std::string executableFolder();
 
 /// The real one: settings in $XDG_CONFIG_HOME/welvane/settings.ini, the program's folder by WELVANE_HOME, the
-/// executable's folder or the installed share folder.
-std::unique_ptr<Platform> makeSystemPlatform();
+/// executable's folder or the installed share folder. `ownFolder`, unless it is "", stands for the latter two: where a
+/// library inside another program has brought its reference files.
+std::unique_ptr<Platform> makeSystemPlatform(const std::string& ownFolder = {});
 
 }  // namespace welvane

@@ -16,7 +16,7 @@ namespace {
 
 struct BatchChoices {
     BatchRequest request;
-    PassChoices pass;
+    PassTexts pass;
 };
 
 std::string_view nameOf(BatchVerdict verdict) {

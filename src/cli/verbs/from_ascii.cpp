@@ -1,10 +1,10 @@
 #include <limits>
 #include <memory>
 
-#include "cli/option_text.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/verbs.h"
+#include "jobs/choice_text.h"
 #include "jobs/table_to_las.h"
 #include "shared/numbers.h"
 #include "shared/text.h"

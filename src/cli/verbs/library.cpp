@@ -5,10 +5,10 @@
 #include <memory>
 
 #include "cli/json_document.h"
-#include "cli/option_text.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/verbs.h"
+#include "jobs/choice_text.h"
 #include "shared/failure.h"
 #include "shared/files.h"
 #include "shared/numbers.h"

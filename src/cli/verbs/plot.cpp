@@ -17,7 +17,7 @@ struct PlotChoices {
     std::vector<std::string> files, curves;
     std::string tracks, layout, session;
     PictureChoices picture;
-    PassChoices pass;
+    PassTexts pass;
 };
 
 PlotWishes wishesOf(const PlotChoices& choices) {

@@ -1,10 +1,10 @@
 #include <memory>
 
 #include "cli/json_document.h"
-#include "cli/option_text.h"
 #include "cli/price_options.h"
 #include "cli/shown_text.h"
 #include "cli/verbs.h"
+#include "jobs/choice_text.h"
 #include "listing/listing_options.h"
 #include "shared/numbers.h"
 

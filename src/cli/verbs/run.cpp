@@ -18,7 +18,7 @@ namespace {
 struct RunChoices {
     RunFilesRequest request;
     bool dryRun = false;
-    PassChoices pass;
+    PassTexts pass;
 };
 
 std::string memoryText(std::uint64_t bytes) {

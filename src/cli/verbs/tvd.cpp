@@ -1,9 +1,9 @@
 #include <memory>
 
 #include "cli/file_results.h"
-#include "cli/option_text.h"
 #include "cli/shown_text.h"
 #include "cli/verbs.h"
+#include "jobs/choice_text.h"
 #include "jobs/survey.h"
 #include "shared/numbers.h"
 #include "shared/text.h"

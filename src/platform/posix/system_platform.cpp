@@ -31,8 +31,9 @@ std::string environmentText(const char* name) {
     return text == nullptr ? std::string() : std::string(text);
 }
 
-std::string findProgramFolder() {
+std::string findProgramFolder(const std::string& own) {
     if (const std::string home = environmentText("WELVANE_HOME"); !home.empty()) return withBackslash(home);
+    if (!own.empty()) return withBackslash(own);
     std::string beside = executableFolder();
     if (beside.empty()) return WELVANE_SHARE_FOLDER "/";
     for (const std::string_view name : referenceFiles) {
@@ -55,7 +56,8 @@ std::string settingsPath() {
 
 class SystemPlatform : public Platform {
   public:
-    SystemPlatform() : settings_(settingsPath()), programFolder_(findProgramFolder()) {}
+    explicit SystemPlatform(const std::string& ownFolder)
+        : settings_(settingsPath()), programFolder_(findProgramFolder(ownFolder)) {}
     SystemPlatform(const SystemPlatform&) = delete;
     SystemPlatform& operator=(const SystemPlatform&) = delete;
     ~SystemPlatform() override {
@@ -119,8 +121,8 @@ std::string executableFolder() {
     return error ? std::string() : withBackslash(self.parent_path().string());
 }
 
-std::unique_ptr<Platform> makeSystemPlatform() {
-    return std::make_unique<SystemPlatform>();
+std::unique_ptr<Platform> makeSystemPlatform(const std::string& ownFolder) {
+    return std::make_unique<SystemPlatform>(ownFolder);
 }
 
 }  // namespace welvane

@@ -1,16 +1,14 @@
-#include "cli/option_text.h"
+#include "jobs/choice_text.h"
 
-#include <algorithm>
-
-#include "cli/verbs.h"
-#include "shared/numbers.h"
+#include "jobs/refusal.h"
 #include "shared/text.h"
 
 namespace welvane {
 
 namespace {
 [[noreturn]] void refuse(std::string_view option, std::string_view text, std::string_view wanted) {
-    throw UsageFault(std::string(option) + ": '" + std::string(text) + "' is not " + std::string(wanted));
+    if (option.starts_with("--")) option.remove_prefix(2);
+    throw senselessChoice(std::string(option), "'" + std::string(text) + "' is not " + std::string(wanted));
 }
 }  // namespace
 

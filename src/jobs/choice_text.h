@@ -9,14 +9,15 @@
 #include "jobs/pass_request.h"
 #include "session/properties.h"
 
-/// Values of options as people type them. Each routine names the option in the UsageFault that it raises.
+/// Values of choices as people type them, behind an option or as a keyword. A Refusal names the choice and calls it
+/// senseless; "--" in front of its name is left out there.
 namespace welvane {
 
 /// A number, or a limit: "<", ">" and "=" in front of one.
 DepthLimit needLimit(std::string_view option, std::string_view text);
 /// One number and nothing else.
 GivenNumber needNumber(std::string_view option, std::string_view text);
-/// The same; nothing for an option that was not given.
+/// The same; nothing for a choice that was not made.
 std::optional<GivenNumber> optionalNumber(std::string_view option, std::string_view text);
 /// Slot index from 0 of "1" to "4".
 int needSlot(std::string_view option, std::string_view text);
