@@ -150,7 +150,8 @@ const std::vector<Verb>& verbTable() {
          JsonForm::Document},
         {"batch", "The same once per file, into a folder", declareBatch,
          "  welvane batch wells/*.las --filter house.fil --out-dir house\n"
-         "  welvane batch wells --unit M --out-dir metric\n",
+         "  welvane batch wells --unit M --out-dir metric\n"
+         "  welvane batch @list --out-dir new --log new.jsonl --resume\n",
          JsonForm::Document},
         {"functions", "The channel functions that filters and --curve know", declareFunctions, "  welvane functions\n",
          JsonForm::Document},
@@ -177,8 +178,8 @@ const std::vector<Verb>& verbTable() {
          "  welvane repair broken.las -o mended.las\n"
          "  welvane repair broken.las --rebuild -o clean.las\n",
          JsonForm::Document},
-        {"wrap", "Wrap the data of a LAS file, or unwrap them", declareWrap,
-         "  welvane wrap well.las -o wrapped.las\n"},
+        {"wrap", "Wrap the data of a LAS file, or unwrap them", declareWrap, "  welvane wrap well.las -o wrapped.las\n",
+         JsonForm::Document},
         {"tops", "List the [TOPS] block", declareTops, "  welvane tops well.las --json\n", JsonForm::Lines},
         {"stats", "Statistics and covered intervals of each channel", declareStats,
          "  welvane stats well.las\n"

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,8 +20,13 @@ class Crew {
   public:
     /// Does item `item`. Lets nothing be thrown.
     using Work = std::function<void(Workbench& bench, std::size_t item)>;
-    /// Begins at once. RunTimeFailure when the system gives no thread at all.
-    Crew(Workbench& owner, std::size_t items, std::size_t workers, Work work);
+    /// Items that may be done while an earlier one is not taken: what came of them waits for its turn.
+    static constexpr std::size_t usualAhead = 64;
+    /// Begins at once. With `asking` the questions of the workers are asked by the owner's interface, one at a time;
+    /// otherwise they have the answers of a run without anybody to ask. RunTimeFailure when the system gives no thread
+    /// at all.
+    Crew(Workbench& owner, std::size_t items, std::size_t workers, Work work, std::size_t ahead = usualAhead,
+         bool asking = false);
     /// Whoever still works is told to stop, and waited for.
     ~Crew();
     Crew(const Crew&) = delete;
@@ -28,6 +34,8 @@ class Crew {
 
     /// Waits for the next item in order; false when a stop came first.
     bool wait();
+    /// While it is held no worker asks, so that the owner may use its interface.
+    [[nodiscard]] std::unique_lock<std::mutex> holdQuestions();
 
   private:
     struct Inside;

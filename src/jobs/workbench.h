@@ -69,6 +69,7 @@ class Workbench {
     Input openLas(const std::string& named, bool loose);
     /// Another file that the work reads: a list, a filter, a survey. No output may be one of them.
     void willRead(const std::string& named) { alsoRead_.insert(named); }
+    const std::set<std::string>& alsoRead() const { return alsoRead_; }
     /// Refusal for an output that is one of the inputs or of the other files that are read, that exists (without
     /// FileRules::force), or whose folder is not there. `tried` also opens it, so that a folder that cannot be written
     /// is told before any work is done, and sweeps away what killed processes left.
@@ -76,7 +77,12 @@ class Workbench {
     /// The part of it that tells whether the output is a file that is read, for those that the work itself found.
     void needOwnFile(const std::string& output, const std::vector<Input>& inputs) const;
     /// How an output takes its name: without FileRules::force only where nobody has it by then.
-    OutputFile::Mode outputMode() const { return rules_.force ? OutputFile::Mode::Beside : OutputFile::Mode::New; }
+    OutputFile::Mode outputMode() const {
+        if (unsynced_) return rules_.force ? OutputFile::Mode::BesideUnsynced : OutputFile::Mode::NewUnsynced;
+        return rules_.force ? OutputFile::Mode::Beside : OutputFile::Mode::New;
+    }
+    /// From now on outputs take their names without being synced, which is left to whoever asked for it.
+    void leaveUnsynced(bool unsynced) { unsynced_ = unsynced; }
 
   private:
     std::string repairedCopy(const std::string& named);
@@ -86,6 +92,7 @@ class Workbench {
     std::function<bool()> stopWanted_;
     std::vector<Note> notes_;
     int copies_ = 0;
+    bool unsynced_ = false;
     std::set<std::string> alsoRead_;
     std::map<std::string, Input> copyOf_;  ///< inputs that have one, by the name given
 };

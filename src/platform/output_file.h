@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "shared/failure.h"
 
@@ -17,9 +18,11 @@ namespace welvane {
 class OutputFile {
   public:
     enum class Mode {
-        InPlace,  ///< an existing file is replaced at once
-        Beside,   ///< takes its name at commit(), from an existing file too
-        New       ///< as Beside, but only where nobody has the name by then: of two writers one fails
+        InPlace,         ///< an existing file is replaced at once
+        Beside,          ///< takes its name at commit(), from an existing file too
+        New,             ///< as Beside, but only where nobody has the name by then: of two writers one fails
+        BesideUnsynced,  ///< as Beside, but the caller syncs it, or can do without: see syncFiles
+        NewUnsynced      ///< as New, the same
     };
 
     /// Opens for writing; FileFailure where that cannot be done, also for a name that is a folder, a pipe or a device.
@@ -53,6 +56,10 @@ class OutputFile {
     struct State;
     std::unique_ptr<State> state_;
 };
+
+/// Makes written files safe against a loss of power: each of them, then once the folders of their names. Gives for each
+/// the reason why that failed, "" for those that are safe.
+std::vector<std::string> syncFiles(const std::vector<std::string>& paths);
 
 /// Puts bytes over those that stand at a place (from 0) of an existing file. FileFailure when it cannot be opened or
 /// written.

@@ -23,7 +23,7 @@ struct ProgramRun {
 /// Runs a program in `folder` with the given environment ("NAME=value") and nothing on stdin, and waits for its end; it
 /// is killed after `seconds`. The output goes through files, so a program that writes much cannot block.
 inline ProgramRun runProgram(const std::vector<std::string>& arguments, const std::string& folder,
-                             const std::vector<std::string>& environment, int seconds = 60) {
+                             const std::vector<std::string>& environment, double seconds = 60) {
     const TempFolder streams;
     const std::string out = streams.path("out"), err = streams.path("err");
     std::vector<char*> argv, envp;
@@ -44,7 +44,7 @@ inline ProgramRun runProgram(const std::vector<std::string>& arguments, const st
     }
     ProgramRun run;
     if (child < 0) return run;
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
     int state = 0;
     while (::waitpid(child, &state, WNOHANG) == 0) {
         if (!run.timedOut && std::chrono::steady_clock::now() > end) {

@@ -1,7 +1,8 @@
 #include <memory>
 
-#include "cli/verbs.h"
+#include "cli/output_document.h"
 #include "jobs/rewrite.h"
+#include "shared/utf8.h"
 
 namespace welvane {
 
@@ -12,7 +13,12 @@ struct WrapChoices {
 };
 
 ExitCode performWrap(Console& console, const WrapChoices& choices) {
-    const WrapReport report = wrapFile(console.bench(), choices.file, choices.output);
+    const WrapReport report = workAndShow(
+        console, console.options().json, {choices.file},
+        [&] { return wrapFile(console.bench(), choices.file, choices.output); },
+        [&](const WrapReport& made) {
+            return Json::object({{"path", utf8Text(choices.output)}, {"wrapped", made.wrapped}});
+        });
     console.user().note(choices.output + ": " +
                         (report.wrapped ? "wrapped, multiple lines per depth step" : "one line per depth step"));
     return ExitCode::Done;

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <map>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -90,6 +91,24 @@ int syncFile(int file) {
     return fsync(file) == 0 || errno == EINVAL ? 0 : errno;
 }
 
+/// The new name itself is safe once the folder is; that it is there already is what matters, so a failure is none.
+void syncFolderOf(const std::string& path) {
+    const std::string folder = dirOf(path);
+    const int opened = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (opened < 0) return;
+    static_cast<void>(fsync(opened));
+    ::close(opened);
+}
+
+/// 0, or the error number.
+int syncPath(const std::string& path) {
+    const int opened = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (opened < 0) return errno;
+    const int error = syncFile(opened);
+    ::close(opened);
+    return error;
+}
+
 }  // namespace
 
 struct OutputFile::State {
@@ -116,6 +135,8 @@ struct OutputFile::State {
         if (temporary) ::unlink(written.c_str());
     }
 
+    bool isNew() const { return mode == Mode::New || mode == Mode::NewUnsynced; }
+    bool isSynced() const { return mode == Mode::Beside || mode == Mode::New; }
     [[noreturn]] void fail(int errorNumber) const { throw FileFailure(given, systemReason(errorNumber)); }
     [[noreturn]] void failTaken() const {
         throw FileFailure(given, "exists already: it came to be while this run was writing");
@@ -186,36 +207,27 @@ void OutputFile::State::nameTemporary() {
 }
 
 void OutputFile::State::syncNamed() const {
-    const int opened = ::open(written.c_str(), O_RDONLY | O_CLOEXEC);
-    if (opened < 0) fail(errno);
-    const int error = syncFile(opened);
-    ::close(opened);
-    if (error != 0) fail(error);
+    if (const int error = syncPath(written); error != 0) fail(error);
 }
 
 /// The bytes, all handed over, take the target's name.
 void OutputFile::State::place() {
     if (unnamed) {
-        if (const int error = syncFile(file); error != 0) fail(error);
+        if (const int error = isSynced() ? syncFile(file) : 0; error != 0) fail(error);
         if (linkUnnamed(file, target)) return;
         if (errno != EEXIST) fail(errno);
-        if (mode == Mode::New) failTaken();
+        if (isNew()) failTaken();
         // No link replaces a file, a rename does.
         nameTemporary();
-    } else {
+    } else if (isSynced()) {
         syncNamed();
     }
-    if (mode == Mode::New ? !renameToNew(written, target) : ::rename(written.c_str(), target.c_str()) != 0)
+    if (isNew() ? !renameToNew(written, target) : ::rename(written.c_str(), target.c_str()) != 0)
         errno == EEXIST ? failTaken() : fail(errno);
 }
 
-/// The new name itself is safe once the folder is; that it is there already is what matters, so a failure is none.
 void OutputFile::State::syncFolder() const {
-    const std::string folder = dirOf(target);
-    const int opened = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (opened < 0) return;
-    static_cast<void>(fsync(opened));
-    ::close(opened);
+    syncFolderOf(target);
 }
 
 OutputFile::OutputFile(std::string_view path, Mode mode) : state_(std::make_unique<State>()) {
@@ -227,7 +239,7 @@ OutputFile::OutputFile(std::string_view path, Mode mode) : state_(std::make_uniq
     const bool exists = stat(state_->target.c_str(), &old) == 0;
     if (exists && S_ISDIR(old.st_mode)) state_->fail(EISDIR);
     if (exists && !S_ISREG(old.st_mode)) throw FileFailure(state_->given, "Not a regular file");
-    if (exists && mode == Mode::New) throw FileFailure(state_->given, "exists already");
+    if (exists && state_->isNew()) throw FileFailure(state_->given, "exists already");
     if (mode == Mode::InPlace)
         state_->openTarget();
     else
@@ -270,6 +282,26 @@ char* OutputFile::reserve(std::size_t size) {
 
 void OutputFile::advance(std::size_t used) {
     state_->used += used;
+}
+
+std::vector<std::string> syncFiles(const std::vector<std::string>& paths) {
+    // All of them are on their way to the disk before the first is waited for.
+    for (const std::string& path : paths) {
+        const int opened = ::open(resolvePath(path).c_str(), O_RDONLY | O_CLOEXEC);
+        if (opened < 0) continue;
+        static_cast<void>(sync_file_range(opened, 0, 0, SYNC_FILE_RANGE_WRITE));
+        ::close(opened);
+    }
+    std::vector<std::string> reasons;
+    std::map<std::string, std::string> folders;
+    for (const std::string& path : paths) {
+        const std::string found = resolvePath(path);
+        const int error = syncPath(found);
+        reasons.push_back(error == 0 ? "" : systemReason(error));
+        folders.emplace(dirOf(found), found);
+    }
+    for (const auto& [folder, path] : folders) syncFolderOf(path);
+    return reasons;
 }
 
 void overwriteBytes(std::string_view path, std::uint64_t place, std::string_view bytes) {
@@ -316,7 +348,7 @@ void OutputFile::commit() {
     if (state_->unnamed) ::close(std::exchange(state_->file, -1));
     state_->temporary = state_->unnamed = false;
     state_->written = state_->target;
-    state_->syncFolder();
+    if (state_->isSynced()) state_->syncFolder();
 }
 
 }  // namespace welvane
