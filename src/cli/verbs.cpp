@@ -153,6 +153,10 @@ const std::vector<Verb>& verbTable() {
          "  welvane batch wells --unit M --out-dir metric\n"
          "  welvane batch @list --out-dir new --log new.jsonl --resume\n",
          JsonForm::Document},
+        {"batch-report", "Join the logs of a batch: what is written, failed, missing, twice", declareBatchReport,
+         "  welvane batch-report logs/*.jsonl\n"
+         "  welvane batch-report one.jsonl two.jsonl --inputs @list\n",
+         JsonForm::Document},
         {"functions", "The channel functions that filters and --curve know", declareFunctions, "  welvane functions\n",
          JsonForm::Document},
         {"tvd", "Compute a survey and map depths through it", declareTvd,

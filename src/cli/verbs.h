@@ -47,6 +47,7 @@ bool isMistypedVerb(const std::vector<std::string>& arguments);
 
 VerbSyntax declareRun();
 VerbSyntax declareBatch();
+VerbSyntax declareBatchReport();
 VerbSyntax declareFunctions();
 VerbSyntax declareTvd();
 VerbSyntax declareInfo();

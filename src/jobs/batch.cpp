@@ -49,6 +49,7 @@ class Batch {
 
   private:
     void settleOutputs();
+    bool isInput(const std::string& file);
     void openLog();
     void oneFile(Workbench& bench, BatchItem& item);
     void makeOutput(Workbench& bench, BatchItem& item);
@@ -57,6 +58,7 @@ class Batch {
     void startAfresh(Workbench& bench) const;
     BatchLogLine lineOf(const BatchItem& item, const char* verdict) const;
     bool isDone(const BatchItem& item) const;
+    bool isOwn(const BatchItem& item) const;
     void alone();
     void together();
     void showPlace(std::size_t index);
@@ -67,6 +69,8 @@ class Batch {
     const BatchRequest& request_;
     const std::function<void(const BatchItem&)>& done_;
     std::vector<BatchItem> items_;  ///< of the share
+    std::once_flag inputsResolved_;
+    std::unordered_set<std::string> inputs_;  ///< by their only paths, once an output is there already
     std::vector<bool> ended_;
     std::vector<std::uint64_t> bytes_;
     std::uint64_t allBytes_ = 0, doneBytes_ = 0;
@@ -91,27 +95,37 @@ void Batch::startAfresh(Workbench& bench) const {
 }
 
 /// Where the files go: their own names in the folder. A plain table is no LAS file and is not called one. What stands
-/// against a name is told of its file; all shares of a list find the same.
+/// against a name is told of its file; all shares of a list find the same. The list may be far longer than the share.
 void Batch::settleOutputs() {
-    std::unordered_set<std::string> inputs;
-    for (const std::string& file : request_.files) inputs.insert(onlyPath(file));
-    std::unordered_map<std::string, std::string> taken;
+    const std::string_view extension = request_.pass.csv ? "csv" : request_.pass.plain ? "txt" : "";
+    std::unordered_map<std::string_view, std::size_t> taken;
+    taken.reserve(request_.files.size());
     for (std::size_t index = 0; index < request_.files.size(); ++index) {
+        const std::string_view path = request_.files[index];
+        std::string_view name = path.substr(path.find_last_of("/\\") + 1);
+        // Names that differ behind their last dot alone become one.
+        if (!extension.empty()) name = name.substr(0, name.rfind('.'));
+        const auto [other, isNew] = taken.emplace(name, index);
+        if (index % request_.share.count != request_.share.index - 1) continue;
         BatchItem item;
-        item.path = request_.files[index];
-        std::string name = fileNameOf(item.path);
-        if (request_.pass.plain) name = changeExtension(name, "txt");
-        if (request_.pass.csv) name = changeExtension(name, "csv");
-        item.output = withBackslash(request_.folder) + name;
-        const auto [other, isNew] = taken.emplace(name, item.path);
-        if (inputs.contains(onlyPath(item.output)))
-            item.fault = {.file = item.path, .reason = {"its output " + item.output + " is one of the inputs"}};
-        else if (!isNew)
-            item.fault = {.file = item.path,
-                          .reason = {"its output " + item.output + " is already that of " + other->second}};
-        if (index % request_.share.count == request_.share.index - 1) items_.push_back(std::move(item));
+        item.path = path;
+        item.output = withBackslash(request_.folder) + fileNameOf(path);
+        if (!extension.empty()) item.output = changeExtension(item.output, extension);
+        if (!isNew)
+            item.fault = {
+                .file = item.path,
+                .reason = {"its output " + item.output + " is already that of " + request_.files[other->second]}};
+        items_.push_back(std::move(item));
     }
     ended_.resize(items_.size());
+}
+
+/// Whether a file that is there is one of the inputs, by whatever name.
+bool Batch::isInput(const std::string& file) {
+    std::call_once(inputsResolved_, [this] {
+        for (const std::string& input : request_.files) inputs_.insert(onlyPath(input));
+    });
+    return inputs_.contains(onlyPath(file));
 }
 
 BatchLogLine Batch::lineOf(const BatchItem& item, const char* verdict) const {
@@ -151,16 +165,16 @@ bool Batch::isDone(const BatchItem& item) const {
            said->time == item.identity.changed && fileExists(item.output);
 }
 
-/// The output's name is free, or becomes so: what an interrupted run put there and could not log is our own.
+/// Whether an interrupted run may have put the output there and could not log it.
+bool Batch::isOwn(const BatchItem& item) const {
+    const BatchLogLine* said = log_ ? log_->said(item.path) : nullptr;
+    return said != nullptr && said->verdict == "begun" && said->output == item.output;
+}
+
+/// The output's name is free, or becomes so.
 void Batch::takePlace(Workbench& bench, const Input& input, const BatchItem& item) {
     bench.needOwnFile(item.output, {input});
-    if (log_) {
-        const BatchLogLine* said = log_->said(item.path);
-        if (said != nullptr && said->verdict == "begun" && said->output == item.output) {
-            std::error_code ignored;
-            fs::remove(resolvePath(item.output), ignored);
-        }
-    }
+    if (isOwn(item)) removeFile(item.output);
     bench.checkOutput(item.output, {input}, !outputTried_);
     outputTried_ = true;
     if (log_) log_->append({lineOf(item, "begun")});
@@ -197,6 +211,8 @@ void Batch::makeOutput(Workbench& bench, BatchItem& item) {
         item.verdict = BatchVerdict::Skipped;
         return;
     }
+    if (fileExists(item.output) && !isOwn(item) && isInput(item.output))
+        throw Refusal(item.path, "its output " + item.output + " is one of the inputs");
     const Input input = openForPass(bench, item.path, request_.pass);
     try {
         passOver(bench, input, item);
@@ -262,8 +278,7 @@ void Batch::settleGroup() {
         if (reasons[place].empty()) continue;
         // Nobody knows whether the disk has it whole, and it was not there before.
         BatchItem& item = items_[waiting[place]];
-        std::error_code ignored;
-        fs::remove(resolvePath(item.output), ignored);
+        removeFile(item.output);
         item.verdict = BatchVerdict::Failed;
         item.channels = item.samples = 0;
         item.fault = {.file = item.output, .reason = {reasons[place]}};

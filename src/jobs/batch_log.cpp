@@ -1,5 +1,6 @@
 #include "jobs/batch_log.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "platform/mapped_file.h"
@@ -174,14 +175,20 @@ std::optional<BatchLogLine> parseBatchLine(std::string_view text) {
     return line;
 }
 
-std::vector<BatchLogLine> readBatchLog(const std::string& path) {
+std::size_t readBatchLog(const std::string& path, const std::function<void(BatchLogLine& line)>& take) {
     std::string why;
     const std::optional<MappedFile> file = MappedFile::open(path, &why);
     if (!file) throw FileFailure(path, why);
-    std::vector<BatchLogLine> lines;
-    for (const std::string& text : split(file->bytes(), '\n'))
-        if (std::optional<BatchLogLine> line = parseBatchLine(text)) lines.push_back(std::move(*line));
-    return lines;
+    std::size_t others = 0;
+    for (std::string_view rest = file->bytes(); !rest.empty();) {
+        const std::string_view text = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(text.size() + 1, rest.size()));
+        if (std::optional<BatchLogLine> line = parseBatchLine(text))
+            take(*line);
+        else if (!text.empty())
+            ++others;
+    }
+    return others;
 }
 
 BatchLog::BatchLog(const std::string& path, Start start)
@@ -190,12 +197,12 @@ BatchLog::BatchLog(const std::string& path, Start start)
                                             : AppendFile::Start::Kept) {
     if (start != Start::Resume) return;
     if (fileSize(path).value_or(0) == 0) return;
-    for (BatchLogLine& line : readBatchLog(path)) {
-        if (line.verdict == "batch") continue;
+    readBatchLog(path, [this](BatchLogLine& line) {
+        if (line.verdict == "batch") return;
         BatchLogLine& last = said_[line.path];
         // A file that is named twice fails the second time, and is written all the same.
         if (line.verdict != "failed" || last.verdict != "written") last = std::move(line);
-    }
+    });
     // Ends a line that was cut short.
     file_.append("\n");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,8 +34,9 @@ struct BatchLogLine {
 std::string textOf(const BatchLogLine& line);
 /// Nothing for a text that is no whole line of a log.
 std::optional<BatchLogLine> parseBatchLine(std::string_view text);
-/// All whole lines of a log. FileFailure when it cannot be read.
-std::vector<BatchLogLine> readBatchLog(const std::string& path);
+/// Gives each whole line of a log in its order, and returns the number of others that are not empty. FileFailure when
+/// it cannot be read.
+std::size_t readBatchLog(const std::string& path, const std::function<void(BatchLogLine& line)>& take);
 
 /// The log of a run under way.
 class BatchLog {
