@@ -63,6 +63,7 @@ Console::Console(const CommonOptions& options) : options_(options), platform_(ma
                     progressOf(options.progress), options.quiet);
     app_ = std::make_unique<App>(user_, *platform_);
     user_.watch(app_->run);
+    app_->run.workers.count = coreCount();
     cancelOnInterrupt(&app_->run.cancelRequested);
     {
         // What start-up tells of missing reference files is for the desktop; a verb that needs one says so itself.

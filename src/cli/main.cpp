@@ -36,6 +36,7 @@ void runHeadlessLine(const std::string& text) {
     const std::unique_ptr<Platform> platform = makeSystemPlatform();
     App app(silent, *platform);
     app.run.commandMode = true;
+    app.run.workers.count = coreCount();
     cancelOnInterrupt(&app.run.cancelRequested);
     loadProcess(app);
     const HeadlessReport report = runHeadless(app, readCommandLine(text));

@@ -55,6 +55,7 @@ int showWindow(const std::vector<std::string>& files) {
     const std::unique_ptr<Platform> jobPlatform = makeSystemPlatform();
     const std::unique_ptr<Platform> previewPlatform = makeSystemPlatform();
     App app(boxes, *platform);
+    app.run.workers.count = coreCount();
     if (!loadProcess(app)) return 1;
     MainWindow window(app, *jobPlatform, *previewPlatform);
     boxes.setParent(&window);

@@ -2,17 +2,18 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 #include <limits>
 
 #include "engine/layout.h"
+#include "engine/record_printer.h"
 #include "engine/true_columns.h"
 #include "las/header_text.h"
 #include "las/index_unit.h"
 #include "las/wrap.h"
 #include "session/tvd.h"
 #include "shared/numbers.h"
-#include "shared/numbers_fast.h"
+#include "shared/ordered_work.h"
 #include "shared/text.h"
 
 namespace welvane {
@@ -21,11 +22,6 @@ namespace {
 
 /// The longest record that stands on one line in a file without wrapping.
 constexpr int longestRecord = 254;
-
-/// Columns up to this width are blanked at once.
-constexpr std::size_t shortWidth = 16;
-/// Bytes behind a column that printing its value may write over: it is followed by the next column, or by a line end.
-constexpr std::size_t spill = shortWidth + 8;
 
 float unitScale(const PassContext& context, std::string_view wanted, std::string_view input) {
     return toSingle(unitFactor(context.app.reference, wanted) / unitFactor(context.app.reference, input));
@@ -65,200 +61,6 @@ double depthDivisor(PassContext& context) {
     return divisor;
 }
 
-/// The depths as they are written.
-class DepthPrinter {
-  public:
-    explicit DepthPrinter(PassContext& context)
-        : context_(context),
-          decimals_(context.format().dataDecimals),
-          cut_(context.grid.stepDecimals),
-          toTvd_(context.session.inclinometry, 0) {
-        if (context.options.rules == FigureRules::asLaidDown) return;
-        // Depths that become others (in another unit, or vertical) take all decimals there are, and one more where a
-        // unit is smaller than the other.
-        const bool others = context.depthDivisor != 1 || context.applyTvd;
-        if (others) cut_ = std::max(decimals_, context.depthDivisor > 1 ? cut_ + 1 : cut_);
-        decimals_ = std::max(decimals_, cut_);
-    }
-    int decimals() const { return decimals_; }
-
-    double depth(std::int32_t index) const {
-        const PassGrid& grid = context_.grid;
-        double depth = (index - 1) * grid.step + grid.start + grid.depthOffset;
-        if (context_.applyTvd) {
-            const double factor = static_cast<double>(context_.tvdUnitFactor);
-            depth = factor == 1 ? toTvd_(depth) : toTvd_(depth / factor) * factor;
-        }
-        return depth / context_.depthDivisor;
-    }
-
-    /// The depth cut to the step's precision and shown at the data's decimals; its length. `target` holds
-    /// formatMaskCapacity characters and 16 more.
-    std::size_t print(char* target, std::int32_t index) const {
-        const double value = depth(index);
-        if (cut_ >= decimals_)
-            return formatMaskFast(target, cut_ == decimals_ ? value : val(formatMask(value, cut_)), decimals_);
-        std::size_t length = formatMaskFast(target, value, cut_);
-        if (cut_ == 0) target[length++] = '.';
-        std::memset(target + length, '0', static_cast<std::size_t>(decimals_ - cut_));
-        return length + static_cast<std::size_t>(decimals_ - cut_);
-    }
-    std::string text(std::int32_t index) const {
-        std::string text(formatMaskCapacity(decimals_) + 16, ' ');
-        text.resize(print(text.data(), index));
-        return text;
-    }
-
-  private:
-    const PassContext& context_;
-    int decimals_, cut_;  ///< shown, and those of them that are figures
-    DepthMapper toTvd_;
-};
-
-/// Prints depths and values of one pass.
-class RecordPrinter {
-  public:
-    RecordPrinter(PassContext& context, OutputFile& file)
-        : context_(context),
-          file_(file),
-          columns_(context.outputColumns),
-          depths_(context),
-          depthWidth_(static_cast<std::size_t>(std::max(0, context.depthWidth))),
-          decimals_(depths_.decimals()),
-          null_(context.nullValue),
-          overflow_(overflowText(context.format().dataWidth, context.format().dataDecimals)) {
-        length_ = depthWidth_;
-        for (const OutputColumn& column : columns_) {
-            widths_.push_back(static_cast<std::size_t>(std::max(0, column.width)));
-            nullTexts_.push_back(nullText(context, column.decimals));
-            length_ += widths_.back();
-            decimals_ = std::max(decimals_, column.decimals);
-        }
-        scratch_.resize(formatMaskCapacity(decimals_) + 16);
-    }
-
-    bool fixed() {
-        return eachRecord([this](std::int32_t index) { printFixed(index); });
-    }
-    bool delimited(char delimiter) {
-        return eachRecord([this, delimiter](std::int32_t index) { printDelimited(index, delimiter); });
-    }
-
-  private:
-    PassContext& context_;
-    OutputFile& file_;
-    const std::vector<OutputColumn>& columns_;
-    DepthPrinter depths_;
-    std::size_t depthWidth_, length_ = 0;  ///< of the index column and of a record, in characters
-    int decimals_;                         ///< the most of any column
-    double null_;
-    std::vector<std::size_t> widths_;     ///< by column
-    std::vector<std::string> nullTexts_;  ///< by column
-    std::string overflow_;
-    std::string scratch_, record_;
-
-    template <class Print>
-    bool eachRecord(Print print) {
-        const PassGrid& grid = context_.grid;
-        RunState& run = context_.app.run;
-        const double range = std::max(1, std::abs(grid.lastIndex - grid.firstIndex));
-        for (std::int32_t index = grid.firstIndex;; index += grid.direction) {
-            print(index);
-            ++context_.report.records;
-            run.progressFraction = static_cast<float>(std::abs(index - grid.firstIndex) / range);
-            if (context_.cancelled()) return false;
-            if (!run.commandMode) context_.app.user.pumpEvents();
-            if (index == grid.lastIndex) return true;
-        }
-    }
-
-    static void putRight(char* column, std::size_t width, const char* text, std::size_t length) {
-        const std::size_t kept = std::min(length, width);
-        std::memset(column, ' ', width - kept);
-        std::memcpy(column + width - kept, text + (length - kept), kept);
-    }
-
-    /// A value right-aligned in its column; one that would leave no blank becomes the overflow text. Up to `spill`
-    /// bytes behind the column are written over.
-    void putValue(char* place, std::size_t number, std::int32_t index) {
-        const OutputColumn& column = columns_[number];
-        const std::size_t width = widths_[number];
-        const double sample = column.samples[index - 1];
-        if (sample == null_) {
-            putText(place, width, nullTexts_[number].data(), nullTexts_[number].size());
-            return;
-        }
-        const double value = column.scale == 1.0 ? sample : column.scale * sample;
-        detail::FixedText text;
-        if (!detail::splitFixed(value, column.decimals, text)) {
-            putText(place, width, scratch_.data(), detail::formatMaskGeneral(scratch_.data(), value, column.decimals));
-            return;
-        }
-        const auto length = static_cast<std::size_t>(text.length(column.decimals));
-        if (length >= width) {
-            putOverflow(place, width);
-            return;
-        }
-        // So many blanks of one size take no call.
-        std::memset(place, ' ', shortWidth);
-        if (width > shortWidth) std::memset(place, ' ', width - length);
-        detail::writeFixed(place + width - length, text, column.decimals);
-    }
-
-    void putText(char* column, std::size_t width, const char* text, std::size_t length) {
-        if (length >= width)
-            putOverflow(column, width);
-        else
-            putRight(column, width, text, length);
-    }
-
-    void putOverflow(char* column, std::size_t width) {
-        std::memcpy(column, overflow_.data(), std::min(width, overflow_.size()));
-        ++context_.report.overflowCount;
-    }
-
-    void printFixed(std::int32_t index) {
-        const std::size_t length = length_;
-        const bool wrapped = context_.wrapPerLine > 0;
-        if (wrapped) record_.resize(length + spill);
-        char* const record = wrapped ? record_.data() : file_.reserve(length + spill);
-        const std::size_t depthLength = depths_.print(scratch_.data(), index);
-        putRight(record, depthWidth_, scratch_.data(), depthLength);
-        char* place = record + depthWidth_;
-        for (std::size_t number = 0; number < columns_.size(); place += widths_[number++])
-            putValue(place, number, index);
-        if (wrapped) {
-            eachWrappedLine(std::string_view(record_).substr(0, length), depthWidth_,
-                            static_cast<std::size_t>(context_.wrapPerLine), context_.wrapLines,
-                            [this](std::string_view line) { file_.writeLine(line); });
-            return;
-        }
-        record[length] = '\r';
-        record[length + 1] = '\n';
-        file_.advance(length + 2);
-    }
-
-    void printDelimited(std::int32_t index, char delimiter) {
-        const std::size_t cell = formatMaskCapacity(decimals_) + 16;
-        record_.resize((columns_.size() + 1) * (cell + 1));
-        std::size_t length = context_.options.rules == FigureRules::trueFigures
-                                 ? depths_.print(record_.data(), index)
-                                 : formatMaskFast(record_.data(), depths_.depth(index), decimals_);
-        for (std::size_t number = 0; number < columns_.size(); ++number) {
-            record_[length++] = delimiter;
-            const double value = columns_[number].samples[index - 1];
-            if (value == null_) {
-                std::memcpy(record_.data() + length, nullTexts_[number].data(), nullTexts_[number].size());
-                length += nullTexts_[number].size();
-            } else {
-                length +=
-                    formatMaskFast(record_.data() + length, columns_[number].scale * value, columns_[number].decimals);
-            }
-        }
-        file_.writeLine(std::string_view(record_).substr(0, length));
-    }
-};
-
 int checkedColumns(const SessionTables& tables) {
     int count = 0;
     for (int column = 1; column < tables.outputs().columns(); ++column)
@@ -290,10 +92,10 @@ void decideWrap(PassContext& context, int columns) {
     context.wrapPerLine = 0;
 }
 
-/// Columns of one width; otherwise a delimiter stands between the values.
-bool fixedLayout(const SessionTables& tables) {
-    return !tables.checked(PrdRow::PlainAscii) ||
-           decode<Separator>(tables.secondOption(PrdRow::PlainAscii)) == Separator::Space;
+/// Records that a thread prints at a time: of a little more text than an output holds back, so that no byte of them is
+/// copied once more.
+std::size_t printedAtOnce(const Workers& workers, std::size_t recordLength) {
+    return std::max<std::size_t>(1, (workers.pieceBytes + workers.pieceBytes / 16) / recordLength);
 }
 
 void tellOverflow(PassContext& context) {
@@ -383,12 +185,29 @@ void settleColumns(PassContext& context) {
 }
 
 bool writeData(PassContext& context, OutputFile& file) {
-    context.app.run.statusText = "Writing ~Ascii section ...";
-    const SessionTables& tables = context.tables();
-    RecordPrinter printer(context, file);
-    const auto separator = decode<Separator>(tables.secondOption(PrdRow::PlainAscii)).value_or(Separator::Space);
-    if (!(fixedLayout(tables) ? printer.fixed() : printer.delimited(delimiterOf(separator)))) return false;
-    context.app.run.progressFraction = 1;
+    RunState& run = context.app.run;
+    run.statusText = "Writing ~Ascii section ...";
+    const PassGrid& grid = context.grid;
+    const RecordPrinter printer(context);
+    const auto all = static_cast<std::size_t>(std::abs(std::int64_t{grid.lastIndex} - grid.firstIndex)) + 1;
+    const std::size_t most = printedAtOnce(run.workers, printer.recordLength());
+    const auto recordsOf = [&](std::size_t piece) { return std::min(most, all - piece * most); };
+    OrderedWork<PrintedRecords> work(
+        run.workers.count, (all + most - 1) / most, [&](std::size_t piece, PrintedRecords& to) {
+            to.clear();
+            const auto before = static_cast<std::int32_t>(piece * most);
+            printer.print(grid.firstIndex + before * grid.direction, static_cast<std::int32_t>(recordsOf(piece)), to);
+        });
+    for (std::size_t piece = 0; const PrintedRecords* printed = work.next(); ++piece) {
+        file.write(printed->text());
+        context.report.overflowCount += printed->overflows;
+        context.report.records += static_cast<std::int32_t>(recordsOf(piece));
+        run.progressFraction =
+            static_cast<float>(static_cast<double>(context.report.records) / static_cast<double>(all));
+        if (context.cancelled()) return false;
+        if (!run.commandMode) context.app.user.pumpEvents();
+    }
+    run.progressFraction = 1;
     tellOverflow(context);
     return true;
 }

@@ -31,14 +31,33 @@ void readSlot(PassContext& context, int slot) {
     treatInput(context, slot, firstColumn, lastColumn);
 }
 
+/// True where readInputs reads the slot's file.
+bool readsSlot(const PassContext& context, int slot) {
+    // As laid down the first input takes part in the rate check also where it has no channels.
+    const bool checked = slot == 0 && context.options.rules == FigureRules::asLaidDown;
+    return context.session.loaded(slot) && (context.session.channelCount(slot) > 0 || checked);
+}
+
+/// True where reading an input writes all of a column.
+bool isRead(const PassContext& context, int column) {
+    if (context.options.rules == FigureRules::trueFigures) return false;
+    for (int slot = 0; slot < slotCount; ++slot) {
+        if (!readsSlot(context, slot)) continue;
+        const int base = context.session.columnBase(slot);
+        if (column >= base && column < base + context.session.channelCount(slot)) return true;
+        if (context.options.noInputRun) return false;
+    }
+    return false;
+}
+
 }  // namespace
 
 void allocateInputs(PassContext& context) {
+    // Each column of an input that is read is written whole, once: by whoever reads it.
     context.inputMatrix = Matrix(std::max(1, context.session.columnBase(slotCount)), context.grid.sampleCount);
-    // By true figures each column is written whole, once; a slot whose data are not read is none.
     if (context.options.rules == FigureRules::trueFigures && !context.options.noInputRun) return;
     for (int column = 0; column < context.inputMatrix.columns(); ++column)
-        std::ranges::fill(context.inputMatrix.column(column), context.nullValue);
+        if (!isRead(context, column)) std::ranges::fill(context.inputMatrix.column(column), context.nullValue);
 }
 
 void readInputs(PassContext& context) {
@@ -47,9 +66,7 @@ void readInputs(PassContext& context) {
         return;
     }
     for (int slot = 0; slot < slotCount; ++slot) {
-        // As laid down the first input takes part in the rate check also where it has no channels.
-        const bool checked = slot == 0 && context.options.rules == FigureRules::asLaidDown;
-        if (!context.session.loaded(slot) || (context.session.channelCount(slot) == 0 && !checked)) continue;
+        if (!readsSlot(context, slot)) continue;
         attempt(context.report.failures, "reading an input", [&] { readSlot(context, slot); });
         if (context.options.noInputRun) return;
     }

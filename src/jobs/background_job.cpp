@@ -20,6 +20,7 @@ void copyRun(const RunState& from, RunState& to) {
     to.lasFile = from.lasFile;
     to.targetFile = from.targetFile;
     to.noInputRun = from.noInputRun;
+    to.workers = from.workers;
 }
 
 }  // namespace

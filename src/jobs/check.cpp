@@ -142,7 +142,7 @@ void readAll(Workbench& bench, const ReadingChoices& choices, FileCheck& check) 
         const IndexUnit unit = chooseIndexUnit(file->text(), choices.indexUnit);
         return indexNotes(unit, check.path);
     });
-    const WholeReading read = readThrough(bench, *file, check.path, choices.reading());
+    const WholeReading read = readThrough(bench, *file, check.path, choices.reading(bench.app().run));
     notes.insert(notes.end(), read.notes.begin(), read.notes.end());
     tellNotes(bench, check.path, notes);
     check.records = read.records;

@@ -25,7 +25,7 @@ FileFacts factsOf(const LasFile& file) {
 
 FileFacts readFacts(Workbench& bench, const std::string& file, const ReadingChoices& choices) {
     const LasFilePointer opened = openTrue(file);
-    WholeReading read = readThrough(bench, *opened, file, choices.reading());
+    WholeReading read = readThrough(bench, *opened, file, choices.reading(bench.app().run));
     FileFacts facts = readingOf(file, [&] { return factsOf(*opened); });
     InputSlot& slot = facts.slot;
     slot.path = file;

@@ -78,7 +78,7 @@ ListReport listFiles(Workbench& bench, const ListRequest& request, const ListWat
     ListReport report;
     report.options = readListingOptions(listingOrd(bench.app(), request));
     report.options.rules = FigureRules::trueFigures;
-    report.options.reading = request.choices.reading();
+    report.options.reading = request.choices.reading(bench.app().run);
     report.options.indexUnit = request.choices.indexUnit;
     const std::string scratch = bench.app().platform.scratchFolder();
     report.listingPath = scratch + "listing.txt";

@@ -47,7 +47,7 @@ class Sink {
 };
 
 void pourRecords(Workbench& bench, const LasFile& file, const ReadRequest& request, Sink& sink) {
-    ChannelReader reader(file, request.choices.reading());
+    ChannelReader reader(file, request.choices.reading(bench.app().run));
     const Heads heads(reader.names());
     const RecordText text(request.form, heads.names, heads.units);
     sink.text() = text.head(request.units);
@@ -84,7 +84,7 @@ ReadReport readRecords(Workbench& bench, const ReadRequest& request,
                        const std::function<void(std::string_view)>& print) {
     const LasFilePointer file = openTrue(request.file);
     if (!request.output.empty()) bench.checkOutput(request.output, {{request.file, request.file}});
-    const WholeReading whole = readThrough(bench, *file, request.file, request.choices.reading());
+    const WholeReading whole = readThrough(bench, *file, request.file, request.choices.reading(bench.app().run));
     tellNotes(bench, request.file, whole.notes);
     writeRecords(bench, *file, request, print);
     ReadReport report;

@@ -22,10 +22,11 @@ TrueStatistics readStatistics(Workbench& bench, const std::string& file, const S
     const WorkInHand work(bench.user(), {.bytes = opened->bytes().size()});
     RunTurn turn(run, bench.user(), opened->bytes().size());
     std::optional<TrueStatistics> statistics = readingOf(file, [&] {
-        return readTrueStatistics(
-            *opened,
-            {.how = request.choices.reading(), .indexUnit = request.choices.indexUnit, .formation = request.top}, file,
-            turn);
+        return readTrueStatistics(*opened,
+                                  {.how = request.choices.reading(bench.app().run),
+                                   .indexUnit = request.choices.indexUnit,
+                                   .formation = request.top},
+                                  file, turn);
     });
     if (!statistics) throw Refusal(file, "stopped");
     if (!request.top.empty() && !statistics->formationFound)

@@ -17,7 +17,9 @@ struct ReadingChoices {
     bool decimalComma = false;  ///< a comma inside a number is its point
     std::string indexUnit{};    ///< the unit of the index, whatever the header says; "" for the header's
 
-    ChannelReading reading() const { return {.loose = loose, .decimalComma = decimalComma}; }
+    ChannelReading reading(const RunState& run) const {
+        return {.loose = loose, .decimalComma = decimalComma, .workers = run.workers};
+    }
 };
 
 /// The file opened; Refusal for one that is not there or holds no text.

@@ -88,7 +88,7 @@ WellData readWell(Workbench& bench, const std::string& file, const ReadingChoice
     WellData well;
     std::vector<Note> notes;
     readingOf(file, [&] {
-        ChannelData data = readData(bench, *opened, file, choices.reading());
+        ChannelData data = readData(bench, *opened, file, choices.reading(bench.app().run));
         well.nullValue = data.null.value;
         well.wrapped = judgeRecords(opened->text(), choices.decimalComma).wrapped;
         notes = std::move(data.notes);

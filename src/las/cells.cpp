@@ -98,6 +98,16 @@ void CellFaults::add(CellKind kind, std::size_t line, std::string_view word) {
     fault.example = word.substr(0, longest);
 }
 
+void CellFaults::add(const CellFaults& behind, std::size_t before) {
+    for (std::size_t kind = 0; kind < cellKinds; ++kind) {
+        const Fault& other = behind.kinds[kind];
+        if (other.count == 0) continue;
+        Fault& fault = kinds[kind];
+        if (fault.count == 0) fault = {0, other.firstLine + before, other.example};
+        fault.count += other.count;
+    }
+}
+
 std::string cellFaultText(CellKind kind, std::string_view example) {
     const std::string shown = "\"" + std::string(example) + "\"";
     switch (kind) {

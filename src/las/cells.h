@@ -41,6 +41,8 @@ struct CellFaults {
     Fault& of(CellKind kind) { return kinds[static_cast<std::size_t>(kind)]; }
     const Fault& of(CellKind kind) const { return kinds[static_cast<std::size_t>(kind)]; }
     void add(CellKind kind, std::size_t line, std::string_view word);
+    /// Those of lines behind, which were counted from the line behind `before` on.
+    void add(const CellFaults& behind, std::size_t before);
 };
 
 /// What a note says of such cells, for instance "no number: ERR; read as null".

@@ -47,6 +47,7 @@ ChannelReader::ChannelReader(const LasFile& file, const ChannelReading& how)
     // The header's lines too, so that the ends of all are counted.
     const std::size_t data = file.text().seekSection('A').value_or(0);
     for (std::string_view line; lines_.position() < data && lines_.next(line);) ++line_;
+    if (how.workers.count > 1 && !shape_.wrapped) readAhead(lines_.position());
 }
 
 bool ChannelReader::next(RecordBlock& block) {
@@ -55,6 +56,7 @@ bool ChannelReader::next(RecordBlock& block) {
     block.values.clear();
     block.lines.clear();
     const std::size_t most = std::max<std::size_t>(1, blockValues / shape_.columns);
+    if (ahead_) takeAhead(block, most);
     for (std::string_view line; block.records < most && !ended_;) {
         if (!nextDataLine(line)) {
             if (heldLine_ != 0) addWrappedLine(held_, 1, block);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@
 #include "las/run_turn.h"
 #include "shared/notes.h"
 #include "shared/number_fields.h"
+#include "shared/ordered_work.h"
 
 /// The channels of a LAS file as they stand, by FigureRules::trueFigures: no grid, nothing computed, every cell a
 /// number or counted. Records are put together by their number of values, wrapped ones too.
@@ -23,6 +25,7 @@ namespace welvane {
 struct ChannelReading {
     bool loose = false;         ///< places what it can of a record of another length, and counts it
     bool decimalComma = false;  ///< "123,42" is a number
+    Workers workers{};
 };
 
 /// How many, and the first line (of the file, from 1).
@@ -30,6 +33,11 @@ struct Occurrence {
     std::size_t count = 0, firstLine = 0;
     void add(std::size_t line) {
         if (count++ == 0) firstLine = line;
+    }
+    /// Those of lines behind, which were counted from the line behind `before` on.
+    void add(const Occurrence& behind, std::size_t before) {
+        if (behind.count > 0 && count == 0) firstLine = behind.firstLine + before;
+        count += behind.count;
     }
 };
 
@@ -86,11 +94,15 @@ RecordShape judgeRecords(const LasText& text, bool decimalComma);
 /// Why a text without records has none.
 std::string whyNoData(const LasText& text);
 
-/// Reads a file block by block, in memory that does not grow with the file.
+/// Reads a file block by block, in memory that does not grow with the file; records that have a line each by as many
+/// threads as ChannelReading says, ahead of the block in hand. Blocks, facts and refusals are the same with one thread
+/// and with many.
 class ChannelReader {
   public:
     /// The file has to outlive the reader. RunTimeFailure without data.
     ChannelReader(const LasFile& file, const ChannelReading& how);
+    ChannelReader(const ChannelReader&) = delete;
+    ChannelReader& operator=(const ChannelReader&) = delete;
 
     const ColumnNames& names() const { return names_; }
     const RecordShape& shape() const { return shape_; }
@@ -107,6 +119,15 @@ class ChannelReader {
     bool next(RecordBlock& block);
 
   private:
+    struct Part;
+    struct Ahead;
+    /// Reads lines between two places, which are counted from 1.
+    ChannelReader(const ChannelReader& whole, std::size_t from, std::size_t to);
+    static void readPart(const ChannelReader& whole, std::size_t from, std::size_t to, Part& part);
+    std::size_t lineBehind(std::size_t begin, std::size_t place) const;
+    void readAhead(std::size_t begin);
+    bool acceptPart();
+    void takeAhead(RecordBlock& block, std::size_t most);
     bool nextDataLine(std::string_view& line);
     void takePlainLine(std::string_view line, RecordBlock& block);
     void takeWrappedLine(std::string_view line, RecordBlock& block);
@@ -142,6 +163,7 @@ class ChannelReader {
     std::string_view held_{};   ///< a single value inside a wrapped record, until the next line tells what it is
     std::size_t heldLine_ = 0;  ///< its number; 0 for none
     bool ended_ = false;
+    std::shared_ptr<Ahead> ahead_;  ///< until lines are read one by one
 };
 
 /// All channels in memory.

@@ -52,7 +52,8 @@ bool anyLoaded(const Session& session) {
 SharedLogs readInputLogs(App& app, const Session& session) {
     return readLogs(app, [&](LogSources& logs) {
         Workbench bench(app, {});
-        const ChannelReading how{.loose = session.loose, .decimalComma = session.decimalComma};
+        const ChannelReading how{
+            .loose = session.loose, .decimalComma = session.decimalComma, .workers = app.run.workers};
         for (int slot = 0; slot < slotCount; ++slot) {
             if (!session.loaded(slot)) continue;
             const std::string& path = session.slots[slot].path;

@@ -120,6 +120,7 @@ void Call::start() {
     platform_ = makeSystemPlatform(choices_.dataFolder);
     app_ = std::make_unique<App>(user_, *platform_);
     user_.watch(app_->run);
+    app_->run.workers.count = coreCount();
     const HeldBoxes held(user_);
     if (!loadProcess(*app_)) throw Refusal("", "start-up failed");
     // The file last selected in a window is nothing to a program.

@@ -51,7 +51,7 @@ bool readTrueSlot(App& app, const Session& session, int number, const LasFile& f
     try {
         RunTurn turn(app.run, app.user, file.bytes().size());
         const std::shared_ptr<InputData> data =
-            readInputData(file, {session.loose, session.decimalComma}, session.indexUnit, turn);
+            readInputData(file, {session.loose, session.decimalComma, app.run.workers}, session.indexUnit, turn);
         if (!data) {
             result.why = "stopped";
             return false;

@@ -68,6 +68,21 @@ void LineReader::countEnd(std::size_t& count) {
     if (++count == 1 && ends_.lines() > 1 && ends_.firstOther == 0) ends_.firstOther = ends_.lines();
 }
 
+bool LineReader::goOnBehind(const LineReader& other) {
+    const LineEndCounts& more = other.ends_;
+    if (!ends_.mixed() && more.lines() > 0) {
+        if (more.mixed()) return false;
+        const bool same =
+            (ends_.crLf == 0 || more.crLf > 0) && (ends_.lf == 0 || more.lf > 0) && (ends_.cr == 0 || more.cr > 0);
+        if (!same) return false;
+    }
+    ends_.crLf += more.crLf;
+    ends_.lf += more.lf;
+    ends_.cr += more.cr;
+    seek(other.position_);
+    return true;
+}
+
 std::size_t lineNumberAt(std::string_view bytes, std::size_t position, LineRule rule) {
     LineReader reader(bytes, 0, rule);
     std::size_t number = 0;

@@ -32,6 +32,9 @@ class LineReader {
     /// 0-based place of the first byte of the line that next() would return.
     std::size_t position() const { return position_; }
     void seek(std::size_t position) { position_ = noFeedBefore_ = position; }
+    /// Goes on where another reader of the same bytes came to, whose lines count as if they were handed out here.
+    /// False, with nothing changed, where the lines alone tell which of them is the first that ends otherwise.
+    bool goOnBehind(const LineReader& other);
     bool atEnd() const { return position_ >= bytes_.size(); }
     std::string_view bytes() const { return bytes_; }
     /// Of the lines handed out so far.

@@ -3,6 +3,8 @@
 #include <atomic>
 #include <string>
 
+#include "shared/ordered_work.h"
+
 namespace welvane {
 
 /// The shared run values of one process: which files are in play, how far the run is, whether to stop.
@@ -17,6 +19,7 @@ struct RunState {
     std::string lasFile;     ///< the current input
     std::string targetFile;  ///< the current output
     bool noInputRun = false;
+    Workers workers;
 };
 
 }  // namespace welvane

@@ -59,7 +59,7 @@ class DataReaderTest : public test::PassTest {
         context.grid.sampleCount = count;
         context.fixedColumnWidth = static_cast<std::int16_t>(fixedWidth);
         context.inputMatrix = Matrix(columns, count);
-        for (int column = 0; column < columns; ++column) std::ranges::fill(context.inputMatrix.column(column), lasNull);
+        context.nullValue = lasNull;
         const ReadResult read = readDataIntoMatrix(context, slot, 0, columns - 1);
         if (result != nullptr) *result = read;
         if (failures != nullptr) *failures = context.report.failures;
@@ -80,15 +80,21 @@ TEST_F(DataReaderTest, equalsAPlainReaderOnRandomFiles) {
         if (random() % 8 == 0) return std::string(odd[random() % std::size(odd)]);
         return formatMask((static_cast<double>(random() % 2000000) - 1000000) / 1000, static_cast<int>(random() % 6));
     };
-    for (int round = 0; round < 300; ++round) {
+    for (int round = 0; round < 600; ++round) {
         const int columns = 1 + static_cast<int>(random() % 6), lines = static_cast<int>(random() % 12);
-        const bool wrapped = random() % 2 == 0;
+        const bool wrapped = random() % 3 == 0;
+        // Records that follow each other over the grid are read by several threads, up to the one that does not.
+        const bool straight = random() % 2 == 0, upward = random() % 2 == 0;
+        double depth = upward ? 99 : 107;
+        app.run.workers = {1 + random() % 3, 1 + random() % 100};
         slot.wrap = wrapped ? "YES" : "NO";
         slot.linesPerStep = 3;
         PlainReader plain(100, 0.5, 10, columns);
         std::string bytes;
         for (int line = 0; line < lines; ++line) {
-            std::string record = formatMask(99 + (static_cast<double>(random() % 28)) / 4, 4);
+            depth += (upward ? 0.5 : -0.5) * static_cast<double>(1 + random() % 2);
+            if (!straight || random() % 40 == 0) depth = 99 + (static_cast<double>(random() % 28)) / 4;
+            std::string record = formatMask(depth, 4);
             std::string text = record;
             for (int field = 0; field < columns + (wrapped ? 0 : static_cast<int>(random() % 3) - 1); ++field) {
                 const bool newLine = wrapped && (field == 0 || field == 2);
@@ -106,6 +112,27 @@ TEST_F(DataReaderTest, equalsAPlainReaderOnRandomFiles) {
         for (int c = 0; c < columns; ++c)
             ASSERT_EQ(column(matrix, c), plain.matrix[static_cast<std::size_t>(c)]) << "round " << round << "\n"
                                                                                     << bytes;
+    }
+}
+
+TEST_F(DataReaderTest, severalThreadsTellWhatOneTells) {
+    slot.wrap = "NO";
+    std::string bytes;
+    for (int line = 1; line <= 50; ++line) bytes += (line == 40 ? "x" : std::to_string(line)) + std::string(" 7\r\n");
+    for (const Workers workers : {Workers{1, 1U << 20U}, Workers{3, 20}}) {
+        app.run.workers = workers;
+        app.run.cancelRequested = false;
+        FailureList failures;
+        const Matrix matrix = read(bytes, 1, 60, 1, 1, nullptr, &failures);
+        ASSERT_EQ(failures.count, 1U);
+        EXPECT_EQ(failures.first[0].what, "data.las: line 40");
+        const std::vector<double> values = column(matrix, 0);
+        EXPECT_EQ(values[38], 7) << "what stands before the fault is read";
+        EXPECT_EQ(std::count(values.begin(), values.end(), 7.0), 39);
+        app.run.cancelRequested = true;
+        ReadResult result{};
+        read("1 7\r\n2 7\r\n3 7\r\n4 7\r\n5 7\r\n6 7\r\n", 1, 60, 1, 1, &result);
+        EXPECT_EQ(result, ReadResult::Cancelled);
     }
 }
 

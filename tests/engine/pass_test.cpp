@@ -1,4 +1,5 @@
 // Whole passes from files to a file.
+#include <functional>
 #include <thread>
 
 #include "engine/pass_fixture.h"
@@ -130,6 +131,42 @@ TEST_F(WholePassTest, plainAsciiHasItsOwnHeadsAndSeparators) {
         session.tables.secondOption(PrdRow::PlainAscii) = row.separator;
         ASSERT_TRUE(run("plain.txt").completed);
         EXPECT_EQ(folder.read("plain.txt"), row.expected) << row.style;
+    }
+}
+
+TEST_F(WholePassTest, manyThreadsWriteTheBytesOfOne) {
+    std::string data;
+    for (int line = 0; line < 120; ++line) {
+        data += formatMask(1000 + line * 0.5 + (line == 60 ? 0.5 : 0), 1);
+        for (int channel = 0; channel < 4; ++channel)
+            data += " " + formatMask(line % 7 == 6 ? -999.25 : line * 1234567.0 * channel / 3, channel);
+        data += "\n";
+    }
+    load(0, folder.writeLines("a.las", lasText("A.M :\nB.FT :\nC. :\nD. :\n", data, "1000", "1060", "0.5")));
+    const struct {
+        const char* name;
+        std::function<void()> set;
+    } cases[] = {{"as it is", [] {}},
+                 {"deep to shallow", [&] { session.tables.setting(PrdRow::Direction) = "Deep to Shallow"; }},
+                 {"another unit", [&] { session.tables.outputs().text(SrdRow::Unit, 2) = "M"; }},
+                 {"wrapped", [&] { session.tables.setting(PrdRow::Wrap) = "YES"; }},
+                 {"resampled", [&] { session.tables.setting(PrdRow::SampleRate) = "0.25"; }},
+                 {"separated", [&] {
+                      session.tables.setChecked(PrdRow::PlainAscii, true);
+                      session.tables.secondOption(PrdRow::PlainAscii) = "Comma";
+                  }}};
+    for (const auto& row : cases) {
+        row.set();
+        app.run.workers = {};
+        const RunOutcome outcome = run("one.las");
+        ASSERT_TRUE(outcome.completed) << row.name << outcome.refusal;
+        for (const Workers workers : {Workers{1, 300}, Workers{3, 40}, Workers{2, 1500}}) {
+            app.run.workers = workers;
+            const RunOutcome again = run("many.las");
+            EXPECT_EQ(folder.read("many.las"), folder.read("one.las")) << row.name << ", " << workers.pieceBytes;
+            EXPECT_EQ(again.items.at(0).pass.overflowCount, outcome.items.at(0).pass.overflowCount) << row.name;
+            EXPECT_EQ(again.items.at(0).pass.records, outcome.items.at(0).pass.records) << row.name;
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <random>
 
 #include "las/well.h"
 #include "shared/failure.h"
@@ -16,9 +17,7 @@ using test::LasMaker;
 using test::TempFolder;
 
 /// What a reading gives as one text: a record a line, "." for null; then the notes as "CHANNEL:LINE:COUNT".
-std::string readAsText(const std::string& bytes, const ChannelReading& how = {}) {
-    const TempFolder folder;
-    const LasFile file(folder.write("a.las", bytes), FigureRules::trueFigures);
+std::string textOf(const LasFile& file, const ChannelReading& how) {
     std::string text;
     try {
         ChannelReader reader(file, how);
@@ -37,6 +36,18 @@ std::string readAsText(const std::string& bytes, const ChannelReading& how = {})
         return refusal.what();
     } catch (const RunTimeFailure& failure) {
         return failure.what();
+    }
+    return text;
+}
+
+/// By one thread, and the same by several, each of which takes a few bytes at a time.
+std::string readAsText(const std::string& bytes, ChannelReading how = {}) {
+    const TempFolder folder;
+    const LasFile file(folder.write("a.las", bytes), FigureRules::trueFigures);
+    std::string text = textOf(file, how);
+    for (const Workers workers : {Workers{3, 1}, Workers{2, 9}, Workers{4, 40}}) {
+        how.workers = workers;
+        EXPECT_EQ(textOf(file, how), text) << workers.pieceBytes << " bytes at a time of\n" << bytes;
     }
     return text;
 }
@@ -151,6 +162,28 @@ TEST(ReadChannels, linesEndAsTheyWill) {
     EXPECT_EQ(readAsText(mixedBetween), values + " :10:3");
 }
 
+TEST(ReadChannels, manyThreadsReadWhatOneReads) {
+    std::mt19937 source(20);
+    const auto random = [&source](std::size_t limit) { return static_cast<std::size_t>(source()) % limit; };
+    static const char* const odd[] = {"ERR", "-999.25", "-9999", "123-456", "1E3", "12:30:00", "# x\n", "\n", "~P\n"};
+    static const char* const ends[] = {"\n", "\r\n", "\r"};
+    for (int round = 0; round < 400; ++round) {
+        const std::size_t oddity = std::size_t{20} << random(6);
+        const char* const end = ends[random(3)];
+        std::string data;
+        for (std::size_t line = random(60); line > 0; --line) {
+            for (int word = 0; word < 3; ++word)
+                data += random(oddity) == 0
+                            ? std::string(odd[random(std::size(odd))]) + " "
+                            : formatMask(static_cast<double>(random(9000)) / 7, static_cast<int>(random(5))) + " ";
+            data += random(2 * oddity) == 0 ? ends[random(3)] : end;
+        }
+        if (random(4) == 0) data.resize(data.size() - std::min<std::size_t>(data.size(), random(12)));
+        readAsText(test::withLineEnds(lasOf("DEPT.M : d\nGR. : g\nDT. : t\n", ""), end) + data,
+                   {.loose = random(2) == 0});
+    }
+}
+
 TEST(ReadChannels, keepsAllInMemoryWithItsDecimals) {
     LasMaker maker;
     maker.curve("GR").curve("DT");
@@ -161,20 +194,22 @@ TEST(ReadChannels, keepsAllInMemoryWithItsDecimals) {
     RunState run;
     test::ScriptedInterface user;
     RunTurn turn(run, user, file.bytes().size());
-    const auto data = readChannels(file, {}, turn);
-    ASSERT_TRUE(data);
-    ASSERT_EQ(data->columns.size(), 3U);
-    ASSERT_EQ(data->columns[0].size(), 9000U);
-    for (std::size_t i = 0; i < 9000; ++i) {
-        ASSERT_EQ(data->columns[0][i], 1000 + 0.125 * static_cast<double>(i));
-        ASSERT_EQ(data->columns[1][i], static_cast<double>(i) + 0.5);
-        ASSERT_EQ(data->lines[i], data->lines[0] + i);
+    for (const Workers workers : {Workers{}, Workers{3, 5000}}) {
+        const auto data = readChannels(file, {.workers = workers}, turn);
+        ASSERT_TRUE(data);
+        ASSERT_EQ(data->columns.size(), 3U);
+        ASSERT_EQ(data->columns[0].size(), 9000U);
+        for (std::size_t i = 0; i < 9000; ++i) {
+            ASSERT_EQ(data->columns[0][i], 1000 + 0.125 * static_cast<double>(i));
+            ASSERT_EQ(data->columns[1][i], static_cast<double>(i) + 0.5);
+            ASSERT_EQ(data->lines[i], data->lines[0] + i);
+        }
+        EXPECT_EQ(data->columns[2][7000], 0.00125);
+        EXPECT_TRUE(std::isnan(data->columns[2][6999]));
+        EXPECT_EQ(data->facts.channels[0].decimals, 3);
+        EXPECT_EQ(data->facts.channels[1].decimals, 1);
+        EXPECT_EQ(data->facts.channels[2].decimals, 5);
     }
-    EXPECT_EQ(data->columns[2][7000], 0.00125);
-    EXPECT_TRUE(std::isnan(data->columns[2][6999]));
-    EXPECT_EQ(data->facts.channels[0].decimals, 3);
-    EXPECT_EQ(data->facts.channels[1].decimals, 1);
-    EXPECT_EQ(data->facts.channels[2].decimals, 5);
     run.cancelRequested = true;
     EXPECT_FALSE(readChannels(file, {}, turn)) << "stopped";
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <thread>
 #include <type_traits>
 #include <variant>
 
@@ -158,8 +157,7 @@ BatchShare shareOf(const std::string& text) {
 BatchRequest requestOf(Console& console, const BatchChoices& choices) {
     BatchRequest request = choices.request;
     request.pass = passRequest(choices.pass);
-    request.workers = choices.jobs > 0 ? static_cast<std::size_t>(choices.jobs)
-                                       : std::max<std::size_t>(1, std::thread::hardware_concurrency());
+    request.workers = choices.jobs > 0 ? static_cast<std::size_t>(choices.jobs) : coreCount();
     request.synced = !choices.unsynced;
     request.share = shareOf(choices.part);
     if (request.resume && request.log.empty()) throw UsageFault("--resume needs --log, which tells what is done");

@@ -15,9 +15,12 @@ namespace welvane {
 
 namespace {
 
+constexpr double mostJobs = 64;
+
 struct RunChoices {
     RunFilesRequest request;
     bool dryRun = false;
+    int jobs = 0;  ///< 0: as many as there are cores
     PassTexts pass;
 };
 
@@ -90,6 +93,7 @@ Json outputAsJson(const RunFilesReport& report) {
 
 ExitCode performRun(Console& console, const RunChoices& choices) {
     const RunFilesRequest request = requestOf(console, choices);
+    if (choices.jobs > 0) console.bench().app().run.workers.count = static_cast<std::size_t>(choices.jobs);
     if (choices.dryRun) {
         if (console.options().json) throw UsageFault("--dry-run tells a plan, and --json what was written");
         const PlanReport report = planRun(console.bench(), request);
@@ -125,7 +129,8 @@ VerbSyntax declareRun() {
          "Begin with a saved session, on its own inputs where none are named; options go on top"},
         {"--save-session", &choices->request.saveSession, "FILE", "Save the session for --session"},
         {"--certify", &choices->request.certify, "", "Run the checker on the output; its log stays beside it"},
-        {"--open", &choices->request.open, "", "Open the output in its associated program"}};
+        {"--open", &choices->request.open, "", "Open the output in its associated program"},
+        {"--jobs", &choices->jobs, "N", "Threads that read and print (the cores)", {.least = 1, .most = mostJobs}}};
     addPassOptions(options, choices->pass);
     return {options, [choices](Console& console) { return performRun(console, *choices); }};
 }
