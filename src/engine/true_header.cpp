@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/header_sections.h"
+#include "engine/well_edits.h"
 #include "las/las_text.h"
 #include "las/source_header.h"
 #include "shared/numbers.h"
@@ -125,17 +126,17 @@ class TrueHeader {
 
     static std::string asComment(std::string_view line) { return (line.front() == '#' ? "" : "#") + std::string(line); }
 
-    /// Each line of a section laid out anew; what is no header line becomes a comment. `lay` brings fields to their
-    /// text.
-    template <class Lay>
-    void writeLines(char letter, Lay lay) {
+    /// Each line of a section laid out anew; what is no header line becomes a comment. `write` writes what stands in
+    /// the place of a line.
+    template <class Write>
+    void writeLines(char letter, Write write) {
         const SourceSection* const section = source_.find(letter);
         if (section == nullptr) return;
         for (const SourceLine& line : section->lines) {
             const bool isComment = line.text.front() == '#';
             const bool firstColon = letter == 'W' && inputVersion_ == version12;
             if (auto kept = isComment ? std::nullopt : keptField(line.text, firstColon))
-                text_.line(lay(kept->field));
+                write(kept->field);
             else if (!isComment || (!isColumnHead(line.text) && isNotTitleLine(line.text, context_.headerCurveNames)))
                 text_.line(asComment(line.text));
         }
@@ -153,7 +154,7 @@ class TrueHeader {
         std::set<std::string> there;
         writeLines('V', [&](const HeaderField& field) {
             there.insert(upper(field.mnem));
-            return laidOut(context_, field);
+            text_.line(laidOut(context_, field));
         });
         addMissing(there,
                    {{"VERS", "", "2.0", "CWLS LOG ASCII STANDARD - VERSION 2.0"},
@@ -170,11 +171,19 @@ class TrueHeader {
             for (int row = 1; row < wrd.rows(); ++row) there.insert(upper(wrd.text(row, FieldColumn::Mnem)));
         } else {
             text_.line(title);
+            WellEdits edits(context_.session, outputVersion_);
+            const auto writeAll = [&](const std::vector<HeaderField>& fields) {
+                for (const HeaderField& field : fields) {
+                    there.insert(upper(field.mnem));
+                    text_.line(laidOut(context_, field, extraColon));
+                }
+            };
+            writeAll(edits.front());
             writeLines('W', [&](HeaderField& field) {
-                there.insert(upper(field.mnem));
                 swapForVersions(field, inputVersion_, outputVersion_);
-                return laidOut(context_, field, extraColon);
+                writeAll(edits.inPlaceOf(field));
             });
+            writeAll(edits.rest());
         }
         const std::string unit = context_.tables().setting(PrdRow::DepthUnits);
         addMissing(there,

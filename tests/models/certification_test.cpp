@@ -21,6 +21,21 @@ TEST(Certification, takesTheBrowsersSelectionOrTheCurrentFile) {
     EXPECT_EQ(batch.crd.text(1, CrdColumn::File), "/current.las");
 }
 
+TEST(Certification, theOptionNamesTheColumn) {
+    BatchCertification batch;
+    fillCr(batch, nullptr, "/current.las");
+    std::vector<std::string> heads;
+    for (int kind = 0; kind < checkKindCount; ++kind) {
+        chooseCheck(batch, static_cast<CheckKind>(kind));
+        EXPECT_EQ(batch.kind, static_cast<CheckKind>(kind));
+        EXPECT_EQ(batch.crd.text(0, CrdColumn::Verdict), checkCaption(static_cast<CheckKind>(kind)));
+        heads.push_back(batch.crd.text(0, CrdColumn::Verdict));
+    }
+    EXPECT_EQ(heads,
+              (std::vector<std::string>{"Do basic fast checks", "Do WRAP Checks", "Do Complete Welvane checks"}));
+    EXPECT_EQ(batch.crd.text(1, CrdColumn::File), "/current.las");
+}
+
 BatchCertification checkedBatch() {
     BatchCertification batch;
     fillCr(batch, {"failed.las", "error.las", "nothing.las"});

@@ -6,7 +6,9 @@
 #include "engine/driver.h"
 #include "las/read_channels.h"
 #include "models/byte_place.h"
+#include "models/export_picture.h"
 #include "models/other_text.h"
+#include "models/shown_text.h"
 #include "session/loading.h"
 #include "session/matching.h"
 #include "session/session_setup.h"
@@ -106,6 +108,21 @@ TEST_F(LogPreviews, theOutputIsWhatARunWrites) {
         }
     }
     EXPECT_EQ(shown.source.channels.front().mnem, written.names.channels[1].mnem);
+}
+
+TEST_F(LogPreviews, picturesAndTextsAreFilesOfTheirKind) {
+    EXPECT_EQ(pictureKind("a.PNG"), PictureKind::Png);
+    EXPECT_EQ(pictureKind("a.png.txt"), PictureKind::Svg);
+    const std::string path = folder.path("a.svg");
+    EXPECT_EQ(writePictureBytes(path, "<svg/>").why, "Written: " + path);
+    EXPECT_EQ(readShownText(path).text, "<svg/>");
+    const EditOutcome refused = writePictureBytes(folder.path("none/a.svg"), "x");
+    EXPECT_FALSE(refused.done);
+    EXPECT_NE(refused.why.find("none/a.svg"), std::string::npos) << refused.why;
+    EXPECT_EQ(readShownText(folder.path("gone")).why, folder.path("gone") + " cannot be read");
+    const ShownText most = readShownText(folder.write("long", std::string(ShownText::most + 1, 'x')));
+    EXPECT_TRUE(most.cut);
+    EXPECT_EQ(most.text.size(), ShownText::most);
 }
 
 TEST(OtherText, keepsItsBytesWhenNothingWasTyped) {

@@ -2,6 +2,8 @@
 #include "jobs/process.h"
 #include "jobs/run.h"
 #include "models/channels_tab.h"
+#include "models/coverage.h"
+#include "models/header_rows.h"
 #include "models/session_files.h"
 #include "models/session_store.h"
 #include "models/survey.h"
@@ -97,6 +99,62 @@ void set(Frame& frame, PrdRow row, const char* text, PrdColumn column = PrdColum
     const EditOutcome outcome = table.edit(at(row), at(column), text, item);
     EXPECT_TRUE(outcome.done) << outcome.why;
 }
+class WellLines : public WindowAndVerb {
+  protected:
+    static std::string wellOf(const std::string& file) {
+        const std::size_t from = file.find("~Well");
+        return file.substr(from, file.find("~Curve") - from);
+    }
+    std::string written(Frame& frame, const char* name) {
+        app.run.targetFile = folder.path(name);
+        ProcessRequest request;
+        request.sessionOpen = true;
+        EXPECT_TRUE(process(app, frame.session, request).completed);
+        return wellOf(folder.read(name));
+    }
+};
+
+/// Of both files' headers, since the one opened last is what is written, and the first one's lines are shown.
+TEST_P(WellLines, AreWrittenAsTheyWereEdited) {
+    Frame frame(app);
+    openArea(frame, WorkArea::Session);
+    dropFiles(frame, files, 0);
+    Table& wrd = frame.session.tables.wrd;
+    std::array<std::string, 2> before, after;
+    for (std::size_t slot : {1U, 0U}) {
+        set(frame, PrdRow::HeaderFile, frame.session.slots[slot].path.c_str());
+        before[slot] = written(frame, "before.las");
+    }
+    const auto rowOf = [&](const char* mnem) {
+        int row = 1;
+        while (wrd.text(row, FieldColumn::Mnem) != mnem) ++row;
+        return row;
+    };
+    CellTableModel model = fieldsModel(wrd);
+    EXPECT_TRUE(model.edit(rowOf("COMP"), at(FieldColumn::Value), "SOMEBODY ELSE").done);
+    EXPECT_TRUE(model.edit(rowOf("STRT"), at(FieldColumn::Value), "1").done);
+    EXPECT_TRUE(deleteHeaderLine(wrd, rowOf("FLD")).done);
+    const int added = addHeaderLine(wrd, rowOf("COMP"));
+    EXPECT_TRUE(model.edit(added, at(FieldColumn::Mnem), "RIG").done);
+    EXPECT_TRUE(model.edit(added, at(FieldColumn::Value), "SEVEN").done);
+    for (std::size_t slot : {1U, 0U}) {
+        set(frame, PrdRow::HeaderFile, frame.session.slots[slot].path.c_str());
+        after[slot] = written(frame, "after.las");
+        std::string expected;
+        for (const std::string& line : split(before[slot], '\n'))
+            if (line.starts_with(" COMP."))
+                expected += " RIG. SEVEN :\r\n" + replaceAll(line, "MARLSTONE PETROLEUM", "SOMEBODY ELSE      ") + "\n";
+            else if (!line.starts_with("  FLD.") && !line.empty())
+                expected += line + "\n";
+        std::string told = after[slot];
+        const std::size_t rig = told.rfind('\n', told.find("RIG.")) + 1, end = told.find('\n', rig);
+        EXPECT_EQ(told.replace(rig, end - rig, " RIG. SEVEN :\r"), expected);
+    }
+    EXPECT_NE(after[0], after[1]);
+    keepSession(app, frame.session, folder.path("kept.wsn"));
+    EXPECT_EQ(wellOf(byKeptSession()), after[0]);
+}
+
 void check(Frame& frame, PrdRow row, bool on) {
     EXPECT_TRUE(propertiesModel(frame.app, frame.session).setCheck(at(row), at(PrdColumn::Setting), on).done);
 }
@@ -164,6 +222,37 @@ const Deed deeds[] = {
      [](PassRequest& p) {
          p.select = {"GR", "SP"};
      }},
+    {"wrapped",
+     [](Frame& f) {
+         set(f, PrdRow::Wrap, "Yes");
+         // The lines have room, so each run asks but the verb's, whose option has said so.
+         for (int run = 0; run < 3; ++run) static_cast<ScriptedInterface&>(f.app.user).willAnswer(Answer::Yes);
+     },
+     [](PassRequest& p) { p.wrap = Wrap::Yes; }},
+    {"columnWidth",
+     [](Frame& f) {
+         set(f, PrdRow::ParsingOptions, "Column width of:");
+         set(f, PrdRow::ParsingOptions, "13", PrdColumn::Option);
+     },
+     [](PassRequest& p) { p.columnWidth = GivenNumber(13); }},
+    {"duplicates",
+     [](Frame& f) {
+         check(f, PrdRow::RenameDuplicates, false);
+         EXPECT_TRUE(newChannelsModel(f.app, f.session, {}).edit(at(SrdRow::Mnem), 2, "GR").done);
+     },
+     [](PassRequest& p) {
+         p.renameDuplicates = false;
+         p.curves = {"GR.GAPI 30 310 01 00 : GAMMA RAY | GR", "GR.IN 70 280 01 00 : CALIPER | CALI"};
+     }},
+    {"spliceDepths",
+     [](Frame& f) {
+         CoverageTab tab(f.session);
+         tab.type(0, "1010"), tab.type(1, "1160.02");
+         tab.apply(0);
+     },
+     [](PassRequest& p) {
+         p.applyDepths = {{0, {GivenNumber(1010), GivenNumber(1160.02)}}};
+     }},
     {"filterAtTheRun",
      [](Frame& f) {
          nameFilter(f);
@@ -190,6 +279,8 @@ const Deed deeds[] = {
      }},
 };
 
+INSTANTIATE_TEST_SUITE_P(Plain, WellLines, testing::Values(deeds[0]),
+                         [](const auto&) { return std::string("edited"); });
 INSTANTIATE_TEST_SUITE_P(Deeds, WindowAndVerb, testing::ValuesIn(deeds),
                          [](const auto& deed) { return std::string(deed.param.name); });
 
