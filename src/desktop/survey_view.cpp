@@ -39,7 +39,7 @@ SurveyView::SurveyView(Frame& frame, std::function<void(const EditOutcome&)> cha
     });
     grid_->setPaste([this](int row, int column, const std::string& text) {
         asStep("Paste survey cells", [&] {
-            const PasteReport report = pasteSurvey(frame_.session.tables.trd, row, column, text);
+            const PasteReport report = pasteSurvey(frame_.session, row, column, text);
             return EditOutcome{report.clean(), report.summary()};
         });
     });

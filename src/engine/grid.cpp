@@ -135,10 +135,27 @@ std::uint64_t matrixBytes(const PassContext& context) {
     return (inputs + outputs) * static_cast<std::uint64_t>(context.grid.sampleCount) * sizeof(double);
 }
 
+namespace {
+
+/// By true figures no depth is mapped through a station that nobody measured.
+bool surveyIsWhole(PassContext& context) {
+    const SessionTables& tables = context.tables();
+    if (!tables.checked(PrdRow::ApplyTvd)) return true;
+    if (const auto fault = surveyFault(tables.trd)) return stop(context, fault->why);
+    const std::vector<SurveyRow>& stations = context.session.inclinometry.rows;
+    if (stations.empty() || (stations.size() == 1 && stations.front().md == 0))
+        context.report.notes.push_back(
+            {.kind = NoteKind::Survey, .text = "the survey has no station: depths stay as they are"});
+    return true;
+}
+
+}  // namespace
+
 bool deriveGrid(PassContext& context) {
     SessionTables& tables = context.tables();
     PassGrid& grid = context.grid;
     if (tables.checked(PrdRow::ApplyTvd)) updateInclinometry(context.session);
+    if (context.options.rules == FigureRules::trueFigures && !surveyIsWhole(context)) return false;
     context.applyTvd = tables.checked(PrdRow::ApplyTvd) && !context.session.inclinometry.rows.empty();
     const SlotChannels& channels = context.session.channels[0];
     const bool isTrue = context.options.rules == FigureRules::trueFigures;

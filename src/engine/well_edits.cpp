@@ -13,8 +13,9 @@ namespace welvane {
 namespace {
 
 std::vector<HeaderField> wellLines(const Session& session) {
-    if (!session.loaded(0) || !session.slots[0].file) return {};
-    return session.slots[0].file->section('W', lettersAsTheyStand).value_or(SectionTable());
+    const int slot = session.firstSlot();
+    if (slot < 0 || !session.slots[slot].file) return {};
+    return session.slots[slot].file->section('W', lettersAsTheyStand).value_or(SectionTable());
 }
 
 std::vector<HeaderField> shownLines(const Table& wrd) {
@@ -35,7 +36,7 @@ std::string WellEdits::nextKey(Counts& counts, const std::string& mnem) {
 WellEdits::WellEdits(const Session& session, double outputVersion) {
     std::vector<HeaderField> before = wellLines(session), after = shownLines(session.tables.wrd);
     if (before.empty() || after.empty()) return;
-    const double version = val(session.slots[0].lasVersion);
+    const double version = val(session.slots[session.firstSlot()].lasVersion);
     for (std::vector<HeaderField>* lines : {&before, &after}) {
         std::erase_if(*lines, [](const HeaderField& line) { return trim(line.mnem).empty(); });
         for (HeaderField& line : *lines) swapForVersions(line, version, outputVersion);

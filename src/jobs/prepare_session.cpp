@@ -158,21 +158,22 @@ bool mayBeMissed(FigureRules rules, LoadStatus status) {
     return rules == FigureRules::asLaidDown && (status == LoadStatus::NoFile || status == LoadStatus::WithoutChannels);
 }
 
-void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& inputs) {
-    for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
-        session.slots[slot].path = inputs[slot].path;
-        session.slots[slot].file = inputs[slot].file;
+void loadInputs(Workbench& bench, Session& session, const std::vector<Input>& inputs, const std::vector<int>& slots) {
+    for (std::size_t place = 0; place < inputs.size(); ++place) {
+        InputSlot& slot = session.slots[slots[place]];
+        slot.path = inputs[place].path;
+        slot.file = inputs[place].file;
     }
-    for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
-        const SlotLoadResult result = Open4Files(bench.app(), session, static_cast<int>(slot));
+    for (std::size_t place = 0; place < inputs.size(); ++place) {
+        const SlotLoadResult result = Open4Files(bench.app(), session, slots[place]);
         std::vector<Note> notes = result.notes;
         if (result.status != LoadStatus::Loaded && !mayBeMissed(session.rules, result.status))
-            throw Refusal(inputs[slot].given, result.why, remedyFor(result.help));
+            throw Refusal(inputs[place].given, result.why, remedyFor(result.help));
         for (const std::string& unit : result.unknownUnits)
             if (!bench.app().reference.units.empty())
                 notes.push_back({.kind = NoteKind::Unit, .text = "the unit table does not know \"" + unit + "\""});
-        for (Note& note : notes) note.file = inputs[slot].given;
-        tellNotes(bench, inputs[slot].given, notes);
+        for (Note& note : notes) note.file = inputs[place].given;
+        tellNotes(bench, inputs[place].given, notes);
     }
     bench.app().run.lasFile = inputs.front().path;
 }
@@ -194,14 +195,15 @@ void tellOtherWells(Workbench& bench, const std::vector<Input>& inputs) {
 }
 
 /// Where the records of an input follow no step, somebody has to say onto what they shall go.
-void needSpacing(const Session& session, const std::vector<Input>& inputs, const PassRequest& request) {
+void needSpacing(const Session& session, const std::vector<Input>& inputs, const PassRequest& request,
+                 const std::vector<int>& slots) {
     if (!request.step.empty()) return;
-    for (std::size_t slot = 0; slot < inputs.size(); ++slot) {
-        const InputData& data = *session.slots[slot].data;
+    for (std::size_t place = 0; place < inputs.size(); ++place) {
+        const InputData& data = *session.slots[slots[place]].data;
         if (data.spacing.kind != IndexSpacing::Kind::Irregular) continue;
         const std::size_t misfit = data.spacing.misfit;
         const std::vector<double>& depths = data.depths();
-        throw Refusal(inputs[slot].given,
+        throw Refusal(inputs[place].given,
                       "line " + std::to_string(data.channels.lines[misfit]) + ": its depths follow no one step: " +
                           plainNumber(depths[misfit]) + " stands behind " + plainNumber(depths[misfit - 1]),
                       Remedy::Step);
@@ -215,12 +217,6 @@ void noteMissingGroups(Workbench& bench) {
     const std::string what = path.empty() ? "curves.ini is not in " + bench.app().platform.programFolder()
                                           : path + " holds no group of curves";
     bench.note(NoteKind::File, "", what + "; channels are joined by their names alone");
-}
-
-void needTrueInputs(Workbench& bench, const Session& session, const std::vector<Input>& inputs,
-                    const PassRequest& request, bool settled) {
-    if (!settled) needSpacing(session, inputs, request);
-    tellOtherWells(bench, inputs);
 }
 
 void applyFilter(Workbench& bench, Session& session, const std::string& path) {
@@ -254,9 +250,14 @@ void prepareSession(Workbench& bench, Session& session, const std::vector<Input>
     session.rules = request.rules;
     session.decimalComma = request.decimalComma;
     session.indexUnit = request.indexUnit;
-    loadInputs(bench, session, inputs);
+    std::vector<int> slots = start.slots;
+    while (slots.size() < inputs.size()) slots.push_back(static_cast<int>(slots.size()));
+    loadInputs(bench, session, inputs, slots);
     const std::string indexUnit = session.tables.setting(PrdRow::DepthUnits);
-    if (request.rules == FigureRules::trueFigures) needTrueInputs(bench, session, inputs, request, start.settled);
+    if (request.rules == FigureRules::trueFigures) {
+        if (!start.settled) needSpacing(session, inputs, request, slots);
+        tellOtherWells(bench, inputs);
+    }
     if (start.loaded) start.loaded();
     if (request.splice) {
         noteMissingGroups(bench);

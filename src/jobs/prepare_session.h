@@ -11,7 +11,8 @@ namespace welvane {
 /// What happens to a session between the loading of its inputs and the choices of the request.
 struct SessionStart {
     std::function<void()> loaded{};
-    bool settled = false;  ///< what the inputs leave open, such as their spacing, was settled before
+    bool settled = false;      ///< what the inputs leave open, such as their spacing, was settled before
+    std::vector<int> slots{};  ///< where each input goes; in a row from the first one when empty
 };
 
 /// Puts the inputs, opened as LAS files, into the slots of a fresh session and does to its tables what the request

@@ -84,12 +84,12 @@ RunMarks marksOf(const SettledRequest& settled) {
 void prepare(Workbench& bench, Session& session, const std::vector<Input>& inputs, const SettledRequest& settled) {
     const RunFilesRequest& request = settled.request;
     std::optional<Session> fresh;
-    const SessionStart start{[&] {
-                                 if (!request.saveSession.empty()) fresh = session;
-                                 if (settled.saved)
-                                     restoreSession(bench, session, inputs, *settled.saved, settled.filesNamed);
-                             },
-                             settled.saved.has_value()};
+    SessionStart start{.settled = settled.saved.has_value()};
+    if (settled.saved) start.slots = slotsOf(*settled.saved);
+    start.loaded = [&] {
+        if (!request.saveSession.empty()) fresh = session;
+        if (settled.saved) restoreSession(bench, session, inputs, *settled.saved, settled.filesNamed);
+    };
     prepareSession(bench, session, inputs, request.pass, start);
     for (const std::string& output : {request.output, request.saveSession})
         if (!output.empty()) bench.needOwnFile(output, inputs);

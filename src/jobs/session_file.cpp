@@ -56,11 +56,10 @@ std::vector<std::string> mnemsOf(const SlotChannels& channels) {
     return mnems;
 }
 
-std::string inputPart(const Input& input, std::size_t number, const Session& fresh, const Session& session,
+std::string inputPart(const Input& input, int slot, const Session& fresh, const Session& session,
                       const std::string& file) {
-    const std::size_t slot = number - 1;
     const std::uint64_t bytes = fileSize(resolvePath(input.given)).value_or(0);
-    std::string text = "\n[input " + std::to_string(number) + "]\n" + pathLines(pathsFor(input.given, file)) +
+    std::string text = "\n[input " + std::to_string(slot + 1) + "]\n" + pathLines(pathsFor(input.given, file)) +
                        "bytes " + std::to_string(bytes) + "\ncheck " + checkText(checkOf(input.file->bytes())) +
                        "\ncurves";
     for (const std::string& mnem : mnemsOf(fresh.channels[slot])) text += " " + quotedText(mnem);
@@ -121,11 +120,11 @@ void takeInputLine(SavedInput& input, const SessionLine& line) {
         line.refuse("an input has no '" + what + "'");
 }
 
-/// The number of an input by the title of its part, from 1; 0 for another part.
-std::size_t inputNumber(const SessionPart& part) {
-    for (std::size_t number = 1; number <= slotCount; ++number)
-        if (part.title == "input " + std::to_string(number)) return number;
-    return 0;
+/// The slot of an input by the title of its part; -1 for another part.
+int slotOfPart(const SessionPart& part) {
+    for (int slot = 0; slot < slotCount; ++slot)
+        if (part.title == "input " + std::to_string(slot + 1)) return slot;
+    return -1;
 }
 
 void takeHead(SavedSession& saved, const SessionPart& part) {
@@ -133,11 +132,11 @@ void takeHead(SavedSession& saved, const SessionPart& part) {
         for (const SessionLine& line : part.lines) takeReadingLine(saved, line);
         return;
     }
-    const std::size_t number = inputNumber(part);
-    if (number == 0) return;
-    if (number != saved.inputs.size() + 1)
+    const int slot = slotOfPart(part);
+    if (slot < 0) return;
+    if (!saved.inputs.empty() && saved.inputs.back().slot >= slot)
         throw RunTimeFailure("line " + std::to_string(part.number) + ": its inputs are out of order");
-    saved.inputs.emplace_back();
+    saved.inputs.emplace_back().slot = slot;
     for (const SessionLine& line : part.lines) takeInputLine(saved.inputs.back(), line);
 }
 
@@ -158,10 +157,10 @@ void applySaved(const SavedSession& saved, const NamedTexts& named, Session& ses
     next.filterFile = named.at("filter");
     next.tvdFile = named.at("survey");
     for (const SessionPart& part : saved.parts) {
-        const std::size_t number = inputNumber(part);
-        if (number != 0) {
+        const int slot = slotOfPart(part);
+        if (slot >= 0) {
             for (const SessionLine& line : part.lines)
-                if (line.keyword() == "channel") changeChannel(next.channels[number - 1], line);
+                if (line.keyword() == "channel") changeChannel(next.channels[slot], line);
         } else if (part.title != "run" && part.title != "filter" && part.title != "survey" &&
                    !takePart(part, named, next, nextSettings)) {
             throw RunTimeFailure("line " + std::to_string(part.number) + ": no part is called '" + part.title + "'");
@@ -224,6 +223,12 @@ SavedSession readSavedSession(const std::string& file) {
     });
 }
 
+std::vector<int> slotsOf(const SavedSession& saved) {
+    std::vector<int> slots;
+    for (const SavedInput& input : saved.inputs) slots.push_back(input.slot);
+    return slots;
+}
+
 std::vector<std::string> findSavedInputs(const SavedSession& saved) {
     std::vector<std::string> files;
     std::vector<std::string> missing;
@@ -256,8 +261,10 @@ void restoreSession(Workbench& bench, Session& session, const std::vector<Input>
     if (inputs.size() != saved.inputs.size())
         throw refusedChoice("session", "it has " + counted(static_cast<std::int64_t>(saved.inputs.size()), "input") +
                                            ", not " + std::to_string(inputs.size()));
-    for (std::size_t slot = 0; slot < inputs.size(); ++slot)
-        needSameInput(bench, inputs[slot], saved.inputs[slot], session.channels[slot], named);
+    for (std::size_t place = 0; place < inputs.size(); ++place) {
+        const SavedInput& before = saved.inputs[place];
+        needSameInput(bench, inputs[place], before, session.channels[before.slot], named);
+    }
     try {
         applySaved(saved, pathsNow(saved, session), session, bench.app().settings);
     } catch (const RunTimeFailure& failure) {
@@ -273,8 +280,9 @@ std::string sessionText(const App& app, const Session& session, const Session& f
         "# Inputs, how they are read, and what differs from the tables as these inputs fill them. An edited file ends\n"
         "# in \"end\" alone.\n" +
         readingPart(session, marks);
-    for (std::size_t number = 1; number <= inputs.size(); ++number)
-        text += inputPart(inputs[number - 1], number, fresh, session, file);
+    auto input = inputs.begin();
+    for (int slot = 0; slot < slotCount && input != inputs.end(); ++slot)
+        if (!fresh.slots[slot].path.empty()) text += inputPart(*input++, slot, fresh, session, file);
     if (!session.filterFile.empty()) text += "\n[filter]\n" + pathLines(pathsFor(session.filterFile, file));
     if (!session.tvdFile.empty()) text += "\n[survey]\n" + pathLines(pathsFor(session.tvdFile, file));
     text = closedText(text + settingsPart(app.settings) + sessionParts(fresh, session));

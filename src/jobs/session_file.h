@@ -19,6 +19,7 @@ struct RunMarks {
 };
 
 struct SavedInput {
+    int slot = 0;
     std::string path;                 ///< absolute
     std::string relative;             ///< from the folder of the session file
     std::uint64_t bytes = 0;          ///< its size
@@ -39,6 +40,8 @@ struct SavedSession {
 
 /// Refusal for a file that cannot be read, is no session file, is of another version, was cut or damaged.
 SavedSession readSavedSession(const std::string& file);
+/// The slots of its inputs, from above.
+std::vector<int> slotsOf(const SavedSession& saved);
 /// Where its inputs are now: beside the session file as they were when it was saved, else where they were. Refusal,
 /// with all that are missing, where one is in neither place.
 std::vector<std::string> findSavedInputs(const SavedSession& saved);

@@ -30,18 +30,16 @@ std::vector<Input> openInputsOf(Workbench& bench, const std::vector<std::string>
     return inputs;
 }
 
-/// The files of the slots. A file behind a free slot would come back in another one.
-std::vector<std::string> slotPaths(const Session& session) {
-    std::vector<std::string> paths;
-    for (int slot = 0; slot < slotCount; ++slot) {
-        if (!session.loaded(slot)) continue;
-        if (static_cast<int>(paths.size()) != slot)
-            throw RunTimeFailure("File " + std::to_string(slot + 1) +
-                                 " stands behind a free one: a session is kept with its files in a row");
-        paths.push_back(session.slots[static_cast<std::size_t>(slot)].path);
-    }
-    if (paths.empty()) throw RunTimeFailure("no file is open in this session");
-    return paths;
+std::vector<int> slotsInUse(const Session& session) {
+    std::vector<int> slots;
+    for (int slot = 0; slot < slotCount; ++slot)
+        if (session.loaded(slot)) slots.push_back(slot);
+    if (slots.empty()) throw RunTimeFailure("no file is open in this session");
+    return slots;
+}
+
+std::string firstPath(const Session& session) {
+    return session.slots[slotsInUse(session).front()].path;
 }
 
 }  // namespace
@@ -56,12 +54,15 @@ std::string askSessionToOpen(Frame& frame) {
 
 void keepSession(App& app, const Session& session, const std::string& path) {
     Workbench bench(app, {.force = true});
-    const std::vector<Input> inputs = openInputsOf(bench, slotPaths(session), session.loose);
+    const std::vector<int> slots = slotsInUse(session);
+    std::vector<std::string> paths;
+    for (const int slot : slots) paths.push_back(session.slots[slot].path);
+    const std::vector<Input> inputs = openInputsOf(bench, paths, session.loose);
     bench.checkOutput(path, inputs);
     const StartupSettings settings = app.settings;
     Session fresh;
     std::optional<Session> loaded;
-    prepareSession(bench, fresh, inputs, readingOf(session), {[&] { loaded = fresh; }, true});
+    prepareSession(bench, fresh, inputs, readingOf(session), {[&] { loaded = fresh; }, true, slots});
     app.settings = settings;
     writeSession(bench, path, sessionText(app, session, *loaded, inputs, {}, path));
 }
@@ -76,7 +77,7 @@ RestoredSession restoreKeptSession(App& app, const std::string& path) {
     const std::vector<Input> inputs = openInputsOf(bench, paths, request.loose);
     RestoredSession restored;
     prepareSession(bench, restored.session, inputs, request,
-                   {[&] { restoreSession(bench, restored.session, inputs, saved, false); }, true});
+                   {[&] { restoreSession(bench, restored.session, inputs, saved, false); }, true, slotsOf(saved)});
     restored.settings = app.settings;
     return restored;
 }
@@ -84,10 +85,12 @@ RestoredSession restoreKeptSession(App& app, const std::string& path) {
 void takeSession(Frame& frame, RestoredSession&& restored, const std::string& path) {
     if (!frame.isOpen(WorkArea::Session)) frame.app.run.lasFile.clear();
     openArea(frame, WorkArea::Session);
-    frame.session = std::move(restored.session);
-    frame.app.settings = std::move(restored.settings);
-    frame.app.run.lasFile = frame.session.slots[0].path;
-    frame.history.clear();
+    {
+        const UndoHistory::Step step(frame.history, frame.app, frame.session, "Open session " + fileNameOf(path));
+        frame.session = std::move(restored.session);
+        frame.app.settings = std::move(restored.settings);
+        frame.app.run.lasFile = firstPath(frame.session);
+    }
     frame.problems.clear();
     frame.currentSlot = -1;
     noteRecentFile(frame.app.platform.settings(), path);

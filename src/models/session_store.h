@@ -21,7 +21,7 @@ std::string askSessionToOpen(Frame& frame);
 void keepSession(App& app, const Session& session, const std::string& path);
 /// Reads a session back. RunTimeFailure or Refusal tells what is missing or changed.
 RestoredSession restoreKeptSession(App& app, const std::string& path);
-/// The frame goes on with a restored session, which is opened where none was. Its steps cannot be taken back.
+/// The frame goes on with a restored session, which is opened where none was. A step that can be taken back.
 void takeSession(Frame& frame, RestoredSession&& restored, const std::string& path);
 
 }  // namespace welvane

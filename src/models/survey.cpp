@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "models/table_models.h"
 #include "session/tvd.h"
 #include "shared/files.h"
 #include "shared/text.h"
@@ -26,18 +27,10 @@ TrdColumn missingCell(const Table& trd, int row) {
     return TrdColumn::Label;
 }
 
-/// Plain lines of plain cells: what a cell holds is one line, whatever quotes stood around it.
-std::string plainBlock(const SurveyBlock& block) {
+/// A block of blanks in this size, which makes the table grow for it.
+std::string blanksFor(const SurveyBlock& block) {
     std::string text;
-    for (const std::vector<std::string>& line : block) {
-        for (std::size_t field = 0; field < line.size(); ++field) {
-            std::string cell = line[field];
-            std::ranges::replace_if(
-                cell, [](char letter) { return letter == '\t' || letter == '\r' || letter == '\n'; }, ' ');
-            text += (field == 0 ? "" : "\t") + cell;
-        }
-        text += "\r\n";
-    }
+    for (const std::vector<std::string>& line : block) text += std::string(line.size() - 1, '\t') + "\n";
     return text;
 }
 
@@ -53,6 +46,8 @@ bool fits(const Table& trd, int row, int column, const SurveyBlock& block) {
 SurveyOutcome computeSurvey(App& app, Session& session) {
     SurveyOutcome result;
     const Table& trd = session.tables.trd;
+    if (const auto fault = noNumberIn(trd); fault && session.rules == FigureRules::trueFigures)
+        return {{false, "nothing was computed: " + fault->why}, fault->row, fault->column};
     const int lastRow = buildTVDTable(session, app.user) ? trd.rows() - 1 : tieRow;
     for (int row = tieRow; row <= lastRow; ++row) {
         const TrdColumn missing = missingCell(trd, row);
@@ -70,6 +65,7 @@ SurveyOutcome openTVDFile(App& app, Session& session) {
     session.tvdFile = path;
     app.platform.settings().put("tvdFile", path);
     const bool read = readTVDFile(path, session, app.user);
+    if (const auto fault = noNumberIn(session.tables.trd)) return {{true, fault->why}, fault->row, fault->column};
     return {{read, read ? "" : path + " could not be read: the table is empty"}, tieRow, at(TrdColumn::Md)};
 }
 
@@ -90,22 +86,23 @@ void clearTrdSelection(Table& trd, int firstRow, int firstColumn, int lastRow, i
     markTrdChanged(trd);
 }
 
-PasteReport pasteSurvey(Table& trd, int row, int column, std::string_view text) {
+PasteReport pasteSurvey(Session& session, int row, int column, std::string_view text) {
+    Table& trd = session.tables.trd;
     PasteReport report;
     const SurveyBlock block = splitCells(text);
-    if (row < tieRow || column < 0) {
+    if (row < tieRow || column < 1) {
         report.why = "nothing was pasted: the heads take no text";
         return report;
     }
-    Table next = trd;
-    pasteIntoTrd(next, row, column, plainBlock(block));
-    if (!fits(next, row, column, block)) {
+    Table room = trd;
+    pasteIntoTrd(room, row, column, blanksFor(block));
+    if (!fits(room, row, column, block)) {
         report.why = "nothing was pasted: the block reaches beyond what a survey can hold";
         return report;
     }
-    trd = std::move(next);
-    for (const std::vector<std::string>& line : block) report.changed += line.size();
-    return report;
+    trd.resize(room.rows(), room.columns());
+    CellTableModel model = surveyModel(session);
+    return pasteCells(model, row, column, text);
 }
 
 }  // namespace welvane

@@ -27,8 +27,8 @@ EditOutcome saveInclinometryData(App& app, const Session& session);
 /// Asks, then clears the texts of the selected cells (heads and labels stay). Rows and columns count from 0, both ends
 /// included.
 void clearTrdSelection(Table& trd, int firstRow, int firstColumn, int lastRow, int lastColumn, UserInterface& user);
-/// Puts a block into the table from a cell on, which grows for it. One that reaches beyond what the table can hold, or
-/// begins in the heads, changes nothing.
-PasteReport pasteSurvey(Table& trd, int row, int column, std::string_view text);
+/// Puts a block into trd from a cell on, which grows for it, each cell by the rules of an edit. One that reaches beyond
+/// what the table can hold, or begins in the heads, changes nothing.
+PasteReport pasteSurvey(Session& session, int row, int column, std::string_view text);
 
 }  // namespace welvane

@@ -127,7 +127,9 @@ CellTableModel surveyModel(Session& session) {
     rules.headRows = at(TrdRow::Tie);
     rules.mayEdit = [](TableIndex row, TableIndex column) { return row >= at(TrdRow::Tie) && column > 0; };
     rules.edit = [&](const CellEdit& edit) {
-        session.tables.trd.text(edit.row, edit.column) = edit.text;
+        const bool isNumber = edit.column <= at(TrdColumn::Azimuth) && session.rules == FigureRules::trueFigures;
+        isNumber ? needNumberOrBlank(edit.text) : needOneLine(edit.text);
+        session.tables.trd.text(edit.row, edit.column) = trim(edit.text);
         markTrdChanged(session.tables.trd);
     };
     return {session.tables.trd, std::move(rules)};

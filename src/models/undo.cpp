@@ -83,6 +83,7 @@ bool nothingChanged(const SessionState& before, const App& app, const Session& s
     return before.format == app.settings.format && before.matrix == app.settings.matrix &&
            before.fillCurveValue == app.settings.fillCurveValue &&
            before.fillCurveDescription == app.settings.fillCurveDescription &&
+           before.keepBadLines == app.settings.keepBadLines &&
            before.session.multipleConnections == session.multipleConnections &&
            before.session.filterFile == session.filterFile && sameInputs(before.session, session) &&
            before.session.tables == session.tables;
@@ -119,6 +120,7 @@ void SessionState::takeSettings(const App& app) {
     matrix = app.settings.matrix;
     fillCurveValue = app.settings.fillCurveValue;
     fillCurveDescription = app.settings.fillCurveDescription;
+    keepBadLines = app.settings.keepBadLines;
 }
 
 void SessionState::putBack(App& app, Session& into) const {
@@ -127,6 +129,7 @@ void SessionState::putBack(App& app, Session& into) const {
     app.settings.matrix = matrix;
     app.settings.fillCurveValue = fillCurveValue;
     app.settings.fillCurveDescription = fillCurveDescription;
+    app.settings.keepBadLines = keepBadLines;
     app.run.lasFile = lasFile;
 }
 

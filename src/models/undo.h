@@ -19,7 +19,7 @@ struct SessionState {
     Session session;
     FormatDefaults format{};
     MatrixTable matrix{};
-    bool fillCurveValue = false, fillCurveDescription = false;
+    bool fillCurveValue = false, fillCurveDescription = false, keepBadLines = false;
     std::string lasFile;
 
     static SessionState of(const App& app, const Session& session);

@@ -76,6 +76,9 @@ void deriveTables(Session& session) {
                              std::to_string(maxColumns - 1));
     SessionTables& tables = session.tables;
     tables.parLst = {};
+    const bool isTrue = session.rules == FigureRules::trueFigures;
+    const int shown = isTrue ? session.firstSlot() : 0;
+    if (shown < 0) fillWellGrid(session, {});
     for (int slot = 0; slot < slotCount; ++slot) {
         const bool loaded = session.loaded(slot);
         const int offset = session.columnBase(slot);
@@ -89,7 +92,7 @@ void deriveTables(Session& session) {
         const std::vector<HeaderField> parameters = linesOf(session.slots[slot], 'P');
         fillParaGrid(session, parameters, slot);
         tables.parg[slot].setCaption(std::string(parametersCaption));
-        if (slot != 0) continue;
+        if (slot != shown) continue;
         fillWellGrid(session, linesOf(session.slots[slot], 'W'));
         fillParaList(session, parameters);
     }
@@ -101,7 +104,7 @@ void deriveTables(Session& session) {
     }
     tables.setChecked(PrdRow::MergeParameters, session.loaded(1));
     tables.setChecked(PrdRow::ApplyTvd, false);
-    sectionOrder(session, session.loaded(0) ? session.slots[0].file.get() : nullptr);
+    sectionOrder(session, shown >= 0 && session.loaded(shown) ? session.slots[shown].file.get() : nullptr);
     allowStuff(session, range.shallowest <= range.deepest);
 }
 

@@ -57,6 +57,12 @@ struct Session {
 
     /// A slot counts as loaded once its file was opened, be it with channels or without.
     bool loaded(int slot) const { return opened[slot] && !slots[slot].path.empty(); }
+    /// The first slot that is loaded; -1 while none is.
+    int firstSlot() const {
+        for (int slot = 0; slot < slotCount; ++slot)
+            if (loaded(slot)) return slot;
+        return -1;
+    }
     /// Channels of a slot without its index line.
     int channelCount(int slot) const {
         const auto size = channels[slot].size();

@@ -12,6 +12,8 @@ namespace welvane {
 
 namespace {
 
+/// No number beyond it is a depth.
+constexpr double widest = 3.4e38;
 constexpr std::uint32_t tieColour = 0x80FFFF;
 /// Rows that an empty table offers; more are made as a file needs them.
 constexpr int offeredRows = 450;
@@ -47,7 +49,7 @@ double unitOf(const Table& trd) {
 
 float single(double value) {
     // A number beyond single precision is no depth; it reads as 0, as a text without a number does.
-    return std::fabs(value) <= 3.4e38 ? static_cast<float>(value) : 0;
+    return std::fabs(value) <= widest ? static_cast<float>(value) : 0;
 }
 
 SurveyRow surveyRow(const Table& trd, int row, double factor) {
@@ -204,6 +206,28 @@ bool buildTVDTable(Session& session, UserInterface& user) {
     }
     copyTrdToInclinometry(session);
     return true;
+}
+
+std::optional<SurveyFault> noNumberIn(const Table& trd) {
+    for (int row = tieRow; tableReady(trd) && row < trd.rows(); ++row)
+        for (const TrdColumn which : {TrdColumn::Md, TrdColumn::Tvd, TrdColumn::Deviation}) {
+            const std::string& text = trd.text(row, which);
+            if (blank(text) || (isNumeric(text) && std::fabs(val(text)) <= widest)) continue;
+            return SurveyFault{row, at(which), "survey row " + std::to_string(row) + ": \"" + text + "\" is no number"};
+        }
+    return std::nullopt;
+}
+
+std::optional<SurveyFault> surveyFault(const Table& trd) {
+    if (auto text = noNumberIn(trd)) return text;
+    for (int row = tieRow; tableReady(trd) && row < trd.rows(); ++row) {
+        if (!rowCounts(trd, row)) continue;
+        const std::string where = "survey row " + std::to_string(row) + " has no ";
+        if (!filled(trd, row, TrdColumn::Md)) return SurveyFault{row, at(TrdColumn::Md), where + "measured depth"};
+        if (!filled(trd, row, TrdColumn::Tvd))
+            return SurveyFault{row, at(TrdColumn::Tvd), where + "TVD: compute the TVD column"};
+    }
+    return std::nullopt;
 }
 
 void markTrdChanged(Table& trd) {

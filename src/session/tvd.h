@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -41,6 +42,15 @@ bool buildTVDTable(Session& session, UserInterface& user);
 void copyTrdToInclinometry(Session& session);
 /// The inclinometry table into trd, in trd's unit with two decimals.
 void copyInclinometryToTrd(Session& session);
+/// What in trd would make depths that nobody measured: a text that reads as 0, a station without its depth or TVD.
+struct SurveyFault {
+    int row = 0, column = 0;
+    std::string why;
+};
+/// The first text of MD, TVD and deviation that is no number.
+std::optional<SurveyFault> noNumberIn(const Table& trd);
+/// That, else the first station that has no measured depth or no TVD.
+std::optional<SurveyFault> surveyFault(const Table& trd);
 /// To be called before the inclinometry table is used: copies trd when it was changed since.
 void updateInclinometry(Session& session);
 /// Any edit of trd marks it as changed.

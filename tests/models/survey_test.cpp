@@ -43,7 +43,7 @@ TEST_F(Survey, TheViewGoesToWhatIsMissing) {
          {Case{"0\t0\t0\t\n100\t\t5\t\n200\t\t6\t\n", -1, 0}, Case{"0\t\t0\t\n100\t\t5\t\n", 2, 2},
           Case{"0\t0\t0\t\n100\t\t\t\n200\t\t6\t\n", 3, 3}, Case{"0\t0\t0\t\n\t\t5\t\n200\t\t6\t\n", 4, 1}}) {
         setupTVD(session.tables.trd);
-        pasteSurvey(session.tables.trd, 2, 1, one.table);
+        pasteSurvey(session, 2, 1, one.table);
         if (one.row >= 0) user.willAnswer(Answer::Ok);
         const SurveyOutcome computed = computeSurvey(app, session);
         EXPECT_EQ(computed.row, one.row) << one.table;
@@ -70,7 +70,7 @@ TEST_F(Survey, OneThatTheBrowserOffersCanBeTakenBack) {
 
 TEST_F(Survey, ABlockIsTakenWholeOrNotAtAll) {
     Table& trd = session.tables.trd;
-    EXPECT_EQ(pasteSurvey(trd, 3, 1, "100\t\"99\"\r\n200\t198\r\n").changed, 4U);
+    EXPECT_EQ(pasteSurvey(session, 3, 1, "100\t\"99\"\r\n200\t198\r\n").changed, 4U);
     EXPECT_EQ(trd.text(4, 2), "198");
     EXPECT_EQ(trd.text(3, 2), "99");
     const Table before = trd;
@@ -78,12 +78,34 @@ TEST_F(Survey, ABlockIsTakenWholeOrNotAtAll) {
     for (int cell = 0; cell < 200; ++cell) wide += "1\t";
     for (int row = 0; row < 5001; ++row) tall += "1\n";
     for (const std::string& block : {wide, tall}) {
-        EXPECT_EQ(pasteSurvey(trd, 3, 1, block).summary(),
+        EXPECT_EQ(pasteSurvey(session, 3, 1, block).summary(),
                   "nothing was pasted: the block reaches beyond what a survey can hold");
         EXPECT_TRUE(trd == before);
     }
-    EXPECT_FALSE(pasteSurvey(trd, 1, 1, "F").clean());
+    EXPECT_FALSE(pasteSurvey(session, 1, 1, "F").clean());
     EXPECT_TRUE(trd == before);
+    EXPECT_EQ(pasteSurvey(session, 460, 1, "1\t1\n2\t2\n").changed, 4U) << "it grows";
+    EXPECT_EQ(trd.text(461, 1), "2");
+}
+
+TEST_F(Survey, WhatIsNoNumberIsRefusedAndMapsNoDepth) {
+    session.rules = FigureRules::trueFigures;
+    const PasteReport pasted = pasteSurvey(session, 2, 1, "MD\tTVD\tINC\r\n100\t\t5\r\n");
+    EXPECT_EQ(pasted.refused.size(), 3U);
+    EXPECT_EQ(pasted.changed, 2U);
+    const Table& trd = session.tables.trd;
+    EXPECT_EQ(trd.text(2, 1), "0.00") << "keeps what it held";
+    EXPECT_EQ(surveyFault(trd)->why, "survey row 3 has no TVD: compute the TVD column");
+    EXPECT_TRUE(computeSurvey(app, session).outcome.done);
+    EXPECT_FALSE(surveyFault(trd));
+    user.willType(folder.write("s.txt", "MD TVD INC\n1 2 3\n"));
+    const SurveyOutcome opened = openTVDFile(app, session);
+    EXPECT_EQ(opened.outcome.why, "survey row 2: \"MD\" is no number");
+    EXPECT_EQ(opened.column, 1);
+    const SurveyOutcome computed = computeSurvey(app, session);
+    EXPECT_FALSE(computed.outcome.done);
+    EXPECT_EQ(computed.row, tieRow);
+    EXPECT_EQ(trd.text(3, 2), "2") << "nothing was computed";
 }
 
 TEST_F(Survey, ClearingAsksAndSparesTheHeads) {
