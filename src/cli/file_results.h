@@ -21,11 +21,13 @@ struct FileFace {
 };
 
 /// Does the work for each file and shows its result; a refusal is told and the next one follows. Negative when one was
-/// refused or was no good. With several `jobs` so many files are worked on at once; results keep the order of the
-/// files.
+/// refused or was no good. So many files are worked on at once as `jobs` says, with 0 as many as there are cores;
+/// results keep the order of the files.
 template <class Report>
 ExitCode showEachFile(Console& console, const std::vector<std::string>& files, const FileWork<Report>& work,
                       const FileFace<Report>& face, int jobs = 1) {
+    // Of one file alone so many threads read pieces.
+    if (jobs > 0) console.bench().app().run.workers.count = static_cast<std::size_t>(jobs);
     FileDocument document(console);
     ExitCode code = ExitCode::Done;
     bool first = true;
@@ -43,8 +45,7 @@ ExitCode showEachFile(Console& console, const std::vector<std::string>& files, c
         first = false;
         if (face.good && !face.good(*result.report)) code = ExitCode::Negative;
     };
-    const bool whole =
-        eachFile<Report>(console.bench(), files, jobs > 1 ? static_cast<std::size_t>(jobs) : 0, work, take);
+    const bool whole = eachFile<Report>(console.bench(), files, workersFor(files.size(), jobs), work, take);
     document.close();
     return whole ? code : ExitCode::Interrupted;
 }

@@ -11,7 +11,11 @@ void addReadingOptions(VerbOptions& options, ReadingChoices& choices) {
 
 void addJobsOption(VerbOptions& options, int& jobs) {
     constexpr double most = 64;
-    options.push_back({"--jobs", &jobs, "N", "Files that are read at once (1)", {.least = 1, .most = most}});
+    options.push_back({"--jobs",
+                       &jobs,
+                       "N",
+                       "Files that are worked on at once (as many as there are cores)",
+                       {.least = 1, .most = most}});
 }
 
 }  // namespace welvane

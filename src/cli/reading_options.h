@@ -7,7 +7,7 @@ namespace welvane {
 
 /// The options of the verbs that read figures.
 void addReadingOptions(VerbOptions& options, ReadingChoices& choices);
-/// How many files are read at once; 1 where nothing is said.
+/// How many files are worked on at once; `jobs` stays as it is where nothing is said, 0 for as many as there are cores.
 void addJobsOption(VerbOptions& options, int& jobs);
 
 }  // namespace welvane

@@ -64,8 +64,9 @@ void ProgressBar::setTotal(std::uint64_t bytes) {
 }
 
 void ProgressBar::update(std::string_view status, double fraction) {
+    if (show_ == ShowProgress::Never) return;
     const bool terminal = isTerminal(Stream::Error);
-    if (show_ == ShowProgress::Never || (show_ == ShowProgress::Auto && !terminal)) return;
+    if (show_ == ShowProgress::Auto && !terminal) return;
     const double seconds = now();
     const ProgressReading reading = meter_.read(status, fraction, seconds);
     const std::string percent = std::to_string(reading.percent) + " %";

@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "shared/failure.h"
+#include "shared/ordered_work.h"
 
 namespace welvane {
 
@@ -138,6 +139,11 @@ bool Crew::wait() {
 
 std::unique_lock<std::mutex> Crew::holdQuestions() {
     return std::unique_lock<std::mutex>(inside_->questions);
+}
+
+std::size_t workersFor(std::size_t files, int wanted) {
+    const std::size_t workers = std::min(files, wanted > 0 ? static_cast<std::size_t>(wanted) : coreCount());
+    return workers > 1 ? workers : 0;
 }
 
 Fault faultInFlight() {

@@ -6,6 +6,8 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "jobs/true_input.h"
@@ -54,6 +56,10 @@ struct FileResult {
 /// The fault that a failure under way stands for; to be called where it was caught.
 Fault faultInFlight();
 
+/// Workers for so many files, where `wanted` of them were asked for or, with 0, as many as there are cores: 0 where
+/// this thread does as well.
+std::size_t workersFor(std::size_t files, int wanted);
+
 /// Makes the report of a file; `item` is its number in the list, from 0.
 template <class Report>
 using FileWork = std::function<Report(Workbench& bench, const std::string& file, std::size_t item)>;
@@ -68,6 +74,8 @@ void workOn(Workbench& bench, const FileWork<Report>& work, std::size_t item, Fi
         result.fault = faultOf(result.file);
     }
     result.notes = bench.takeNotes();
+    if constexpr (std::is_base_of_v<JobReport, Report>)
+        if (result.report && result.notes.empty()) result.notes = std::exchange(result.report->notes, {});
 }
 
 /// Hands each file to `work` and its result to `take`, in the order of the files. With `workers` 0 both happen in this
@@ -89,10 +97,12 @@ bool eachFile(Workbench& bench, const std::vector<std::string>& files, std::size
     for (const std::string& file : files) results.push_back({file});
     Crew crew(bench, files.size(), workers,
               [&](Workbench& own, std::size_t item) { workOn(own, work, item, results[item]); });
-    for (FileResult<Report>& result : results) {
+    const auto count = static_cast<double>(files.size());
+    for (std::size_t item = 0; item < results.size(); ++item) {
         if (!crew.wait()) return false;
-        for (const Note& note : result.notes) bench.user().tell(note);
-        take(std::move(result));
+        for (const Note& note : results[item].notes) bench.user().tell(note);
+        take(std::move(results[item]));
+        bench.user().progress({"Files", static_cast<double>(item + 1) / count});
     }
     return true;
 }

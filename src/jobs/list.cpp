@@ -1,5 +1,9 @@
 #include "jobs/list.h"
 
+#include <optional>
+#include <utility>
+
+#include "jobs/each_file.h"
 #include "listing/listing_options.h"
 #include "platform/mapped_file.h"
 
@@ -31,16 +35,56 @@ class ListInputs {
     ListInputs& operator=(const ListInputs&) = delete;
     ~ListInputs() { bench_.user().endWork(); }
 
-    LasFilePointer open(const std::string& file) {
+    void begin(const std::string& file) {
         bench_.user().startWork(
             {.label = "Listing", .file = file, .begin = opened_ / files_, .end = (opened_ + 1) / files_});
         opened_ += 1;
+    }
+    LasFilePointer open(const std::string& file) {
+        begin(file);
         return openTrue(file);
     }
 
   private:
     Workbench& bench_;
     double files_, opened_ = 0;
+};
+
+/// Reads the files by workers ahead of their turns.
+class ListAhead {
+  public:
+    ListAhead(Workbench& bench, const ListRequest& request, const ListingOptions& options, std::size_t workers)
+        : read_(request.files.size()),
+          crew_(bench, read_.size(), workers, [&, this](Workbench& own, std::size_t number) {
+              readOne(own, request.files[number], options, read_[number]);
+          }) {}
+
+    /// Waits for the file whose turn has come. Refusal for one that could not be read.
+    StepResult take(FileListing& listing) {
+        if (!crew_.wait()) return StepResult::Cancelled;
+        FileRead& file = read_[taken_++];
+        if (file.fault) throw Refusal(*file.fault);
+        listing = std::move(file.listing);
+        return file.result;
+    }
+
+  private:
+    struct FileRead {
+        FileListing listing;
+        StepResult result = StepResult::Failed;
+        std::optional<Fault> fault;
+    };
+    static void readOne(Workbench& bench, const std::string& path, const ListingOptions& options, FileRead& file) {
+        try {
+            file.result = readFileListing(bench.app(), *openTrue(path), path, options, file.listing);
+        } catch (...) {
+            file.fault = faultOf(path);
+        }
+    }
+
+    std::vector<FileRead> read_;
+    std::size_t taken_ = 0;
+    Crew crew_;
 };
 
 /// Tells what is to be told of a file; false refuses it.
@@ -96,6 +140,15 @@ ListReport listFiles(Workbench& bench, const ListRequest& request, const ListWat
         listing.accept = [&](const FileListing& file) { return acceptFile(bench, watcher, file); };
         listing.open = [&inputs](const std::string& file) { return inputs.open(file); };
         if (watcher.listed) listing.onFile = [&](const FileListing& file) { watcher.listed(file, report.options); };
+        std::optional<ListAhead> ahead;
+        if (const std::size_t workers = workersFor(request.files.size(), request.workers); workers > 0) {
+            report.options.reading.workers.count = 1;
+            ahead.emplace(bench, request, report.options, workers);
+            listing.read = [&](std::size_t number, FileListing& file) {
+                inputs.begin(request.files[number]);
+                return ahead->take(file);
+            };
+        }
         report.result = propertyListing(bench.app(), report.options, listing, report.grid);
     }
     noteWhatIsInNoSum(bench, report);

@@ -18,6 +18,7 @@ struct ListRequest {
     std::vector<std::string> mnemonics{};  ///< header lines to list; empty for the usual ones
     std::string top{};                     ///< only the formation of this name in the [TOPS] block
     std::string comment{}, pricingComment{};
+    int workers = 1;  ///< files that are read at once; 0 for as many as there are cores
     bool listMnemonics = true, curves = true, footage = true, intervals = false, statistics = true;
     bool grid = false;          ///< fill the grid, whether statistics are listed or not
     bool includePrice = false;  ///< each detail of the price includes it too

@@ -14,6 +14,7 @@
 #include "platform/mapped_file.h"
 #include "platform/output_file.h"
 #include "shared/any_line_reader.h"
+#include "shared/failure.h"
 #include "shared/files.h"
 #include "shared/text.h"
 
@@ -96,7 +97,7 @@ class Repair {
 
     void perform() {
         const WorkInHand work(bench_.user(), {.bytes = fileSize(source_).value_or(0)});
-        if (plan_.nothing()) return copyWhole(source_, target_);
+        if (plan_.nothing()) return copyWhole(source_, target_, modeFor(target_));
         std::string current = source_;
         if (plan_.lineEnds) current = repairEnds(current);
         if (plan_.curveTitle && !cancelled()) current = repairTitle(current);
@@ -104,7 +105,9 @@ class Repair {
     }
 
     bool cancelled() const { return bench_.app().run.cancelRequested; }
-    void copyWhole(const std::string& from, const std::string& to);
+    void copyWhole(const std::string& from, const std::string& to, OutputFile::Mode mode);
+    /// Keeps the source beside it, under a name that nobody has; gives the name.
+    std::string keepSource();
 
   private:
     /// A file of the source's name in a folder of its own: the rebuilt header tells its name.
@@ -131,18 +134,31 @@ OutputFile::Mode Repair::modeFor(const std::string& to) const {
     return request_.inPlace() && to == target_ ? OutputFile::Mode::Beside : bench_.outputMode();
 }
 
-void Repair::copyWhole(const std::string& from, const std::string& to) {
+void Repair::copyWhole(const std::string& from, const std::string& to, OutputFile::Mode mode) {
     constexpr std::size_t block = std::size_t{1} << 20;
     std::string why;
     const std::optional<MappedFile> file = MappedFile::open(from, &why);
     if (!file) throw Refusal(from, why);
-    OutputFile output(to, modeFor(to));
+    OutputFile output(to, mode);
     for (std::size_t done = 0; done < file->bytes().size(); done += block) {
         if (cancelled()) return;
         output.write(file->bytes().substr(done, block));
     }
     needWhole(*file, from);
     if (!cancelled()) output.commit();
+}
+
+std::string Repair::keepSource() {
+    while (true) {
+        std::string name = safetyCopyName(source_, plan_.lineEnds ? "unixterm" : "original");
+        try {
+            copyWhole(source_, name, OutputFile::Mode::New);
+            return name;
+        } catch (const FileFailure&) {
+            // Another worker was faster with a name that both found free, as for a.las and a.LAS.
+            if (!fileExists(name)) throw;
+        }
+    }
 }
 
 std::string Repair::repairEnds(const std::string& from) {
@@ -192,11 +208,7 @@ RepairReport repairFile(Workbench& bench, const RepairRequest& request) {
     if (!plan.nothing() || !request.inPlace()) {
         Repair repair(bench, request, plan, source, report.target);
         try {
-            if (request.inPlace()) {
-                const std::string name = safetyCopyName(source, plan.lineEnds ? "unixterm" : "original");
-                repair.copyWhole(source, name);
-                report.kept = name;
-            }
+            if (request.inPlace()) report.kept = repair.keepSource();
             repair.perform();
             if (repair.cancelled()) throw Refusal(request.file, "stopped");
         } catch (...) {

@@ -132,10 +132,13 @@ Input Workbench::openLas(const std::string& named, bool loose) {
 }
 
 void Workbench::needOwnFile(const std::string& output, const std::vector<Input>& inputs) const {
+    // What is read is there: it is another file than one that is not, unless it has the very name.
+    const bool there = fileExists(output);
+    const auto same = [&](const std::string& read) { return there ? samePath(output, read) : sameName(output, read); };
     for (const Input& input : inputs)
-        if (samePath(output, input.given)) throw Refusal(output, "is one of the inputs");
+        if (same(input.given)) throw Refusal(output, "is one of the inputs");
     for (const std::string& file : alsoRead_)
-        if (samePath(output, file)) throw Refusal(output, "is a file that this work reads");
+        if (same(file)) throw Refusal(output, "is a file that this work reads");
     const std::string folder = dirOf(output);
     if (endsWith(output, ".ini") && samePath(folder.empty() ? "." : folder, app_.platform.programFolder()))
         throw Refusal(output, "is a reference file of the program");

@@ -55,12 +55,18 @@ void tellProgress(App& app, std::size_t done, std::size_t all) {
     if (!app.run.commandMode) app.user.pumpEvents();
 }
 
-StepResult readNamed(App& app, const ListingOptions& options, const ListingRequest& request, const std::string& path,
+StepResult openAndRead(App& app, const ListingOptions& options, const ListingRequest& request, const std::string& path,
+                       FileListing& listing) {
+    const LasFilePointer file = request.open ? request.open(path) : openLasFile(path);
+    return file ? readFileListing(app, *file, path, options, listing) : StepResult::Failed;
+}
+
+StepResult readNamed(App& app, const ListingOptions& options, const ListingRequest& request, std::size_t number,
                      FileListing& listing) {
+    const std::string& path = request.files[number];
     try {
-        const LasFilePointer file = request.open ? request.open(path) : openLasFile(path);
-        if (!file) return StepResult::Failed;
-        const StepResult read = readFileListing(app, *file, path, options, listing);
+        const StepResult read =
+            request.read ? request.read(number, listing) : openAndRead(app, options, request, path, listing);
         const bool taken = read != StepResult::Done || !request.accept || request.accept(listing);
         return taken ? read : StepResult::Failed;
     } catch (const std::runtime_error&) {
@@ -80,7 +86,7 @@ void listFiles(App& app, const ListingOptions& options, const ListingRequest& re
         }
         app.run.sourceLabel = path;
         FileListing listing;
-        const StepResult read = readNamed(app, options, request, path, listing);
+        const StepResult read = readNamed(app, options, request, number, listing);
         if (read == StepResult::Cancelled) {
             result.cancelled = true;
             return;

@@ -40,6 +40,8 @@ struct ListingRequest {
     /// Opens what is read in place of a named file, such as a repaired copy; nullptr skips it. Without it files are
     /// read as named.
     std::function<LasFilePointer(const std::string& path)> open;
+    /// Reads the file of this number, from 0, in place of `open` and readFileListing, be it beforehand.
+    std::function<StepResult(std::size_t number, FileListing& listing)> read;
     /// Told of a file that is skipped because it could not be opened or read; called while the failure is under way.
     std::function<void(const std::string& path)> onUnreadable;
     /// Given each file that was read, before anything of it is listed: false skips it.

@@ -50,9 +50,17 @@ bool samePath(std::string_view one, std::string_view other) {
     const std::string first = resolvePath(one);
     const std::string second = resolvePath(other);
     std::error_code error;
-    if (fs::equivalent(first, second, error) && !error) return true;
-    const fs::path full = fs::absolute(first, error).lexically_normal();
-    return full == fs::absolute(second, error).lexically_normal();
+    return fs::equivalent(first, second, error) || sameName(first, second);
+}
+
+bool sameName(std::string_view one, std::string_view other) {
+    fs::path first = resolvePath(one), second = resolvePath(other);
+    if (first.is_absolute() != second.is_absolute()) {
+        std::error_code error;
+        first = fs::absolute(first, error);
+        second = fs::absolute(second, error);
+    }
+    return first.lexically_normal() == second.lexically_normal();
 }
 
 std::string onlyPath(std::string_view path) {

@@ -19,6 +19,9 @@ bool folderExists(std::string_view path);
 std::optional<std::uint64_t> fileSize(std::string_view path);
 /// The same file under two names (links followed); where one does not exist the resolved texts are compared.
 bool samePath(std::string_view one, std::string_view other);
+/// The texts alone, resolved: the same name, whether there is such a file or not. Asks the system for nothing but the
+/// current folder, and that only where one of them is relative and the other is not.
+bool sameName(std::string_view one, std::string_view other);
 /// One spelling per file, links followed, whether it is there or not.
 std::string onlyPath(std::string_view path);
 

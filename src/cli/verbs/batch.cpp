@@ -177,6 +177,7 @@ void tellFailure(Console& console, const BatchItem& item) {
 
 ExitCode performBatch(Console& console, const BatchChoices& choices) {
     const BatchRequest request = requestOf(console, choices);
+    if (choices.jobs > 0) console.bench().app().run.workers.count = request.workers;
     return fillDocument(console, [&](FileDocument& document) {
         const BatchReport report =
             runBatch(console.bench(), request, [&console](const BatchItem& item) { tellFailure(console, item); });

@@ -77,7 +77,7 @@ Json asJson(const FileCheck& check) {
 struct CheckChoices {
     std::vector<std::string> files;
     ReadingChoices reading;
-    int jobs = 1;
+    int jobs = 0;
 };
 
 ExitCode performCheck(Console& console, const CheckChoices& choices) {

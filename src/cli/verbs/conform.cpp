@@ -18,7 +18,7 @@ struct ConformChoices {
     std::string failOn = "error", explain;
     std::string output;
     bool sarif = false, rules = false, fix = false, inPlace = false;
-    int jobs = 1, most = 10;
+    int jobs = 0, most = 10;
 };
 
 /// A finding of this weight makes the verdict negative; None where none does.
@@ -58,8 +58,7 @@ ExitCode showSarif(Console& console, const std::vector<std::string>& files, cons
         document.add(result.file, *result.report);
         if (!face.good(*result.report)) code = ExitCode::Negative;
     };
-    const bool whole =
-        eachFile<ConformReport>(console.bench(), files, jobs > 1 ? static_cast<std::size_t>(jobs) : 0, work, take);
+    const bool whole = eachFile<ConformReport>(console.bench(), files, workersFor(files.size(), jobs), work, take);
     console.print(document.text());
     return whole ? code : ExitCode::Interrupted;
 }
@@ -88,8 +87,10 @@ ExitCode performConform(Console& console, const ConformChoices& choices) {
     face.json = conformJson;
     face.text = conformText;
     face.good = [limit](const ConformReport& report) { return limit == Severity::None || !report.has(limit); };
-    if (choices.sarif) return showSarif(console, files, work, face, choices.jobs);
-    return showEachFile(console, files, work, face, choices.jobs);
+    // A file that is named twice is not mended by two at once, unless somebody says so.
+    const int jobs = choices.inPlace && choices.jobs == 0 ? 1 : choices.jobs;
+    if (choices.sarif) return showSarif(console, files, work, face, jobs);
+    return showEachFile(console, files, work, face, jobs);
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ namespace {
 struct InfoChoices {
     std::vector<std::string> files;
     ReadingChoices reading;
-    int jobs = 1;
+    int jobs = 0;
 };
 
 /// A number of the header; null where there is none.

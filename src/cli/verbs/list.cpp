@@ -20,6 +20,7 @@ struct ListChoices {
     ListRequest request;
     std::string mnemonics;
     bool noMnemonics = false;
+    int jobs = 0;
     PriceChoices price;
 };
 
@@ -119,6 +120,8 @@ ListRequest requestOf(Console& console, const ListChoices& choices) {
     if (request.files.empty()) throw UsageFault("no input is named");
     if (!choices.mnemonics.empty()) request.mnemonics = split(choices.mnemonics, ',');
     request.listMnemonics = !choices.noMnemonics;
+    request.workers = choices.jobs;
+    if (choices.jobs > 0) console.bench().app().run.workers.count = static_cast<std::size_t>(choices.jobs);
     request.price = priceDetails(choices.price);
     return request;
 }
@@ -171,6 +174,7 @@ VerbSyntax declareList() {
         {"--comment", &choices->request.comment, "TEXT", "A comment for the summary"},
         {"--csv", &choices->request.grid, "", "Print the statistics as comma-separated values, a channel a line"}};
     addReadingOptions(options, choices->request.choices);
+    addJobsOption(options, choices->jobs);
     addOptions(options, priceGroup,
                {{"--price", &choices->request.includePrice, "", "Estimate the price; each detail of it does so too"},
                 {"--pricing-comment", &choices->request.pricingComment, "TEXT", "A comment on the price"}});

@@ -17,7 +17,7 @@ namespace {
 struct StatsChoices {
     std::vector<std::string> files;
     StatsRequest request;
-    int jobs = 1;
+    int jobs = 0;
 };
 
 Json fileAsJson(const std::string& path, const TrueStatistics& statistics) {
