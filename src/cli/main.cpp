@@ -55,11 +55,14 @@ bool hasDisplay() {
 
 /// Becomes the desktop program beside this one or on PATH; where there is none, or no display, the help is all that can
 /// be given.
-ExitCode openDesktop() {
-    const std::string folder = executableFolder();
-    if (hasDisplay()) {
-        if (!folder.empty()) becomeProgram({folder + std::string(desktopProgram)});
-        becomeProgram({std::string(desktopProgram)});
+ExitCode openDesktop(bool minimised) {
+    std::vector<std::string> command{std::string(desktopProgram)};
+    if (minimised) command.emplace_back("--minimised");
+    if (const std::string folder = executableFolder(); hasDisplay()) {
+        std::vector<std::string> beside = command;
+        beside.front() = folder + beside.front();
+        if (!folder.empty()) becomeProgram(beside);
+        becomeProgram(command);
     }
     std::fputs(overviewText().c_str(), stderr);
     return ExitCode::Usage;
@@ -69,7 +72,8 @@ ExitCode start(const std::vector<std::string>& arguments) {
     if (!arguments.empty() && (namesVerbs(arguments.front()) || isMistypedVerb(arguments))) return runVerb(arguments);
     try {
         const std::string text = commandText(arguments);
-        if (text.empty()) return openDesktop();
+        // A line of blanks alone asks for the windows and for nothing in front of what one is at.
+        if (text.empty()) return openDesktop(!arguments.empty());
         runHeadlessLine(text);
     } catch (const std::exception& error) {
         if (tracing()) std::fputs(("welvane: " + shownText(error.what()) + "\n").c_str(), stderr);

@@ -21,8 +21,9 @@ constexpr const char* help =
     "usage: welvane-desktop [FILE...]\n\n"
     "The windows of Welvane: joins, corrects and writes well logs in LAS files.\n"
     "Files that are named go into a session.\n"
-    "  --help     this text\n"
-    "  --version  the number of the version\n";
+    "  --minimised  begins as an icon\n"
+    "  --help       this text\n"
+    "  --version    the number of the version\n";
 
 /// Qt ends the process where it finds no screen.
 bool hasDisplay() {
@@ -47,10 +48,10 @@ QPixmap splashPicture() {
     return picture;
 }
 
-int showWindow(const std::vector<std::string>& files) {
+int showWindow(const std::vector<std::string>& files, bool minimised) {
     BoxInterface boxes;
     QSplashScreen splash(splashPicture());
-    splash.show();
+    if (!minimised) splash.show();
     const std::unique_ptr<Platform> platform = makeSystemPlatform();
     const std::unique_ptr<Platform> jobPlatform = makeSystemPlatform();
     const std::unique_ptr<Platform> previewPlatform = makeSystemPlatform();
@@ -59,7 +60,7 @@ int showWindow(const std::vector<std::string>& files) {
     if (!loadProcess(app)) return 1;
     MainWindow window(app, *jobPlatform, *previewPlatform);
     boxes.setParent(&window);
-    window.showMaximized();
+    minimised ? window.showMinimized() : window.showMaximized();
     window.openFiles(files);
     QTimer::singleShot(splashMs, &splash, &QSplashScreen::close);
     return QApplication::exec();
@@ -77,7 +78,9 @@ int start(int count, char** values) {
     }
     const QApplication application(count, values);
     try {
-        return showWindow({values + 1, values + count});
+        std::vector<std::string> files(values + 1, values + count);
+        const bool minimised = std::erase(files, "--minimised") > 0;
+        return showWindow(files, minimised);
     } catch (const std::exception& error) {
         BoxInterface().ask({"Welvane", error.what(), Buttons::Ok, Icon::Stop, Answer::Ok});
         return 1;

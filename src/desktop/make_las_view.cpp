@@ -151,6 +151,8 @@ void MakeLasView::taken(const std::string& path, GenericTable& grd, const TableL
 
 void MakeLasView::refresh() {
     grid_->refresh();
+    const std::string text = tableHeaderText(frame_);
+    if (typed(header_->toPlainText()) != text) header_->setPlainText(shown(text));
 }
 
 }  // namespace welvane

@@ -39,16 +39,16 @@ class TrueHeader {
         for (const SourceLine& line : source_.front) text_.line(asComment(line.text));
         const Table& ord = context_.tables().ord;
         addSectionsThatAreNowhere(ord);
-        bool all = true;
         for (int column = 1; column < ord.columns() - 1; ++column) {
-            const bool wanted = ord.checked(OrdRow::Include, column);
-            all = all && wanted;
-            const std::string& name = ord.text(OrdRow::Name, column);
-            named_.insert(name);
-            if (wanted) attempt(context_.report.failures, "writing a header section", [&] { writeNamed(name); });
+            const std::string &name = ord.text(OrdRow::Name, column), &before = ord.data(OrdRow::Name, column);
+            const std::string& source = before.empty() ? name : before;
+            named_.insert(source);
+            if (ord.checked(OrdRow::Include, column))
+                attempt(context_.report.failures, "writing a header section", [&] { writeNamed(name, source); });
+            else if (const char letter = letterOf(source); letter != 0)
+                written_.insert(letter);
         }
-        // Whoever chose sections has named all of them.
-        if (all) writeFurther();
+        if (!context_.session.sectionsNamed) writeFurther();
         return text_.take();
     }
 
@@ -72,8 +72,9 @@ class TrueHeader {
         if (!well) writeWell("~Well Information");
     }
 
-    void writeNamed(const std::string& name) {
-        const char letter = letterOf(name);
+    /// `source` is its title in the header's file, where a person has given it another name.
+    void writeNamed(const std::string& name, const std::string& source) {
+        const char letter = letterOf(source);
         // A filter names the sections that it has where it likes, and the others stand where they stood.
         if (letter != 0 && !written_.insert(letter).second) return;
         switch (letter) {
@@ -94,7 +95,7 @@ class TrueHeader {
                 break;
             default:
                 for (const SourceSection& section : source_.sections)
-                    if (section.title.text == name && section.letter == 0) writeAsItStands(section);
+                    if (section.title.text == source && section.letter == 0) writeAsItStands(section, name);
         }
     }
 
@@ -104,14 +105,14 @@ class TrueHeader {
             const std::string name(section.title.text);
             if (section.letter == 'A' || named_.contains(name)) continue;
             if (section.letter != 0 && source_.find(section.letter) == &section)
-                writeNamed(name);
+                writeNamed(name, name);
             else
-                writeAsItStands(section);
+                writeAsItStands(section, name);
         }
     }
 
-    void writeAsItStands(const SourceSection& section) {
-        text_.line(section.title.text);
+    void writeAsItStands(const SourceSection& section, const std::string& title) {
+        text_.line(title);
         for (const SourceLine& line : section.lines) text_.line(line.text);
     }
 

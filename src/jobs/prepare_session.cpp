@@ -272,6 +272,7 @@ void prepareSession(Workbench& bench, Session& session, const std::vector<Input>
     applyClips(session, request.clips);
     if (!request.select.empty()) selectColumns(session, request.select);
     if (!request.sections.empty()) arrangeSections(session, request.sections);
+    session.sectionsNamed = session.sectionsNamed || !request.sections.empty();
 }
 
 }  // namespace welvane

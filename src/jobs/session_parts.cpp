@@ -98,6 +98,8 @@ void takeState(Session& session, const SessionLine& line) {
         session.available = line.yes(1);
     else if (line.keyword() == "decimals-asked")
         session.decimalsAsked = line.yes(1);
+    else if (line.keyword() == "sections-named")
+        session.sectionsNamed = line.yes(1);
     else if (line.keyword() == "filter-applied")
         session.filterApplied = line.yes(1);
     else
@@ -212,7 +214,8 @@ std::string settingsPart(const StartupSettings& settings) {
 std::string sessionParts(const Session& fresh, const Session& session) {
     std::string text = "\n[session]\nmultiple-connections " + yesNo(session.multipleConnections) + "\navailable " +
                        yesNo(session.available) + "\ndecimals-asked " + yesNo(session.decimalsAsked) +
-                       "\nfilter-applied " + yesNo(session.filterApplied) + "\n";
+                       "\nsections-named " + yesNo(session.sectionsNamed) + "\nfilter-applied " +
+                       yesNo(session.filterApplied) + "\n";
     if (!session.inclinometry.rows.empty()) text += "\n[stations]\n";
     for (const SurveyRow& row : session.inclinometry.rows) text += stationLine(row);
     return text + textsPart(fresh.tables, session.tables) + tableParts(fresh, session, namedPaths(session));
@@ -251,9 +254,9 @@ bool sameSession(const Session& one, const Session& other) {
             return false;
     return one.tables == other.tables && one.filterFile == other.filterFile && one.tvdFile == other.tvdFile &&
            one.multipleConnections == other.multipleConnections && one.available == other.available &&
-           one.decimalsAsked == other.decimalsAsked && one.filterApplied == other.filterApplied &&
-           one.rules == other.rules && one.loose == other.loose && one.decimalComma == other.decimalComma &&
-           one.indexUnit == other.indexUnit &&
+           one.decimalsAsked == other.decimalsAsked && one.sectionsNamed == other.sectionsNamed &&
+           one.filterApplied == other.filterApplied && one.rules == other.rules && one.loose == other.loose &&
+           one.decimalComma == other.decimalComma && one.indexUnit == other.indexUnit &&
            std::ranges::equal(one.inclinometry.rows, other.inclinometry.rows, sameStation);
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "las/las_text.h"
 #include "session/properties.h"
 #include "shared/failure.h"
 #include "shared/numbers.h"
@@ -62,6 +63,13 @@ void needSectionName(const Session& session, int column, std::string_view text) 
         throw RunTimeFailure("the section of the data is called ~A");
     if (!name.empty() && (name.front() != '~' || name.size() < 2))
         throw RunTimeFailure("the name of a section begins with ~ and a letter");
+    if (isData || session.rules != FigureRules::trueFigures) return;
+    if (name.empty()) throw RunTimeFailure("a section has a name");
+    const std::string& before = session.tables.ord.text(OrdRow::Name, column);
+    const auto letterOf = [](std::string_view title) { return isNamedTitle(title) ? upperChar(title[1]) : '\0'; };
+    if (letterOf(name) == letterOf(before) || before.empty()) return;
+    throw RunTimeFailure(quoted(name) + (isNamedTitle(before) ? " is another section than " + before
+                                                              : " is the name of a section of the standard"));
 }
 
 void needProperty(const Session& session, PrdRow row, PrdColumn column, std::string_view text) {

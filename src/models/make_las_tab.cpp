@@ -71,7 +71,12 @@ std::string tableHeaderText(const Frame& frame) {
 }
 
 void setTableHeaderText(Frame& frame, const std::string& text) {
-    frame.headerText = text == templateText(frame) ? std::string() : text;
+    std::string now = text == templateText(frame) ? std::string() : text;
+    if (now == frame.headerText) return;
+    const auto other = std::make_shared<std::string>(std::exchange(frame.headerText, std::move(now)));
+    frame.history.did(
+        "Edit the header of the table", [&frame, other] { frame.headerText.swap(*other); }, other->size(),
+        UndoHistory::Kind::Typing);
 }
 
 }  // namespace welvane

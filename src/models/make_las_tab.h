@@ -30,7 +30,7 @@ std::size_t lineOfTableRow(const GenericTable& grd, std::int64_t row);
 
 /// The header as a person edits it, lines by LF: the template of the region until it was edited.
 std::string tableHeaderText(const Frame& frame);
-/// A text that is the template again counts as not edited.
+/// A text that is the template again counts as not edited. What is typed in one go is taken back as one step.
 void setTableHeaderText(Frame& frame, const std::string& text);
 
 }  // namespace welvane

@@ -1,5 +1,7 @@
 #include "models/session_files.h"
 
+#include <algorithm>
+
 #include "jobs/reopen.h"
 #include "session/loading.h"
 #include "session/session_setup.h"
@@ -52,8 +54,10 @@ bool filBut(App& app, Session& session, bool on, FilterReport* report) {
         return true;
     }
     tables.frd.setCheck(1, FrdColumn::Apply, Check::Unchecked);
-    if (!app.run.lasFile.empty()) session.slots[0].path = app.run.lasFile;
-    Open4Files(app, session, 0);
+    // By true figures no file that was selected in the browser since takes the place of one that is loaded.
+    const bool isTrue = session.rules == FigureRules::trueFigures;
+    if (!isTrue && !app.run.lasFile.empty()) session.slots[0].path = app.run.lasFile;
+    Open4Files(app, session, isTrue ? std::max(session.firstSlot(), 0) : 0);
     setCaptions(settingsCaption, parametersCaption);
     return false;
 }

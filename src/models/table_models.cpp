@@ -76,8 +76,7 @@ CellTableModel sectionsModel(App& app, Session& session) {
     };
     rules.edit = [&](const CellEdit& edit) {
         if (edit.row != OrdRow::Name) return;
-        needSectionName(session, edit.column, edit.text);
-        session.tables.ord.text(edit.row, edit.column) = edit.text;
+        renameSection(session, static_cast<int>(edit.column), edit.text);
     };
     rules.check = [&](TableIndex row, TableIndex column, bool on) { checkSection(app, session, row, column, on); };
     return {session.tables.ord, std::move(rules)};
@@ -183,6 +182,12 @@ bool GenericTableModel::mayEdit(std::int64_t row, int column) const {
 
 void GenericTableModel::applyEdit(std::int64_t row, int column, const std::string& text, int) {
     if (row == at(GrdRow::Use)) throw RunTimeFailure("this cell holds a check");
+    if (row == at(GrdRow::Name))
+        needMnem(text);
+    else if (row == at(GrdRow::Unit))
+        needUnit(text);
+    else
+        needOneLine(text);
     std::string before = grd_.cell(row, column);
     grd_.setCell(row, column, text);
     if (history_ == nullptr || grd_.cell(row, column) == before) return;

@@ -194,15 +194,20 @@ void UndoHistory::clear() {
     redo_.clear();
 }
 
-void UndoHistory::did(std::string text, std::function<void()> turn, std::size_t bytes) {
+void UndoHistory::did(std::string text, std::function<void()> turn, std::size_t bytes, Kind kind) {
+    if (kind == Kind::Typing && goesOn(text)) return redo_.clear();
     if (depth_ > 0) {
         begun_.turns.push_back(std::move(turn));
         begun_.bytes += bytes;
         return;
     }
-    Kept step{.text = std::move(text), .bytes = bytes};
+    Kept step{.text = std::move(text), .kind = kind, .bytes = bytes};
     step.turns.push_back(std::move(turn));
     push(std::move(step), nullptr);
+}
+
+bool UndoHistory::goesOn(const std::string& text) const {
+    return !undo_.empty() && undo_.back().kind == Kind::Typing && undo_.back().text == text;
 }
 
 void UndoHistory::forgetTurns() {
@@ -233,8 +238,7 @@ void UndoHistory::makeRoom(const Session* session) {
 
 UndoHistory::Step::Step(UndoHistory& history, App& app, Session& session, std::string text, Kind kind)
     : history_(history), app_(&app), session_(&session), text_(std::move(text)), kind_(kind) {
-    const std::deque<Kept>& done = history_.undo_;
-    goesOn_ = kind == Kind::Typing && !done.empty() && done.back().kind == kind && done.back().text == text_;
+    goesOn_ = kind == Kind::Typing && history.goesOn(text_);
     // The state before the first letter is kept already.
     if (history_.depth_ == 0 && !goesOn_) before_ = std::make_unique<SessionState>(SessionState::of(app, session));
     ++history_.depth_;

@@ -81,7 +81,7 @@ class UndoHistory {
 
     /// A step beside the session, or a part of the one that has begun: `turn` changes what held before and what holds
     /// now for each other, each time it is called, and must not throw. `bytes` is what it keeps for that.
-    void did(std::string text, std::function<void()> turn, std::size_t bytes);
+    void did(std::string text, std::function<void()> turn, std::size_t bytes, Kind kind = Kind::Usual);
     /// What turns would act on is another thing now: those steps are gone.
     void forgetTurns();
 
@@ -95,6 +95,7 @@ class UndoHistory {
         bool stays() const { return !state && turns.empty(); }
     };
     static Kept keep(const App& app, const Session& session, std::string text);
+    bool goesOn(const std::string& text) const;
     void push(Kept step, const Session* session);
     void makeRoom(const Session* session);
 

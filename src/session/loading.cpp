@@ -362,9 +362,12 @@ DepthRange depthRange(const Session& session) {
 
 void sectionOrder(Session& session, const LasFile* file) {
     resetOrd(session);
-    if (file == nullptr) return;
     Table& table = session.tables.ord;
     const int last = table.columns() - 1;
+    // A section that this file does not have may come from another one's header.
+    if (session.rules == FigureRules::trueFigures)
+        for (int place = 1; place <= last; ++place) table.setCheck(OrdRow::Include, place, Check::Checked);
+    if (file == nullptr) return;
     int column = 0;
     for (const std::string_view title : file->text().titles()) {
         if (++column > last) break;

@@ -53,6 +53,7 @@ struct Session {
     bool loose = false;          ///< data of no regular shape is read line by line instead of being refused
     bool decimalComma = false;   ///< "123,42" is a number (FigureRules::trueFigures)
     bool decimalsAsked = false;  ///< a person or a filter said with how many decimals samples are written
+    bool sectionsNamed = false;  ///< a person named the sections to write: one that ord has no column for is none
     std::string indexUnit;       ///< unit of every input's index, "" for what its header says (the same rules)
 
     /// A slot counts as loaded once its file was opened, be it with channels or without.

@@ -86,6 +86,12 @@ TEST_F(MakeLasTab, TheTemplateIsEditedUntilItSaysTheSameAgain) {
     app.settings.country = "Canada";
     setTableHeaderText(frame, text);
     EXPECT_EQ(frame.headerText, "") << "not edited: it follows the region";
+    for (const char* typed : {"~V\n", "~Ve\n", "~Ver\n"}) setTableHeaderText(frame, typed);
+    EXPECT_EQ(frame.history.undoText(), "Edit the header of the table");
+    EXPECT_TRUE(frame.history.undo(app, frame.session));
+    EXPECT_EQ(tableHeaderText(frame), text) << "what was there before the first letter";
+    EXPECT_TRUE(frame.history.redo(app, frame.session));
+    EXPECT_EQ(tableHeaderText(frame), "~Ver\n");
 }
 
 }  // namespace welvane::test

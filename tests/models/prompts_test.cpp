@@ -116,6 +116,7 @@ struct BreakingInterface : SilentInterface {
     std::vector<Prompt> asked;
     Answer ask(const Prompt& prompt) override {
         asked.push_back(prompt);
+        noteMet(prompt);
         if (asked.size() == 1) throw RunTimeFailure("no screen");
         return prompt.safe();
     }

@@ -78,6 +78,11 @@ TEST_F(SessionFiles, WhatAFilterCouldNotDoIsListed) {
     EXPECT_EQ(frame.problems.size(), 0U);
     EXPECT_TRUE(frame.history.undo(app, frame.session));
     EXPECT_TRUE(frame.session.tables.filterInUse());
+    const std::string mine = frame.session.slots[0].path;
+    app.run.lasFile = writeLas("selected-since.las", {});
+    user.willAnswer(Answer::Ok);
+    EXPECT_TRUE(switchFilter(frame, false).done);
+    EXPECT_EQ(frame.session.slots[0].path, mine);
 }
 
 }  // namespace welvane::test

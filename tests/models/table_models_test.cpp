@@ -120,7 +120,9 @@ TEST_F(TableModels, WhatWouldBreakTheFileIsRefused) {
                           {sections, at(OrdRow::Name), 6, "", "the section of the data is called ~A"},
                           {sections, at(OrdRow::Name), 6, "~ascii", ""},
                           {sections, at(OrdRow::Name), 4, "Tops", "the name of a section begins with ~ and a letter"},
-                          {sections, at(OrdRow::Name), 4, "", ""},
+                          {sections, at(OrdRow::Name), 4, "", "a section has a name"},
+                          {sections, at(OrdRow::Name), 4, "~Tops", "\"~Tops\" is another section than ~PARAMETER"},
+                          {sections, at(OrdRow::Name), 4, "~p", ""},
                           {properties, at(PrdRow::From), set, "top", "\"top\" is no depth"},
                           {properties, at(PrdRow::From), set, ">=1000.5", ""},
                           {properties, at(PrdRow::To), set, "", ""},
@@ -181,6 +183,9 @@ TEST_F(TableModels, AGenericTableIsOneToo) {
     EXPECT_EQ(model.check(at(GrdRow::Use), 1), Check::Checked);
     EXPECT_EQ(model.check(at(GrdRow::Unit), 1), Check::None);
     EXPECT_EQ(model.backColour(at(GrdRow::Unit), 1), grdHeadColour);
+    EXPECT_FALSE(edited(model, at(GrdRow::Name), 2, "A.B"));
+    EXPECT_FALSE(edited(model, at(GrdRow::Unit), 2, "deg c"));
+    EXPECT_FALSE(edited(model, 5, 2, "1\n2"));
     EXPECT_TRUE(edited(model, at(GrdRow::Unit), 2, "ohm.m"));
     EXPECT_EQ(model.text(at(GrdRow::Unit), 2), "OHMM");
     EXPECT_TRUE(edited(model, 5, 2, "NaN"));

@@ -25,6 +25,7 @@ class ScriptedInterface : public UserInterface {
     Answer ask(const Prompt& prompt) override {
         asked_.push_back(prompt);
         EXPECT_EQ(whyUnknown(prompt), "");
+        noteMet(prompt);
         if (answers_.empty()) {
             ADD_FAILURE() << "unexpected prompt \"" << prompt.title << "\": " << prompt.text;
             return prompt.safe();
