@@ -37,6 +37,7 @@
 #include "models/recent_files.h"
 #include "models/session_store.h"
 #include "models/welcome.h"
+#include "models/wrap_command.h"
 
 namespace welvane {
 
@@ -92,6 +93,7 @@ void MainWindow::setActions() {
     frame_.actions.chooseFont = [this](const GridFontSetting& font) { return chooseFont(font, this); };
     frame_.actions.saveSession = [this] { saveSession(); };
     frame_.actions.openSession = [this] { openSession(); };
+    frame_.actions.wrapFile = [this] { wrapFile(); };
     frame_.actions.find = [this] { find_->open(currentGrid_); };
     frame_.actions.findNext = [this] { find_->findNext(); };
     frame_.actions.exit = [this] {
@@ -326,6 +328,18 @@ void MainWindow::openSession() {
         [this, restored, path](const std::string& failure) {
             if (failure.empty()) takeSession(frame_, std::move(*restored), path);
             edited({failure.empty(), failure});
+        });
+}
+
+void MainWindow::wrapFile() {
+    const std::string file = fileToWrap(frame_), output = file.empty() ? "" : askWrapOutput(frame_, file);
+    if (output.empty()) return;
+    auto outcome = std::make_shared<EditOutcome>();
+    jobs_.run(
+        *this, [outcome, file, output](App& app, Session&) { *outcome = wrapInto(app, file, output); },
+        [this, outcome](const std::string& failure) {
+            if (!failure.empty()) *outcome = {false, failure};
+            edited(*outcome);
         });
 }
 

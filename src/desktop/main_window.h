@@ -62,6 +62,7 @@ class MainWindow : public QMainWindow {
     void takeGrid(WorkArea area, GridView* grid);
     void saveSession();
     void openSession();
+    void wrapFile();
     void nextPart();
     void startProcess();
     void endProcess();

@@ -66,6 +66,10 @@ bool canEdit(const Frame& frame) {
     return frame.browser.editEnabled || frame.isOpen(WorkArea::Session);
 }
 
+bool hasCurrent(const Frame& frame) {
+    return idle(frame) && !frame.app.run.lasFile.empty();
+}
+
 bool hasLog(const Frame& frame) {
     return !frame.app.run.lasFile.empty() || frame.session.loaded(0);
 }
@@ -205,6 +209,9 @@ std::vector<Command> toolCommands() {
              nullptr, openWindow<WorkArea::Certify>},
             {"ID_Toolbox", "&Bytes", Action, toolsMenu, "", false, "Shows the current file byte by byte.", idle,
              nullptr, openWindow<WorkArea::Tools>},
+            {"ID_Wrap", "&Wrap or Unwrap...", Action, toolsMenu, "", false,
+             "Writes the current file anew, wrapped when it is not and the other way.", hasCurrent, nullptr,
+             callFrame<&FrameActions::wrapFile>},
             {"ID_CurveLibrary", "Curve Lib&rary", Action, toolsMenu, "", false, "Groups of curves and of units.", idle,
              nullptr, openWindow<WorkArea::Library>}};
 }

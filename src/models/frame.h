@@ -41,6 +41,7 @@ struct FrameActions {
     std::function<void()> startProcess{};   ///< starts the run that the open windows call for
     std::function<void()> saveSession{};    ///< asks for a name and keeps the session in a file
     std::function<void()> openSession{};    ///< asks for such a file and goes on with it
+    std::function<void()> wrapFile{};       ///< asks for a name and writes the current file wrapped or unwrapped
     std::function<void()> find{};           ///< asks for a text to look for in the grid in front
     std::function<void()> findNext{};       ///< goes to the next cell that holds it
     std::function<void()> arrange{};        ///< all parts back to their places

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "models/wrap_command.h"
 #include "shared/failure.h"
 #include "shared/files.h"
 #include "shared/text.h"
@@ -314,6 +315,29 @@ TEST_F(Commands, selectedFilesGoToTheirPrograms) {
     platform.startsPrograms = false;
     user.willAnswer(Answer::Ok);
     perform(frame, "ID_editLAS");
+}
+
+TEST_F(Commands, theCurrentFileIsWrappedAndUnwrapped) {
+    EXPECT_FALSE(enabled("ID_Wrap"));
+    LasText las{.stop = 1010, .curves = "", .channels = 12};
+    for (int channel = 0; channel < las.channels; ++channel) las.curves += "C" + std::to_string(channel) + ". :\n";
+    const std::string file = app.run.lasFile = folder.writeLines("a.las", las.text()),
+                      wrapped = folder.path("wrapped-a.las");
+    EXPECT_TRUE(enabled("ID_Wrap"));
+    frame.actions.wrapFile = [this] { calls.push_back(fileToWrap(frame)); };
+    perform(frame, "ID_Wrap");
+    EXPECT_EQ(calls, Texts{file});
+    user.willType(wrapped);
+    EXPECT_EQ(askWrapOutput(frame, file), wrapped);
+    EXPECT_EQ(user.filePrompts().back().defaultName, "wrapped-a.las");
+    EXPECT_EQ(wrapInto(app, file, wrapped).why, "Written: " + wrapped + ", wrapped");
+    EXPECT_NE(folder.read("wrapped-a.las").find("YES"), npos);
+    EXPECT_EQ(wrapInto(app, wrapped, folder.path("b.las")).why,
+              "Written: " + folder.path("b.las") + ", one line per depth step");
+    const std::string before = folder.read("a.las");
+    EXPECT_FALSE(wrapInto(app, file, file).done);
+    EXPECT_FALSE(wrapInto(app, folder.path("gone.las"), wrapped).done);
+    EXPECT_EQ(folder.read("a.las"), before);
 }
 
 TEST_F(Commands, theLogViewerTakesTheCurrentInputElseTheFirstSlot) {

@@ -11,6 +11,7 @@
 #include "models/session_files.h"
 #include "models/session_store.h"
 #include "models/survey.h"
+#include "models/wrap_command.h"
 #include "support/session_fixture.h"
 
 namespace welvane::test {
@@ -95,6 +96,7 @@ TEST_F(Prompts, EachDialogHasItsTitleAndCancelsByAnEmptyAnswer) {
         {"Select Header File", [&] { return !askHeaderFile(frame).empty(); }},
         {"Specify Listing File Name", [&] { return chooseReportPath(app, listing); }},
         {"Save Session", [&] { return !askSessionToSave(frame).empty(); }},
+        {"Save Wrapped or Unwrapped LAS", [&] { return !askWrapOutput(frame, "a.las").empty(); }},
         {"Open Session", [&] { return !askSessionToOpen(frame).empty(); }},
         {"Save Picture", [&] { return !askPicturePath(user, "log", PictureKind::Svg).empty(); }},
         {"Open LAS File", [&] { return browseSlotFile(frame, 0); }},
