@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "engine/grid.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
 
@@ -69,7 +68,8 @@ LinkedSamples readLink(const PassContext& context, int channel, int slot) {
     // As laid down a single sample gives nothing, as a range wholly outside on one side does.
     if (first == last && (context.options.rules == FigureRules::asLaidDown || !reachesGrid(context, from, to)))
         return {};
-    context.inputMatrix.column(inputColumn);  // throws where the inputs have no such column
+    if (inputColumn < 0 || inputColumn >= std::max(1, context.session.columnBase(slotCount)))
+        throw RunTimeFailure("subscript out of range");
     return {inputColumn, first, last};
 }
 
@@ -99,6 +99,31 @@ void copyLinks(PassContext& context, int channel, const ChannelLinks& links) {
 }
 
 }  // namespace
+
+int countOutputChannels(const SessionTables& tables) {
+    int count = 0;
+    for (int column = 1; column < tables.outputs().columns(); ++column)
+        if (!tables.output(SrdRow::Mnem, column).empty()) ++count;
+    return count;
+}
+
+std::optional<std::vector<std::optional<int>>> wholeLinks(const PassContext& context) {
+    std::vector<std::optional<int>> sources;
+    try {
+        for (int channel = 0; channel < countOutputChannels(context.session.tables); ++channel) {
+            std::optional<int>& source = sources.emplace_back();
+            for (int slot = 0; slot < slotCount; ++slot) {
+                const LinkedSamples link = readLink(context, channel, slot);
+                if (!link.any()) continue;
+                if (source || !link.whole(context)) return std::nullopt;
+                source = link.inputColumn;
+            }
+        }
+    } catch (const RunTimeFailure&) {
+        return std::nullopt;
+    }
+    return sources;
+}
 
 void composeChannels(PassContext& context) {
     const int count = countOutputChannels(context.tables());

@@ -7,6 +7,7 @@
 
 #include "engine/layout.h"
 #include "engine/record_printer.h"
+#include "engine/streaming.h"
 #include "engine/true_columns.h"
 #include "las/header_text.h"
 #include "las/index_unit.h"
@@ -98,6 +99,7 @@ std::size_t printedAtOnce(const Workers& workers, std::size_t recordLength) {
     return std::max<std::size_t>(1, (workers.pieceBytes + workers.pieceBytes / 16) / recordLength);
 }
 
+/// Tells a person of values that were too wide.
 void tellOverflow(PassContext& context) {
     if (context.report.overflowCount == 0 || context.app.run.commandMode) return;
     context.app.user.ask({"Some Data Changed to Fit Format Width!",
@@ -184,20 +186,25 @@ void settleColumns(PassContext& context) {
     context.report.lastDepth = depths.text(context.grid.lastIndex);
 }
 
-bool writeData(PassContext& context, OutputFile& file) {
+namespace {
+
+bool writeMatrix(PassContext& context, OutputFile& file) {
     RunState& run = context.app.run;
     run.statusText = "Writing ~Ascii section ...";
     const PassGrid& grid = context.grid;
     const RecordPrinter printer(context);
+    std::vector<const double*> samples;
+    for (const OutputColumn& column : context.outputColumns) samples.push_back(column.samples);
     const auto all = static_cast<std::size_t>(std::abs(std::int64_t{grid.lastIndex} - grid.firstIndex)) + 1;
     const std::size_t most = printedAtOnce(run.workers, printer.recordLength());
     const auto recordsOf = [&](std::size_t piece) { return std::min(most, all - piece * most); };
-    OrderedWork<PrintedRecords> work(
-        run.workers.count, (all + most - 1) / most, [&](std::size_t piece, PrintedRecords& to) {
-            to.clear();
-            const auto before = static_cast<std::int32_t>(piece * most);
-            printer.print(grid.firstIndex + before * grid.direction, static_cast<std::int32_t>(recordsOf(piece)), to);
-        });
+    OrderedWork<PrintedRecords> work(run.workers.count, (all + most - 1) / most,
+                                     [&](std::size_t piece, PrintedRecords& to) {
+                                         to.clear();
+                                         const auto before = static_cast<std::int32_t>(piece * most);
+                                         printer.print({samples}, grid.firstIndex + before * grid.direction,
+                                                       static_cast<std::int32_t>(recordsOf(piece)), to);
+                                     });
     for (std::size_t piece = 0; const PrintedRecords* printed = work.next(); ++piece) {
         file.write(printed->text());
         context.report.overflowCount += printed->overflows;
@@ -207,7 +214,14 @@ bool writeData(PassContext& context, OutputFile& file) {
         if (context.cancelled()) return false;
         if (!run.commandMode) context.app.user.pumpEvents();
     }
-    run.progressFraction = 1;
+    return true;
+}
+
+}  // namespace
+
+bool writeData(PassContext& context, OutputFile& file) {
+    if (!(context.stream ? writeStream(context, file) : writeMatrix(context, file))) return false;
+    context.app.run.progressFraction = 1;
     tellOverflow(context);
     return true;
 }

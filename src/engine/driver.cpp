@@ -16,8 +16,13 @@ namespace welvane {
 namespace {
 
 PassOptions passOptions(const App& app, const RunRequest& request, std::string output) {
-    return {std::move(output), app.run.noInputRun,  request.outputMode, request.wholeInputs,
-            request.rules,     request.wrapSettled, request.strict};
+    return {.outputPath = std::move(output),
+            .noInputRun = app.run.noInputRun,
+            .outputMode = request.outputMode,
+            .wholeInputs = request.wholeInputs,
+            .rules = request.rules,
+            .wrapSettled = request.wrapSettled,
+            .strict = request.strict};
 }
 
 /// Leaves the file in hand as it was when this one is gone.

@@ -2,8 +2,10 @@
 
 #include <cmath>
 
+#include "engine/composition.h"
 #include "engine/depth_limit.h"
 #include "engine/layout.h"
+#include "engine/streaming.h"
 #include "engine/true_grid.h"
 #include "las/wrap.h"
 #include "session/choices.h"
@@ -100,7 +102,7 @@ void readOptions(PassContext& context) {
     context.nullFillMode = decode<NullFill>(tables.setting(PrdRow::NullFill)).value_or(NullFill::None);
 }
 
-/// Bounds memory before it is taken.
+/// Bounds memory before it is taken, where samples are held.
 bool boundGrid(PassContext& context) {
     PassGrid& grid = context.grid;
     const double steps = std::abs((grid.start - grid.stop) / grid.step);
@@ -108,6 +110,13 @@ bool boundGrid(PassContext& context) {
         return stop(context, "the grid from " + plainNumber(grid.start) + " to " + plainNumber(grid.stop) + " by " +
                                  plainNumber(grid.step) + " has more samples than 32 bits can count");
     grid.sampleCount = std::abs(roundToEven((grid.start - grid.stop) / grid.step)) + 1;
+    return whyInMemory(context).empty() || memorySuffices(context);
+}
+
+}  // namespace
+
+bool memorySuffices(PassContext& context) {
+    const PassGrid& grid = context.grid;
     const std::uint64_t needed = matrixBytes(context);
     // Asking the system costs more than a small pass does, and what is this small is always there.
     constexpr std::uint64_t smallNeed = 4 << 20;
@@ -118,15 +127,6 @@ bool boundGrid(PassContext& context) {
                                  std::to_string(needed >> 20) + " MB of memory, " + std::to_string(available >> 20) +
                                  " MB are free");
     return true;
-}
-
-}  // namespace
-
-int countOutputChannels(const SessionTables& tables) {
-    int count = 0;
-    for (int column = 1; column < tables.outputs().columns(); ++column)
-        if (!tables.output(SrdRow::Mnem, column).empty()) ++count;
-    return count;
 }
 
 std::uint64_t matrixBytes(const PassContext& context) {

@@ -8,8 +8,8 @@ namespace welvane {
 /// question answered with Cancel, a grid beyond 32 bits or beyond the memory that is free). Takes no matrix memory yet.
 bool deriveGrid(PassContext& context);
 
-/// Output channels: columns of srd(4) from 1 with a mnemonic.
-int countOutputChannels(const SessionTables& tables);
+/// False, with a refusal, where the two matrices do not fit into the memory that is free.
+bool memorySuffices(PassContext& context);
 
 /// Bytes of the two matrices.
 std::uint64_t matrixBytes(const PassContext& context);

@@ -11,6 +11,7 @@
 #include "engine/grid.h"
 #include "engine/header_writer.h"
 #include "engine/inputs.h"
+#include "engine/streaming.h"
 #include "las/header_edit.h"
 #include "shared/files.h"
 #include "shared/numbers.h"
@@ -86,7 +87,7 @@ bool writeFile(PassContext& context) {
     return true;
 }
 
-/// All of a pass in front of its file. False when it ended; context.report says why.
+/// All of a pass in front of its file, the samples or their stream. False when it ended; context.report says why.
 bool makeSamples(PassContext& context) {
     if (!deriveGrid(context)) {
         stopPath(context);
@@ -95,6 +96,13 @@ bool makeSamples(PassContext& context) {
     context.report.applyTvd = context.applyTvd;
     try {
         openHeaderSource(context);
+        if (whyInMemory(context).empty()) {
+            if (openStream(context)) return true;
+            if (!memorySuffices(context)) {
+                stopPath(context);
+                return false;
+            }
+        }
         allocateInputs(context);
         readInputs(context);
         if ((context.options.wholeInputs || context.report.inputLost) && !context.report.brokenInput.empty()) {
@@ -141,6 +149,7 @@ PassResult doitmastnew(PassContext& context) {
 }
 
 PassResult previewPass(PassContext& context, PassPreview& preview) {
+    context.options.streamed = false;
     if (!makeSamples(context)) return context.report.result;
     try {
         const FileHead head = makeHead(context);
@@ -163,6 +172,7 @@ PassPlan planPass(App& app, Session& session, FigureRules rules) {
         return plan;
     }
     plan.grid = context.grid;
+    plan.whyInMemory = whyInMemory(context);
     plan.memoryNeeded = matrixBytes(context);
     const SessionTables& tables = session.tables;
     for (int column = 1; column < tables.outputs().columns(); ++column) {

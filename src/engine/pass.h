@@ -31,7 +31,8 @@ struct PassPlan {
         std::string function;             ///< "" when none
     };
     std::vector<Channel> channels;
-    std::uint64_t memoryNeeded = 0;  ///< bytes of the two matrices
+    std::string whyInMemory;         ///< "" for one that is streamed
+    std::uint64_t memoryNeeded = 0;  ///< bytes of the two matrices, where they are held
 };
 PassPlan planPass(App& app, Session& session, FigureRules rules);
 

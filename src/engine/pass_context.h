@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,7 @@ struct PassOptions {
     bool wholeInputs = false;
     FigureRules rules = FigureRules::asLaidDown;
     bool wrapSettled = false;  ///< WRAP was asked for by name, so whether it is needed is no question
+    bool streamed = true;      ///< false: samples are held, the road that streaming is held against
     bool strict = false;       ///< a note refuses the pass before anything is written
 };
 
@@ -77,6 +79,8 @@ struct OutputColumn {
     int width, decimals;    ///< characters, of which at least one stays blank
 };
 
+struct PassStream;
+
 /// All that lives for one pass. Stages read what the stages before them left here.
 struct PassContext {
     PassContext(App& process, Session& loaded, PassOptions wanted)
@@ -97,6 +101,7 @@ struct PassContext {
     float nullValue = 0;
     NullFill nullFillMode = NullFill::None;
     Matrix inputMatrix, outputMatrix;
+    std::shared_ptr<const PassStream> stream;  ///< in place of the samples of both matrices; see streaming.h
     FunctionState functionState;
     LasFilePointer headerSource;                ///< whose header goes out; nullptr when there is none
     std::vector<std::string> headerCurveNames;  ///< mnemonics of the header source's ~Curve section

@@ -113,22 +113,22 @@ RecordPrinter::RecordPrinter(const PassContext& context)
     }
 }
 
-void RecordPrinter::print(std::int32_t first, std::int32_t count, PrintedRecords& to) const {
+void RecordPrinter::print(const PrintedSamples& samples, std::int32_t begin, std::int32_t count,
+                          PrintedRecords& to) const {
     to.scratch.resize(formatMaskCapacity(decimals_) + 16);
-    for (std::int32_t index = first; count > 0; --count, index += context_.grid.direction) {
+    for (std::int32_t index = begin; count > 0; --count, index += context_.grid.direction) {
         if (fixed_)
-            printFixed(index, to);
+            printFixed(samples, index, to);
         else
-            printDelimited(index, to);
+            printDelimited(samples, index, to);
     }
 }
 
 /// A value right-aligned in its column; one that would leave no blank becomes the overflow text. Up to `spill` bytes
 /// behind the column are written over.
-inline void RecordPrinter::putValue(char* place, std::size_t number, std::int32_t index, PrintedRecords& to) const {
+inline void RecordPrinter::putValue(char* place, std::size_t number, double sample, PrintedRecords& to) const {
     const OutputColumn& column = columns_[number];
     const std::size_t width = widths_[number];
-    const double sample = column.samples[index - 1];
     if (sample == null_) {
         putText(place, width, nullTexts_[number], to);
         return;
@@ -163,7 +163,7 @@ void RecordPrinter::putOverflow(char* column, std::size_t width, PrintedRecords&
     ++to.overflows;
 }
 
-void RecordPrinter::printFixed(std::int32_t index, PrintedRecords& to) const {
+void RecordPrinter::printFixed(const PrintedSamples& samples, std::int32_t index, PrintedRecords& to) const {
     const std::size_t length = length_;
     const bool wrapped = context_.wrapPerLine > 0;
     if (wrapped) to.wrapped.resize(length + spill);
@@ -171,7 +171,7 @@ void RecordPrinter::printFixed(std::int32_t index, PrintedRecords& to) const {
     putRight(record, depthWidth_, {to.scratch.data(), depths_.print(to.scratch.data(), index)});
     char* place = record + depthWidth_;
     for (std::size_t number = 0; number < columns_.size(); place += widths_[number++])
-        putValue(place, number, index, to);
+        putValue(place, number, samples.columns[number][index - samples.first], to);
     if (wrapped) {
         eachWrappedLine(std::string_view(to.wrapped).substr(0, length), depthWidth_,
                         static_cast<std::size_t>(context_.wrapPerLine), context_.wrapLines,
@@ -183,7 +183,7 @@ void RecordPrinter::printFixed(std::int32_t index, PrintedRecords& to) const {
     to.advance(length + 2);
 }
 
-void RecordPrinter::printDelimited(std::int32_t index, PrintedRecords& to) const {
+void RecordPrinter::printDelimited(const PrintedSamples& samples, std::int32_t index, PrintedRecords& to) const {
     const std::size_t cell = formatMaskCapacity(decimals_) + 16;
     char* const record = to.reserve((columns_.size() + 1) * (cell + 1) + 2);
     std::size_t length = context_.options.rules == FigureRules::trueFigures
@@ -191,7 +191,7 @@ void RecordPrinter::printDelimited(std::int32_t index, PrintedRecords& to) const
                              : formatMaskFast(record, depths_.depth(index), decimals_);
     for (std::size_t number = 0; number < columns_.size(); ++number) {
         record[length++] = delimiter_;
-        const double value = columns_[number].samples[index - 1];
+        const double value = samples.columns[number][index - samples.first];
         if (value == null_) {
             length += nullTexts_[number].copy(record + length, nullTexts_[number].size());
         } else {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,21 +51,27 @@ class PrintedRecords {
     std::size_t used_ = 0, capacity_ = 0;
 };
 
+/// The samples of the columns that are written: each by the one of grid index `first`.
+struct PrintedSamples {
+    std::span<const double* const> columns;
+    std::int64_t first = 1;
+};
+
 /// Prints records of one pass, by as many threads as wish to: nothing changes once it is made. Each takes and gives a
 /// PrintedRecords of its own.
 class RecordPrinter {
   public:
     explicit RecordPrinter(const PassContext& context);
 
-    /// Adds `count` records to `to`, from the grid's sample `first` on in the direction of the writing.
-    void print(std::int32_t first, std::int32_t count, PrintedRecords& to) const;
+    /// Adds `count` records to `to`, from grid index `begin` on in the direction of the writing.
+    void print(const PrintedSamples& samples, std::int32_t begin, std::int32_t count, PrintedRecords& to) const;
     /// Characters of a record, near enough.
     std::size_t recordLength() const { return length_ + 2; }
 
   private:
-    void printFixed(std::int32_t index, PrintedRecords& to) const;
-    void printDelimited(std::int32_t index, PrintedRecords& to) const;
-    void putValue(char* place, std::size_t number, std::int32_t index, PrintedRecords& to) const;
+    void printFixed(const PrintedSamples& samples, std::int32_t index, PrintedRecords& to) const;
+    void printDelimited(const PrintedSamples& samples, std::int32_t index, PrintedRecords& to) const;
+    void putValue(char* place, std::size_t number, double sample, PrintedRecords& to) const;
     void putText(char* column, std::size_t width, std::string_view text, PrintedRecords& to) const;
     void putOverflow(char* column, std::size_t width, PrintedRecords& to) const;
 

@@ -35,7 +35,9 @@ std::string planText(const PassPlan& plan, const std::string& unit) {
                        ", step " + plainNumber(grid.step) + (grid.direction < 0 ? ", written from the deep end" : "") +
                        "\n";
     text += "Samples   " + std::to_string(grid.sampleCount) + "\n";
-    text += "Memory    " + memoryText(plan.memoryNeeded) + "\n";
+    text += plan.whyInMemory.empty()
+                ? "Memory    a few blocks: the input is streamed where its records follow each other\n"
+                : "Memory    " + memoryText(plan.memoryNeeded) + ": " + plan.whyInMemory + "\n";
     text += "Channels  " + std::to_string(plan.channels.size()) + "\n\n";
     TextTable table("lll", TextTable::Ends::Kept);
     table.add({"Mnem", "Unit", "Sources"});
