@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <exception>
 #include <map>
 
@@ -12,6 +13,7 @@
 #include "platform/output_file.h"
 #include "shared/any_line_reader.h"
 #include "shared/failure.h"
+#include "shared/number_fields.h"
 #include "shared/numbers.h"
 #include "shared/text.h"
 
@@ -55,11 +57,16 @@ class DataLines {
 /// Puts records together: a line each, or, in wrapped data, as many lines as it takes for the number of values.
 class Records {
   public:
-    Records(DataLines lines, std::size_t columns, bool wrapped) : lines_(lines), columns_(columns), wrapped_(wrapped) {}
+    /// All lines lie in `bytes`.
+    Records(DataLines lines, std::string_view bytes, std::size_t columns, bool wrapped)
+        : lines_(lines), fields_(bytes), columns_(columns), wrapped_(wrapped) {}
 
     /// The next line, its words added to those in hand. False at the end.
     bool take() {
-        if (done_) words_.clear();
+        if (done_) {
+            words_.clear();
+            plain_.clear();
+        }
         done_ = false;
         std::string_view line;
         if (!lines_.next(line)) return false;
@@ -74,6 +81,8 @@ class Records {
     bool bad() const { return isComment_ || (wrapped_ ? words_.size() > columns_ : words_.size() != columns_); }
     void drop() { done_ = true; }
     const std::vector<std::string_view>& words() const { return words_; }
+    /// The word is digits with a sign and a dot at most: a number for sure.
+    bool plain(std::size_t word) const { return plain_[word] != 0; }
     std::size_t number() const { return isComment_ ? lines_.number() : number_; }
     std::string_view line() const { return line_; }
     bool left() const { return !done_ && !words_.empty(); }
@@ -81,13 +90,17 @@ class Records {
 
   private:
     void addWords(std::string_view line) {
-        for (std::string_view word = nextDataWord(line); !word.empty(); word = nextDataWord(line))
-            words_.push_back(word);
+        for (const NumberField& field : fields_.cut(line)) {
+            words_.push_back(line.substr(field.from, field.length));
+            plain_.push_back(field.plain ? 1 : 0);
+        }
     }
     DataLines lines_;
+    LineFields fields_;
     std::size_t columns_;
     bool wrapped_;
     std::vector<std::string_view> words_;
+    std::vector<char> plain_;  ///< by word
     std::string_view line_;
     std::size_t number_ = 0;
     bool done_ = false, isComment_ = false;
@@ -120,7 +133,7 @@ class WholeRebuilder {
     bool countWords(RunTurn& turn);
     std::size_t columnsOf(const std::vector<KeptCurve>& curves) const;
     bool lookAtData(RunTurn& turn);
-    void takeRecord(const std::vector<std::string_view>& words, std::size_t line);
+    void takeRecord(const Records& record);
     void dropLine(std::size_t number, std::string_view line);
     DepthFacts depthFacts() const;
     std::string stepFor(const std::string& given) const;
@@ -128,9 +141,10 @@ class WholeRebuilder {
     double rounding() const { return depthRounding(depthDecimals_); }
     void tellColumns();
     bool writeData(OutputFile& output, RunTurn& turn);
+    void writeRecord(OutputFile& output, const Records& record, std::size_t length) const;
     void widenForNames();
     std::string dataTitle() const;
-    Records records() const { return {DataLines(bytes_, header_), wordsPerRecord_, wrapped_}; }
+    Records records() const { return {DataLines(bytes_, header_), bytes_, wordsPerRecord_, wrapped_}; }
     bool isPlatformNull(std::string_view word) const { return platform_ && word.find("-999250.") != npos; }
 
     const LasFile& file_;
@@ -188,14 +202,15 @@ void WholeRebuilder::dropLine(std::size_t number, std::string_view line) {
          .text = "dropped data line: " + std::string(line.substr(0, longest)) + (line.size() > longest ? "..." : "")});
 }
 
-void WholeRebuilder::takeRecord(const std::vector<std::string_view>& words, std::size_t line) {
+void WholeRebuilder::takeRecord(const Records& record) {
+    const std::vector<std::string_view>& words = record.words();
     for (std::size_t column = 0; column < words.size(); ++column) {
         ColumnFacts& facts = columns_[column];
         const bool null = column > 0 && isPlatformNull(words[column]);
         facts.width = std::max(facts.width, null ? null_.size() : words[column].size());
         if (null) ++facts.nulls;
-        if (null || parseNumber(words[column]).length == words[column].size()) continue;
-        if (facts.texts++ == 0) facts.firstText = line;
+        if (null || record.plain(column) || parseNumber(words[column]).length == words[column].size()) continue;
+        if (facts.texts++ == 0) facts.firstText = record.number();
     }
     const std::string_view depth = words.front();
     if (depths_.empty()) first_ = depth;
@@ -208,7 +223,7 @@ bool WholeRebuilder::lookAtData(RunTurn& turn) {
     Records records = this->records();
     while (records.take()) {
         if (!turn.goesOn((bytes_.size() + records.lines().place(records.line())) / 3)) return false;
-        if (records.whole()) takeRecord(records.words(), records.number());
+        if (records.whole()) takeRecord(records);
         if (records.bad()) dropLine(records.number(), records.line());
         if (records.whole() || (records.bad() && records.line().front() != '#')) records.drop();
     }
@@ -297,27 +312,47 @@ std::string WholeRebuilder::dataTitle() const {
     return title;
 }
 
-void writeWord(OutputFile& output, std::string_view word, std::size_t width) {
-    char* const room = output.reserve(width + 2);
+/// Bytes behind a column that putWord may write over.
+constexpr std::size_t wordSpill = 16;
+
+/// A word right-aligned behind two blanks; returns the place behind it. A short one with `behind` bytes of its text
+/// that can be read takes two moves of one size.
+char* putWord(char* room, std::string_view word, std::size_t width, std::size_t behind) {
     const std::size_t blanks = width + 2 - word.size();
-    std::fill_n(room, blanks, ' ');
-    std::copy(word.begin(), word.end(), room + blanks);
-    output.advance(width + 2);
+    if (blanks <= wordSpill && word.size() <= wordSpill && behind >= wordSpill) {
+        std::memset(room, ' ', wordSpill);
+        std::memcpy(room + blanks, word.data(), wordSpill);
+    } else {
+        std::memset(room, ' ', blanks);
+        std::copy(word.begin(), word.end(), room + blanks);
+    }
+    return room + width + 2;
+}
+
+void WholeRebuilder::writeRecord(OutputFile& output, const Records& record, std::size_t length) const {
+    char* const room = output.reserve(length + 2 + wordSpill);
+    char* place = room;
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        const std::string_view word = record.words()[column];
+        const bool null = column > 0 && isPlatformNull(word);
+        const auto behind = static_cast<std::size_t>(bytes_.data() + bytes_.size() - word.data());
+        place = putWord(place, null ? null_ : word, columns_[column].width, null ? 0 : behind);
+    }
+    for (std::size_t column = columns_.size(); column < channels_.size(); ++column)
+        place = putWord(place, null_, null_.size(), 0);
+    *place++ = '\r';
+    *place++ = '\n';
+    output.advance(length + 2);
 }
 
 bool WholeRebuilder::writeData(OutputFile& output, RunTurn& turn) {
+    std::size_t length = 0;
+    for (std::size_t column = 0; column < std::max(columns_.size(), channels_.size()); ++column)
+        length += (column < columns_.size() ? columns_[column].width : null_.size()) + 2;
     Records records = this->records();
     while (records.take()) {
         if (!turn.goesOn((2 * bytes_.size() + records.lines().place(records.line())) / 3)) return false;
-        if (records.whole()) {
-            for (std::size_t column = 0; column < columns_.size(); ++column) {
-                const std::string_view word = records.words()[column];
-                writeWord(output, column > 0 && isPlatformNull(word) ? null_ : word, columns_[column].width);
-            }
-            for (std::size_t column = columns_.size(); column < channels_.size(); ++column)
-                writeWord(output, null_, null_.size());
-            output.writeLine({});
-        }
+        if (records.whole()) writeRecord(output, records, length);
         if (records.whole() || (records.bad() && records.line().front() != '#')) records.drop();
     }
     return true;
