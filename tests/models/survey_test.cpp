@@ -1,6 +1,10 @@
 #include "models/survey.h"
 
+#include <filesystem>
+
+#include "jobs/process.h"
 #include "models/frame.h"
+#include "models/table_models.h"
 #include "session/tvd.h"
 #include "support/session_fixture.h"
 
@@ -106,6 +110,37 @@ TEST_F(Survey, WhatIsNoNumberIsRefusedAndMapsNoDepth) {
     EXPECT_FALSE(computed.outcome.done);
     EXPECT_EQ(computed.row, tieRow);
     EXPECT_EQ(trd.text(3, 2), "2") << "nothing was computed";
+}
+
+TEST_F(Survey, ARunMapsNoDepthThroughAStationThatNobodyMeasured) {
+    session.rules = FigureRules::trueFigures;
+    app.settings.certifyAfter = app.settings.editAfter = false;
+    load(0, {"GR"});
+    propertiesModel(app, session).setCheck(at(PrdRow::ApplyTvd), at(PrdColumn::Setting), true);
+    const auto run = [&] {
+        Session copy = session;
+        app.run.targetFile = folder.path("out.las");
+        ProcessRequest request;
+        request.sessionOpen = true;
+        const ProcessOutcome outcome = process(app, copy, request);
+        std::string told = outcome.refusal;
+        for (const ItemReport& item : outcome.items)
+            for (const Note& note : item.pass.notes)
+                if (note.kind == NoteKind::Survey) told += note.text;
+        const std::string written = std::filesystem::exists(app.run.targetFile) ? folder.read("out.las") : "";
+        std::filesystem::remove(app.run.targetFile);
+        return std::pair{told, written};
+    };
+    const auto [nothing, unmapped] = run();
+    EXPECT_EQ(nothing, "the survey has no station: depths stay as they are");
+    pasteSurvey(session, 2, 1, "1000\t1000\t0\r\n1010\t\t60\r\n");
+    for (int told = 0; told < 2; ++told) user.willAnswer(Answer::Ok);
+    EXPECT_EQ(run(), (std::pair<std::string, std::string>{"survey row 3 has no TVD: compute the TVD column", ""}));
+    EXPECT_TRUE(computeSurvey(app, session).outcome.done);
+    const auto [mapped, depths] = run();
+    EXPECT_EQ(mapped, "");
+    EXPECT_NE(depths, "");
+    EXPECT_NE(depths, unmapped);
 }
 
 TEST_F(Survey, ClearingAsksAndSparesTheHeads) {
