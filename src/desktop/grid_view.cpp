@@ -89,10 +89,21 @@ void GridView::refresh() {
 void GridView::fitColumns() {
     // Only the first screens: measuring thousands of columns takes seconds.
     constexpr int measured = 200;
+    if (width_) {
+        for (int column = 0; column < model_.columnCount(); ++column) setColumnWidth(column, *width_);
+        return;
+    }
     for (int column = 0; column < std::min(model_.columnCount(), measured); ++column) {
         resizeColumnToContents(column);
         setColumnWidth(column, std::clamp(columnWidth(column), narrowestColumn, widestColumn));
     }
+}
+
+void GridView::useWidth(std::optional<int> pixels) {
+    if (pixels) pixels = std::max(*pixels, narrowestColumn);
+    if (pixels == width_) return;
+    width_ = pixels;
+    fitColumns();
 }
 
 void GridView::useFont(const QFont& font) {

@@ -3,6 +3,7 @@
 #include <QTableView>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "desktop/grid_model.h"
 #include "models/clipboard.h"
@@ -22,6 +23,8 @@ class GridView : public QTableView {
     void refresh();
     /// Widths by what the columns hold, at most a third of the view.
     void fitColumns();
+    /// All columns as wide as this; what they hold counts again for none.
+    void useWidth(std::optional<int> pixels);
     /// Another font, with rows and columns to fit; nothing happens for the one it has.
     void useFont(const QFont& font);
     GridModel& grid() { return model_; }
@@ -53,6 +56,7 @@ class GridView : public QTableView {
     void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
+    std::optional<int> width_;  ///< of each column, where one was chosen
     /// The marked cells as a block of the table; the current cell where none are.
     CellArea marked() const;
     bool browses(const QModelIndex& cell) const;

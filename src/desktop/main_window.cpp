@@ -33,6 +33,7 @@
 #include "desktop/text.h"
 #include "desktop/welcome_page.h"
 #include "models/byte_place.h"
+#include "models/command_effects.h"
 #include "models/commands.h"
 #include "models/recent_files.h"
 #include "models/session_store.h"
@@ -418,7 +419,13 @@ void MainWindow::refreshStatus() {
 
 void MainWindow::applyFont() {
     const QFont font = gridFont(frame_.app.settings.gridFont);
-    for (GridView* const grid : findChildren<GridView*>()) grid->useFont(font);
+    constexpr int twentiethsPerPixel = 15;
+    std::optional<int> width = chosenColumnWidth(frame_.app);
+    if (width) *width /= twentiethsPerPixel;
+    for (GridView* const grid : findChildren<GridView*>()) {
+        grid->useFont(font);
+        grid->useWidth(width);
+    }
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

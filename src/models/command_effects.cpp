@@ -23,6 +23,7 @@ constexpr std::string_view manyFilesTitle = "Just Wondering...";
 constexpr std::string_view manyFilesText = "You have selected nore than 10 files for editing. Are you sure?";
 constexpr std::size_t filesWithoutQuestion = 10;
 constexpr std::int32_t fitsContents = -1;
+constexpr double widestColumn = 32767;
 
 void toggle(Frame& frame, bool& value, std::string_view key) {
     value = !value;
@@ -32,10 +33,9 @@ void toggle(Frame& frame, bool& value, std::string_view key) {
 /// A typed width: "Fit", or a number above 0; anything else is the usual width.
 std::int32_t readWidth(std::string_view answer) {
     constexpr std::int32_t usualWidth = 600;
-    constexpr double widest = 32767;
     if (sameText(trim(answer), "Fit")) return fitsContents;
     const double width = val(answer);
-    return width > 0 && width <= widest ? std::max(roundToEven(width), 1) : usualWidth;
+    return width > 0 && width <= widestColumn ? std::max(roundToEven(width), 1) : usualWidth;
 }
 
 void saveSurvey(Frame& frame) {
@@ -80,6 +80,12 @@ void chooseColumnWidth(Frame& frame) {
     width = readWidth(answer);
     store.put("gridFontWidth", std::to_string(width));
     if (frame.sessionActive()) setGridColWid(frame.app, width == fitsContents ? fitsContents : 1);
+}
+
+std::optional<std::int32_t> chosenColumnWidth(const App& app) {
+    const double stored = val(app.platform.settings().get("gridFontWidth", ""));
+    if (stored < 1 || stored > widestColumn) return std::nullopt;
+    return roundToEven(stored);
 }
 
 void chooseGridFont(Frame& frame) {

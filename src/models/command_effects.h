@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include "models/frame.h"
 
 /// What the commands do that are more than one call.
@@ -15,6 +18,8 @@ void takeBack(Frame& frame);
 
 /// ID_Size: asks for the column width of the grids.
 void chooseColumnWidth(Frame& frame);
+/// The width that was chosen there, in twentieths of a point; nothing while columns fit what they hold.
+std::optional<std::int32_t> chosenColumnWidth(const App& app);
 /// ID_Font: the font of the grids, by the window's dialog.
 void chooseGridFont(Frame& frame);
 

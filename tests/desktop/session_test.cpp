@@ -1,6 +1,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTabBar>
@@ -53,6 +54,19 @@ TEST_F(SessionWindow, anEditIsTakenBackAndMadeAgain) {
     EXPECT_EQ(table.text(linkRow(1, Link::Mnem), 1), "GRC");
     key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(table.text(linkRow(1, Link::Mnem), 1), "") << "a splice is one step";
+}
+
+TEST_F(SessionWindow, columnsHaveTheWidthThatWasChosen) {
+    const int fitted = channels().columnWidth(0);
+    for (const auto& [typed, width] : {std::pair{"1800", 120}, {"Fit", fitted}}) {
+        whenShown<QInputDialog>([&, text = typed](QInputDialog& dialog) {
+            dialog.setTextValue(text);
+            dialog.accept();
+        });
+        choose("ID_Size");
+        QApplication::processEvents();
+        EXPECT_EQ(channels().columnWidth(0), width) << typed;
+    }
 }
 
 TEST_F(SessionWindow, cellsTravelByTheClipboard) {

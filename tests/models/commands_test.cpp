@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "models/command_effects.h"
 #include "models/wrap_command.h"
 #include "shared/failure.h"
 #include "shared/files.h"
@@ -188,6 +189,7 @@ TEST_F(Commands, columnWidthIsReadLeniently) {
             "to fits their contents.");
         EXPECT_EQ(user.textPrompts().back().defaultText, row.shown) << row.typed;
         EXPECT_EQ(key("gridFontWidth"), row.kept) << row.typed;
+        EXPECT_EQ(std::to_string(chosenColumnWidth(app).value_or(-1)), *row.kept == '(' ? "-1" : row.kept);
         if (*row.typed != '\0') {
             EXPECT_EQ(std::to_string(app.settings.gridFont.columnWidth), row.kept);
         }
