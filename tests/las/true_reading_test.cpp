@@ -1,8 +1,10 @@
 #include <cmath>
 #include <gtest/gtest.h>
+#include <random>
 
 #include "las/cells.h"
 #include "las/channel_names.h"
+#include "las/data_words.h"
 #include "las/index_unit.h"
 #include "las/las_file.h"
 #include "las/well.h"
@@ -54,6 +56,17 @@ TEST(TrueReading, everyFormOfAFileReadsAsTheSameText) {
         EXPECT_EQ(file.value("WELL").text, "BEECH 1") << row.name;
         EXPECT_EQ(file.shape().wordsPerStep, 3) << row.name;
         EXPECT_EQ(file.ends().lastDepth, 1669.375) << row.name;
+    }
+}
+
+TEST(TrueReading, countsWordsAsTheyAreTaken) {
+    std::mt19937 random(9);
+    for (int round = 0; round < 20000; ++round) {
+        std::string line;
+        for (auto left = random() % 40; left > 0; --left) line += " \t \x89\xA0-1a!"[random() % 10];
+        std::size_t words = 0;
+        for (std::string_view rest = line; !nextDataWord(rest).empty();) ++words;
+        ASSERT_EQ(countDataWords(line), words) << '"' << line << '"';
     }
 }
 
