@@ -10,6 +10,7 @@ trap 'rm -rf "$folder"' EXIT INT TERM
 "$build/bin/welvane_make_las" "$folder/wrapped.las" "$size" 20 wrapped
 "$build/bin/welvane_make_las" "$folder/wide.las" "$size" 300
 "$build/bin/welvane_make_las" "$folder/narrow.las" "$size" 3
+half=$(awk '/^STEP/ { print $3 / 2; exit }' "$folder/plain.las")
 ratio() {
     label=$1
     input=$2
@@ -25,6 +26,11 @@ ratio "headless line, unwrapped in, wrapped out" "$folder/plain.las" "$build/wel
 ratio "headless line, wrapped in and out" "$folder/wrapped.las" "$build/welvane" "/File1=$folder/wrapped.las" "/Output=$folder/out.las"
 ratio "headless line, 300 channels" "$folder/wide.las" "$build/welvane" "/File1=$folder/wide.las" "/Output=$folder/out.las"
 ratio "headless line, 3 channels" "$folder/narrow.las" "$build/welvane" "/File1=$folder/narrow.las" "/Output=$folder/out.las"
+ratio "step halved, as laid down" "$folder/plain.las" "$build/welvane" run "$folder/plain.las" --rules as-laid-down --step "$half" -o "$folder/out.las" --force --yes --quiet
+ratio "five functions, as laid down" "$folder/plain.las" "$build/welvane" run "$folder/plain.las" --rules as-laid-down -o "$folder/out.las" --force --yes --quiet \
+    --curve "P1.V/V : | FUN=BULKDEN2PORO,RHOB,2.65,1.0" --curve "P2.V/V : | FUN=BULKDEN2PORO,RHOB,2.68,1.0" --curve "P3.V/V : | FUN=BULKDEN2PORO,RHOB,2.70,1.0" \
+    --curve "P4.V/V : | FUN=BULKDEN2PORO,RHOB,2.71,1.0" --curve "P5.V/V : | FUN=BULKDEN2PORO,RHOB,2.75,1.0"
+ratio "repair --rebuild" "$folder/plain.las" "$build/welvane" repair "$folder/plain.las" --rebuild -o "$folder/out.las" --force --quiet
 ratio "verb run, one thread" "$folder/plain.las" "$build/welvane" run "$folder/plain.las" -o "$folder/out.las" --force --yes --quiet --jobs 1
 echo "Reading verbs against the same floor:"
 ratio "stats" "$folder/plain.las" "$build/welvane" stats "$folder/plain.las" --quiet
