@@ -130,7 +130,13 @@ Crew::~Crew() {
 bool Crew::wait() {
     Inside& inside = *inside_;
     std::unique_lock<std::mutex> lock(inside.mutex);
-    while (!inside.done[inside.taken] && !inside.stopped()) inside.turn.wait_for(lock, lookOut);
+    while (!inside.done[inside.taken] && !inside.stopped()) {
+        inside.turn.wait_for(lock, lookOut);
+        // Whoever waits here is the one that hears a person's wish to stop.
+        lock.unlock();
+        inside.owner.user().pumpEvents();
+        lock.lock();
+    }
     if (!inside.done[inside.taken]) return false;
     ++inside.taken;
     inside.turn.notify_all();

@@ -14,7 +14,7 @@ namespace py = pybind11;
 namespace {
 
 /// Turns between two looks at the clock, and the time between two looks for a signal.
-constexpr unsigned turnsPerLook = 256;
+constexpr unsigned turnsPerLook = 16;
 constexpr std::chrono::milliseconds lookEvery{50};
 
 std::string_view remedyText(Remedy remedy) {

@@ -48,9 +48,9 @@ py::dict run(const std::vector<std::string>& files, const std::string& output, c
 }
 
 py::list batch(const std::vector<std::string>& files, const std::string& folder, const py::dict& keywords,
-               const py::dict& how) {
+               std::size_t workers, const py::dict& how) {
     Call call(callChoicesOf(how));
-    const BatchRequest request{.files = files, .folder = folder, .pass = passRequestOf(keywords)};
+    const BatchRequest request{.files = files, .folder = folder, .pass = passRequestOf(keywords), .workers = workers};
     const BatchReport report = call.work([&] { return runBatch(call.bench(), request, [](const BatchItem&) {}); });
     py::list items;
     for (const BatchItem& item : report.items) {

@@ -6,6 +6,7 @@ import threading
 import time
 import unittest
 import xml.dom.minidom
+from pathlib import Path
 
 import numpy as np
 
@@ -70,6 +71,20 @@ class Runs(Case):
         self.assertEqual([item.written for item in items], [True, True, False, False])
         self.assertIn("GR", welvane.read(items[1].output))
         self.assertIn("No such file", items[2].why)
+
+    def test_batch_is_the_same_by_several_workers(self):
+        files = []
+        for number in range(20):
+            files.append(self.folder / f"w{number}.las")
+            files[-1].write_bytes(Path(runs[number % 2]).read_bytes())
+        files.append(self.folder / "none.las")
+        alone = welvane.batch(files, self.folder / "one", jobs=1, step=0.5)
+        together = welvane.batch(files, self.folder / "many", jobs=3, step=0.5)
+        self.assertEqual([item.path for item in together], [str(file) for file in files])
+        self.assertEqual([item.written for item in together], [True] * 20 + [False])
+        for one, other in zip(alone[:20], together):
+            self.assertEqual(Path(one.output).read_bytes(), Path(other.output).read_bytes())
+        self.assertRaises(welvane.ChoiceError, welvane.batch, files, self.folder / "none", jobs=-1)
 
 
 class Verdicts(Case):
@@ -159,7 +174,7 @@ class Disturbed(Case):
             files.append(link)
         signal.setitimer(signal.ITIMER_REAL, 0.5)
         with self.assertRaises(Enough):
-            welvane.batch(files, folder)
+            welvane.batch(files, folder, jobs=2)
         written = sorted(os.listdir(folder))
         self.assertLess(len(written), len(files))
         for name in written:  # what is there is whole

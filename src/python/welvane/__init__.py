@@ -248,18 +248,24 @@ class BatchItem(NamedTuple):
 
 
 def batch(
-    files: Paths, folder: PathName, *, force: bool = False, strict: bool = False, **choices: Any
+    files: Paths, folder: PathName, *, jobs: int = 0, force: bool = False, strict: bool = False, **choices: Any
 ) -> list[BatchItem]:
     """The same run once per file, each into ``folder`` under its input's name; choices as in :func:`run`.
 
-    What is wrong with one file stands in its item, and the others go on.
+    ``jobs`` files are worked on at once, 0 for as many as there are cores. What is wrong with one file stands in its
+    item, and the others go on.
 
     >>> import tempfile
     >>> items = batch(["examples/kestrel-7-run1.las", "examples/nothing.las"], tempfile.mkdtemp(), step=1)
     >>> [(item.written, item.records, item.why) for item in items]
     [(True, 201, ''), (False, 0, 'examples/nothing.las: No such file or directory')]
     """
-    made = _welvane.batch(paths_bytes(files), path_bytes(folder), pass_keywords(choices), how(force=force, strict=strict))
+    if jobs < 0:
+        raise ChoiceError(f"jobs: {jobs} is no number of files", choice="jobs")
+    workers = jobs or os.cpu_count() or 1
+    made = _welvane.batch(
+        paths_bytes(files), path_bytes(folder), pass_keywords(choices), workers, how(force=force, strict=strict)
+    )
     return [BatchItem(**{**item, "notes": told(item["notes"])}) for item in made]
 
 
